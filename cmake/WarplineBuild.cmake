@@ -1,0 +1,99 @@
+# What every target of the tree shares: language level, warnings, platform twins, output folder.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# The tool looks for the control library beside its own executable, so all programs and libraries land in one folder.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+if(CMAKE_CROSSCOMPILING)
+  set(WARPLINE_NATIVE OFF)
+else()
+  set(WARPLINE_NATIVE ON)
+endif()
+
+if(WIN32)
+  set(WARPLINE_TWIN win)
+  set(WARPLINE_OTHER_TWIN posix)
+else()
+  set(WARPLINE_TWIN posix)
+  set(WARPLINE_OTHER_TWIN win)
+endif()
+
+find_program(WARPLINE_CCACHE ccache)
+if(WARPLINE_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${WARPLINE_CCACHE})
+endif()
+
+find_package(Threads REQUIRED)
+
+add_library(warpline_options INTERFACE)
+target_include_directories(warpline_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(warpline_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+target_compile_definitions(warpline_options INTERFACE
+  WARPLINE_PLATFORM_HEADER="core/platform_${WARPLINE_TWIN}.h")
+target_link_libraries(warpline_options INTERFACE Threads::Threads)
+if(WIN32)
+  target_compile_definitions(warpline_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
+  target_link_options(warpline_options INTERFACE -static)
+endif()
+
+option(WARPLINE_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(WARPLINE_SANITIZE)
+  target_compile_options(warpline_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(warpline_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# All sources of the current folder but the other system's twins and those of a program's own main.
+function(warpline_sources out)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "_${WARPLINE_OTHER_TWIN}\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "_main\\.cpp$")
+  set(${out} ${sources} PARENT_SCOPE)
+endfunction()
+
+# One static library a folder: warpline_library(model core) makes warpline_model, which sees warpline_core.
+function(warpline_library folder)
+  warpline_sources(sources)
+  add_library(warpline_${folder} STATIC ${sources})
+  target_link_libraries(warpline_${folder} PUBLIC warpline_options)
+  foreach(needed IN LISTS ARGN)
+    target_link_libraries(warpline_${folder} PUBLIC warpline_${needed})
+  endforeach()
+endfunction()
+
+# A header-only library of the development machine. A cross build sees its headers alone, copied beside the build, never
+# the whole of the system's include folder.
+function(warpline_header_only target)
+  add_library(${target} INTERFACE)
+  if(CMAKE_CROSSCOMPILING)
+    set(place ${CMAKE_BINARY_DIR}/header_only/${target})
+    foreach(header IN LISTS ARGN)
+      file(COPY /usr/include/${header} DESTINATION ${place})
+    endforeach()
+    target_include_directories(${target} SYSTEM INTERFACE ${place})
+  endif()
+endfunction()
+warpline_header_only(warpline_cli11 CLI)
+warpline_header_only(warpline_json nlohmann)
+warpline_header_only(warpline_stb stb)
+
+# Embeds text files: each becomes a function "std::string_view Embedded_<name>()" in namespace warpline::embedded.
+function(warpline_embed_texts target)
+  foreach(file IN LISTS ARGN)
+    get_filename_component(name ${file} NAME_WE)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/embedded_${name}.cpp)
+    add_custom_command(OUTPUT ${source}
+      COMMAND ${CMAKE_COMMAND} -DINPUT=${file} -DNAME=${name} -DOUTPUT=${source}
+              -P ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
+      DEPENDS ${file} ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
+      VERBATIM)
+    target_sources(${target} PRIVATE ${source})
+  endforeach()
+endfunction()

@@ -1,0 +1,122 @@
+#include "core/conversions.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "core/fault.h"
+
+namespace warpline {
+namespace {
+
+std::uint8_t ByteOfPair(std::string_view pair) {
+  const int high = HexDigitValue(pair[0]);
+  const int low = HexDigitValue(pair[1]);
+  if (high < 0 || low < 0) throw Fault(FaultCode::kNotANumber);
+  return static_cast<std::uint8_t>(high * 16 + low);
+}
+
+bool IsChecksumPair(std::string_view pair) { return pair == "cs" || pair == "CS"; }
+
+}  // namespace
+
+std::string HexTextMsbFirst(std::uint32_t value, int digits) {
+  static constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string text(8, '0');
+  for (std::size_t i = 8; i-- > 0; value >>= 4) text[i] = kDigits[value & 15u];
+  return text.substr(8 - static_cast<std::size_t>(digits));
+}
+
+std::string HexTextByGroups(std::uint32_t value, int group_size, int digits) {
+  const std::string text = HexTextMsbFirst(value, digits);
+  const auto group = static_cast<std::size_t>(group_size);
+  std::string reversed;
+  for (std::size_t at = (text.size() + group - 1) / group * group; at > 0; at -= group) {
+    reversed += text.substr(at - group, group);
+  }
+  return reversed;
+}
+
+std::string HexTextLsbFirst(std::uint32_t value, int digits) {
+  return HexTextByGroups(value, 2, 8).substr(0, static_cast<std::size_t>(digits));
+}
+
+std::size_t HexTextToBytes(std::span<std::uint8_t> buffer, std::size_t start,
+                           std::string_view text) {
+  const std::size_t pairs = text.size() / 2;
+  if (start > buffer.size() || pairs > buffer.size() - start) {
+    throw Fault(FaultCode::kIndexOutOfRange);
+  }
+  for (std::size_t i = 0; i < pairs; ++i) {
+    const std::string_view pair = text.substr(2 * i, 2);
+    buffer[start + i] = IsChecksumPair(pair) ? Checksum(buffer, start + i) : ByteOfPair(pair);
+  }
+  return start + pairs;
+}
+
+std::ptrdiff_t HexTextToBytesBackward(std::span<std::uint8_t> buffer, std::size_t start,
+                                      std::string_view text) {
+  const std::size_t pairs = text.size() / 2;
+  if (pairs > 0 && (start >= buffer.size() || pairs > start + 1)) {
+    throw Fault(FaultCode::kIndexOutOfRange);
+  }
+  for (std::size_t i = 0; i < pairs; ++i) buffer[start - i] = ByteOfPair(text.substr(2 * i, 2));
+  return static_cast<std::ptrdiff_t>(start) - static_cast<std::ptrdiff_t>(pairs);
+}
+
+std::uint8_t Checksum(std::span<const std::uint8_t> buffer, std::size_t count) {
+  if (count > buffer.size()) throw Fault(FaultCode::kIndexOutOfRange);
+  unsigned sum = 0;
+  for (const std::uint8_t byte : buffer.first(count)) sum += byte;
+  return static_cast<std::uint8_t>(sum & 0xFFu);
+}
+
+int HexDigitValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+std::string CleanIntegerText(std::string_view text, std::string_view fallback,
+                             std::size_t max_length) {
+  std::string cleaned;
+  for (const char c : text) {
+    if ((c >= '0' && c <= '9') || (c == '-' && cleaned.empty())) cleaned += c;
+  }
+  if (cleaned.empty() || cleaned == "-") cleaned = fallback;
+  if (max_length > 0 && cleaned.size() > max_length) cleaned.resize(max_length);
+  return cleaned;
+}
+
+bool IsIntegerText(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), IsIntegerCharacter);
+}
+
+std::int64_t IntegerOf(std::string_view cleaned_text) {
+  std::int64_t value = 0;
+  const auto result =
+      std::from_chars(cleaned_text.data(), cleaned_text.data() + cleaned_text.size(), value);
+  if (result.ec == std::errc::result_out_of_range) throw Fault(FaultCode::kDoesNotFit);
+  if (result.ec != std::errc()) throw Fault(FaultCode::kNotANumber);
+  return value;
+}
+
+bool IsHexDigit(char c) { return HexDigitValue(c) >= 0; }
+bool IsIntegerCharacter(char c) { return (c >= '0' && c <= '9') || c == '-'; }
+bool IsDecimalPoint(char c) { return c == '.'; }
+bool IsWhiteSpace(char c) { return c == ' ' || c == '\t'; }
+
+std::string WithoutBlanks(std::string_view text) {
+  std::string result(text);
+  std::erase(result, ' ');
+  return result;
+}
+
+std::string ShortestText(double value) {
+  std::array<char, 32> buffer{};
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return {buffer.data(), result.ptr};
+}
+
+}  // namespace warpline

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <string>
+
+#include "core/LSSglobal.h"
+#include "core/fault.h"
+#include "core/interfaces.h"
+
+// What the program says when something fails: one place that turns an outcome into one localized message box.
+
+namespace warpline {
+
+// Which operation failed; together with its result code it chooses the text.
+enum class MessageCategory : int {
+  kReply = 0,     // the projector refused in its reply
+  kOpen = 1,      // opening the link
+  kClose = 2,     // closing the link
+  kTimeOut = 3,   // setting the acknowledge time-out
+  kExchange = 4,  // any other exchange of the control library
+  kFile = 5,      // files, codes -1..-8
+};
+
+// Codes of the reply category.
+inline constexpr int kReplyNotSupported = 1;
+inline constexpr int kReplyFailed = 2;
+inline constexpr int kReplyPowerOff = 3;
+
+// Codes of the file category.
+enum FileErrorCode : int {
+  kFileNameWrong = -1,
+  kFileCorrupted = -2,
+  kFileVersionDiffers = -3,
+  kFileNoSpace = -4,
+  kFileIniSaveFailed = -5,
+  kFileIniLoadFailed = -6,
+  kFileWriteFailed = -7,
+  kFileValueWrong = -8,
+};
+
+// Message numbers that the code itself asks for.
+inline constexpr int kMsgTitle = 1;
+inline constexpr int kMsgWrongValue = 80;
+inline constexpr int kMsgLibraryMissing = 85;
+inline constexpr int kMsgSaveFailed = 149;
+inline constexpr int kMsgParameterValue = 197;
+inline constexpr int kMsgParameterLength = 198;
+inline constexpr int kMsgSaveChange = 199;
+
+// The message number for a category and code.
+int MessageNumber(MessageCategory category, int code);
+
+// Shows the messages of one run in the language in force; every box has the program's title.
+class Messages {
+ public:
+  // Both must outlive this object.
+  Messages(const LSSglobal& global, MessageDisplay& display) : global_(global), display_(display) {}
+
+  // The error display: the text for category and code, followed by "  Error : " and the code except for files.
+  void ShowMessage(MessageCategory category, int code) const;
+
+  // A catalogue text alone.
+  void ShowText(int number, MessageIcon icon = MessageIcon::kCritical) const;
+
+  // The system's own description of an error (UTF-8).
+  void ShowSystemError(const std::string& description) const;
+
+  // The run-time error report: "[code] " and the text for a wrong value.
+  void ShowFault(FaultCode code) const;
+
+  // A catalogue text as a question.
+  MessageAnswer Ask(int number) const;
+
+ private:
+  const LSSglobal& global_;
+  MessageDisplay& display_;
+};
+
+}  // namespace warpline
