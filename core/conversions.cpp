@@ -16,7 +16,9 @@ std::uint8_t ByteOfPair(std::string_view pair) {
   return static_cast<std::uint8_t>(high * 16 + low);
 }
 
-bool IsChecksumPair(std::string_view pair) { return pair == "cs" || pair == "CS"; }
+bool IsChecksumPair(std::string_view pair) {
+  return pair == "cs" || pair == "CS";
+}
 
 }  // namespace
 
@@ -102,10 +104,18 @@ std::int64_t IntegerOf(std::string_view cleaned_text) {
   return value;
 }
 
-bool IsHexDigit(char c) { return HexDigitValue(c) >= 0; }
-bool IsIntegerCharacter(char c) { return (c >= '0' && c <= '9') || c == '-'; }
-bool IsDecimalPoint(char c) { return c == '.'; }
-bool IsWhiteSpace(char c) { return c == ' ' || c == '\t'; }
+bool IsHexDigit(char c) {
+  return HexDigitValue(c) >= 0;
+}
+bool IsIntegerCharacter(char c) {
+  return (c >= '0' && c <= '9') || c == '-';
+}
+bool IsDecimalPoint(char c) {
+  return c == '.';
+}
+bool IsWhiteSpace(char c) {
+  return c == ' ' || c == '\t';
+}
 
 std::string WithoutBlanks(std::string_view text) {
   std::string result(text);

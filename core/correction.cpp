@@ -15,7 +15,9 @@ void Seed(CurveDefinition& curve, std::int16_t interpolation,
 
 }  // namespace
 
-std::int16_t ResetOptical(std::int16_t projection_flag) { return projection_flag == 0 ? -32 : 32; }
+std::int16_t ResetOptical(std::int16_t projection_flag) {
+  return projection_flag == 0 ? -32 : 32;
+}
 
 AxisParameters ResetAxisParameters(std::int16_t projection_flag) {
   AxisParameters parameters;

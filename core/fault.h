@@ -15,8 +15,8 @@ enum class FaultCode : int {
   kNotANumber = 3,       // division by zero, or a result that is not a finite number
 };
 
-// The one exception of the arithmetic. It ends the command in progress; only the commands' outer edge catches it and
-// shows the run-time error report.
+// The one exception of the arithmetic. It ends the command in progress; only the commands' outer
+// edge catches it and shows the run-time error report.
 class Fault : public std::exception {
  public:
   explicit Fault(FaultCode code) : code_(code) {}
@@ -33,7 +33,8 @@ inline double RequireFinite(double value) {
   return value;
 }
 
-// The nearest integer, halves to even. Throws Fault when the value is not finite or the integer does not fit.
+// The nearest integer, halves to even. Throws Fault when the value is not finite or the integer
+// does not fit.
 template <typename Integer>
 Integer RoundTo(double value) {
   const double rounded = std::nearbyint(RequireFinite(value));

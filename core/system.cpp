@@ -1,0 +1,52 @@
+#include "core/system.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <utility>
+
+namespace warpline {
+
+std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& bytes) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    return std::make_error_code(std::errc::is_a_directory);
+  }
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  if (file) {
+    file.seekg(0, std::ios::end);
+    const std::streamoff size = file.tellg();
+    bytes.assign(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    file.seekg(0);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+  }
+  if (file.is_open() && !file.bad()) return {};
+  return {errno != 0 ? errno : EIO, std::generic_category()};
+}
+
+std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error) {
+  const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
+  if (error) return 0;
+  return std::filesystem::space(folder, error).available;
+}
+
+std::string Utf8Of(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+std::filesystem::path PathOf(std::string_view utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+SharedLibrary::SharedLibrary(SharedLibrary&& other) noexcept
+    : handle_(std::exchange(other.handle_, nullptr)) {}
+
+SharedLibrary& SharedLibrary::operator=(SharedLibrary&& other) noexcept {
+  std::swap(handle_, other.handle_);
+  return *this;
+}
+
+}  // namespace warpline

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "core/correction.h"
+
+// The sliders that edit the axis parameters: five groups of two. One table holds every field's
+// bounds, steps and signs; the sliders, their texts and the checks read the same row.
+
+namespace warpline {
+
+enum class ParameterField { kDistortion, kOptical, kLinearity, kAmplitude, kPosition };
+
+inline constexpr int kGroupCount = 5;
+inline constexpr int kSliderCount = 2;
+
+enum ParameterGroup : int {
+  kGroupVertical = 0,
+  kGroupHorizontal = 1,
+  kGroupLinearity = 2,
+  kGroupAmplitude = 3,
+  kGroupPosition = 4,
+};
+
+// What a slider of a group edits.
+struct SliderTarget {
+  Axis axis = kHorizontal;
+  ParameterField field = ParameterField::kDistortion;
+};
+
+// How a slider stands. Values are those of the slider: the horizontal Optical and Position are
+// stored with the opposite sign.
+struct SliderSetup {
+  int low = 0;
+  int high = 0;
+  int large_step = 1;
+  int value = 0;  // held to low..high; the text shows what is stored
+  std::string text;
+  bool enabled = true;
+};
+
+struct GroupCaptions {
+  int group;                           // message number of the option button
+  std::array<int, kSliderCount> rows;  // message numbers of the two rows
+};
+
+inline constexpr std::array<GroupCaptions, kGroupCount> kGroupCaptions{{
+    {174, {209, 210}},
+    {175, {211, 212}},
+    {176, {2, 3}},
+    {177, {2, 3}},
+    {178, {2, 3}},
+}};
+
+// Which field slider 0 or 1 of a group (0..4) edits. In the horizontal group the two change places
+// with ProjectionH.
+SliderTarget TargetOf(const CorrectionData& correction, int group, int slider);
+
+// Bounds, step, value and text of a slider. An optical-centre row is enabled only while its axis's
+// Distortion is not 0.
+SliderSetup SetUpSlider(const CorrectionData& correction, int group, int slider);
+
+// Stores what a slider was moved to, held to its bounds.
+void MoveSlider(CorrectionData& correction, int group, int slider, int slider_value);
+
+// The slider of the group that edits Optical, -1 when the group has none.
+int OpticalSlider(const CorrectionData& correction, int group);
+
+// The curve-editor button: shown in the two distortion groups, enabled for "Other Screens" alone.
+bool CurveEditorShown(int group);
+bool CurveEditorEnabled(const CorrectionData& correction, int group);
+
+// The axis that a distortion group edits: group 0 the vertical, group 1 the horizontal one.
+Axis AxisOfGroup(int group);
+
+// Turns an axis's projection flag over and puts its Distortion to 0 and its Optical to the new
+// flag's reset value.
+void ToggleProjection(CorrectionData& correction, Axis axis);
+
+}  // namespace warpline
