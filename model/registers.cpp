@@ -26,29 +26,6 @@ char LowDigit(std::int32_t value) {
   return kDigits[static_cast<std::uint32_t>(value) & 15u];
 }
 
-// The corre_2 table: each line's second difference, held to 4 bits. The scales stay as they are;
-// only the difference that the next line is compared with follows what was really sent.
-std::string SecondDifferences(std::span<const std::int32_t> q) {
-  std::string text;
-  text.reserve(q.size());
-  std::int32_t previous = q[0] - q[1];
-  char even_digit = '0';
-  for (std::size_t i = 2; i < q.size(); ++i) {
-    std::int32_t difference = q[i - 1] - q[i];
-    const std::int32_t second =
-        std::clamp(previous - difference, kLowestSecondDifference, kHighestSecondDifference);
-    difference = previous - second;
-    previous = difference;
-    if (i % 2 == 0) {
-      even_digit = LowDigit(second);
-    } else {
-      text += LowDigit(second);
-      text += even_digit;
-    }
-  }
-  return text;
-}
-
 std::int32_t SignExtend(std::int32_t value, int bits) {
   const std::int32_t half = 1 << (bits - 1);
   return value >= half ? value - 2 * half : value;
@@ -71,6 +48,27 @@ std::vector<std::int32_t> LineScales(std::span<const double> profile, int line_l
     return RoundTo<std::int32_t>(static_cast<double>(line_length) * kUnitScale / size);
   });
   return scales;
+}
+
+std::string SecondDifferenceTable(std::span<const std::int32_t> scales) {
+  std::string text;
+  text.reserve(scales.size());
+  std::int32_t previous = scales[0] - scales[1];
+  char even_digit = '0';
+  for (std::size_t i = 2; i < scales.size(); ++i) {
+    std::int32_t difference = scales[i - 1] - scales[i];
+    const std::int32_t second =
+        std::clamp(previous - difference, kLowestSecondDifference, kHighestSecondDifference);
+    difference = previous - second;
+    previous = difference;
+    if (i % 2 == 0) {
+      even_digit = LowDigit(second);
+    } else {
+      text += LowDigit(second);
+      text += even_digit;
+    }
+  }
+  return text;
 }
 
 std::int32_t PanelExtension(const AxisParameters& parameters, std::span<const double> profile,
@@ -105,7 +103,7 @@ AxisRegisters BuildAxisRegisters(const AxisCorrection& axis, int line_length, in
   registers[kStadium] = ByteText(axis.Parameters.Stadium);
   registers[kCorre0] = WordText(q[0]);
   registers[kCorre1] = ByteText(q[1] - q[0]);
-  registers[kCorre2] = SecondDifferences(q);
+  registers[kCorre2] = SecondDifferenceTable(q);
   return registers;
 }
 

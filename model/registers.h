@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,11 @@ std::int32_t PanelExtension(const AxisParameters& parameters, std::span<const do
 
 // Line scales q[i] = L * 32768 / p[i], nearest integer, halves to even.
 std::vector<std::int32_t> LineScales(std::span<const double> profile, int line_length);
+
+// The corre_2 table of line scales (2..2049 of them): one signed 4-bit second difference a line
+// from line 2 on. One that does not fit is held to -8..7, and the next line's is taken from the
+// held one.
+std::string SecondDifferenceTable(std::span<const std::int32_t> scales);
 
 // The line scales as the projector rebuilds them: q[0] = corre_0 (unsigned), delta[1] = corre_1
 // (signed), delta[i] = delta[i-1] + s[i] with s the signed 4-bit digits, q[i] = q[i-1] + delta[i].
