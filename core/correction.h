@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// The records of one complete correction, and the values they start from. Axis 0 is horizontal (one value per panel
-// row), axis 1 vertical (one value per panel column).
+// The records of one complete correction, and the values they start from. Axis 0 is horizontal (one
+// value per panel row), axis 1 vertical (one value per panel column).
 
 namespace warpline {
 
@@ -15,14 +15,16 @@ inline constexpr std::size_t kAxisCount = 2;
 inline constexpr int kScreenTypeCount = 6;
 inline constexpr std::int16_t kOtherScreens = 5;  // the one type whose curves are edited by hand
 
-// What the sliders edit, one record an axis. Ranges are those of the sliders; a file may hold more (Distortion).
+// What the sliders edit, one record an axis. Ranges are those of the sliders; a file may hold more
+// (Distortion).
 struct AxisParameters {
   std::int16_t Distortion = 0;  // percent, -150..150; the sign chooses the curve's direction
-  std::int16_t Optical = -32;   // optical centre, -64..16, or -16..64 when the axis is projected reversed
-  std::int16_t Linearity = 0;   // -127..127
-  std::int16_t Amplitude = 0;   // -127..127, scale 1 + Amplitude / 256
-  std::int32_t Position = 0;    // -32767..32767
-  std::int16_t Stadium = 0;     // 1: the linearity correction is symmetric
+  std::int16_t Optical =
+      -32;  // optical centre, -64..16, or -16..64 when the axis is projected reversed
+  std::int16_t Linearity = 0;  // -127..127
+  std::int16_t Amplitude = 0;  // -127..127, scale 1 + Amplitude / 256
+  std::int32_t Position = 0;   // -32767..32767
+  std::int16_t Stadium = 0;    // 1: the linearity correction is symmetric
 
   bool operator==(const AxisParameters&) const = default;
 };
@@ -59,8 +61,9 @@ struct CurveDefinition {
 
 // One complete correction: what is edited, saved, and turned into registers.
 struct CorrectionData {
-  std::int16_t ScreenType = 0;                        // 0..5
-  std::array<std::int16_t, kAxisCount> Projection{};  // 1: projecting right (H), from the ceiling or downward (V)
+  std::int16_t ScreenType = 0;  // 0..5
+  std::array<std::int16_t, kAxisCount>
+      Projection{};  // 1: projecting right (H), from the ceiling or downward (V)
   std::array<AxisParameters, kAxisCount> Axes{};
   std::array<CurveDefinition, kAxisCount> Curves{};
 
@@ -71,14 +74,15 @@ struct CorrectionData {
 enum CurveShape : int { kArch = 0, kDiagonalLine = 1, kTriangle = 2 };
 
 // The shapes that both curves of a screen type start from: index [ScreenType][axis].
-inline constexpr std::array<std::array<CurveShape, kAxisCount>, kScreenTypeCount> kScreenTypeShapes{{
-    {kDiagonalLine, kArch},
-    {kArch, kDiagonalLine},
-    {kArch, kArch},
-    {kDiagonalLine, kTriangle},
-    {kTriangle, kDiagonalLine},
-    {kDiagonalLine, kDiagonalLine},
-}};
+inline constexpr std::array<std::array<CurveShape, kAxisCount>, kScreenTypeCount> kScreenTypeShapes{
+    {
+        {kDiagonalLine, kArch},
+        {kArch, kDiagonalLine},
+        {kArch, kArch},
+        {kDiagonalLine, kTriangle},
+        {kTriangle, kDiagonalLine},
+        {kDiagonalLine, kDiagonalLine},
+    }};
 
 // The reset value of Optical: -32, or +32 when the axis is projected reversed (flag not 0).
 std::int16_t ResetOptical(std::int16_t projection_flag);
@@ -86,10 +90,12 @@ std::int16_t ResetOptical(std::int16_t projection_flag);
 // The reset values of an axis.
 AxisParameters ResetAxisParameters(std::int16_t projection_flag);
 
-// Seeds a curve with one of the three shapes. Another shape number clears the points and keeps count and type.
+// Seeds a curve with one of the three shapes. Another shape number clears the points and keeps
+// count and type.
 void ResetCurveDefinition(CurveDefinition& curve, int shape);
 
-// Puts both axes to their reset values and both curves to the shapes of the correction's ScreenType (0..5).
+// Puts both axes to their reset values and both curves to the shapes of the correction's ScreenType
+// (0..5).
 void ResetToScreenType(CorrectionData& correction);
 
 }  // namespace warpline

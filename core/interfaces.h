@@ -2,8 +2,8 @@
 
 #include <string>
 
-// The two ways in which the code below the windows asks upwards. The windows and the command line implement them; tests
-// record them. All texts are UTF-8.
+// The two ways in which the code below the windows asks upwards. The windows and the command line
+// implement them; tests record them. All texts are UTF-8.
 
 namespace warpline {
 
@@ -30,7 +30,8 @@ class BusyIndicator {
   virtual void BeginBusy() = 0;
   virtual void EndBusy() = 0;
 
-  // Lets the window system handle what is pending (repaints); called between the steps of long work.
+  // Lets the window system handle what is pending (repaints); called between the steps of long
+  // work.
   virtual void ProcessPendingEvents() = 0;
 };
 

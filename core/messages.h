@@ -6,7 +6,8 @@
 #include "core/fault.h"
 #include "core/interfaces.h"
 
-// What the program says when something fails: one place that turns an outcome into one localized message box.
+// What the program says when something fails: one place that turns an outcome into one localized
+// message box.
 
 namespace warpline {
 
@@ -55,7 +56,8 @@ class Messages {
   // Both must outlive this object.
   Messages(const LSSglobal& global, MessageDisplay& display) : global_(global), display_(display) {}
 
-  // The error display: the text for category and code, followed by "  Error : " and the code except for files.
+  // The error display: the text for category and code, followed by "  Error : " and the code except
+  // for files.
   void ShowMessage(MessageCategory category, int code) const;
 
   // A catalogue text alone.

@@ -20,7 +20,8 @@ struct PanelSize {
 
 inline constexpr PanelSize kDefaultPanelSize{};
 
-// Order of the texts in a record. Entries 0-8 are the horizontal axis and 9-17 the vertical one when both are counted.
+// Order of the texts in a record. Entries 0-8 are the horizontal axis and 9-17 the vertical one
+// when both are counted.
 enum RegisterField : std::size_t {
   kPanelExt = 0,
   kScroll,
@@ -51,15 +52,16 @@ inline constexpr std::array<RegisterFieldRow, kRegisterFieldCount> kRegisterFiel
     {"corre_2", 0},
 }};
 
-// One axis's registers. Every 2- and 4-digit text is little-endian two's complement in upper-case hex digit pairs;
-// corre_2 holds one signed 4-bit second difference per line from line 2 on, each pair of lines as one byte whose high
-// nibble belongs to the later line.
+// One axis's registers. Every 2- and 4-digit text is little-endian two's complement in upper-case
+// hex digit pairs; corre_2 holds one signed 4-bit second difference per line from line 2 on, each
+// pair of lines as one byte whose high nibble belongs to the later line.
 using AxisRegisters = std::array<std::string, kRegisterFieldCount>;
 
 // Both axes, [axis][field].
 using RegisterSet = std::array<AxisRegisters, kAxisCount>;
 
-// Digits of an axis's corre_2 table for a line count: two for every whole pair of lines from line 2 on.
+// Digits of an axis's corre_2 table for a line count: two for every whole pair of lines from line 2
+// on.
 constexpr std::size_t Corre2Digits(int line_count) {
   return line_count < 4 ? 0 : static_cast<std::size_t>((line_count - 2) / 2 * 2);
 }

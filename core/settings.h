@@ -12,23 +12,23 @@ namespace warpline {
 enum ConnectDevice : std::int16_t { kSerial = 0, kLan = 1, kUsb = 2 };
 
 struct Settings {
-  std::int16_t DemoMode = 0;            // 0..1; 1: no projector is contacted
-  std::int16_t ConnectDevice = kLan;    // 0..2
-  std::int32_t SerialTimeOut = 3000;    // milliseconds, 500..7000
-  std::int32_t LANTimeOut = 3000;       // milliseconds, 500..7000
-  std::int32_t USBTimeOut = 3000;       // milliseconds, 500..7000
-  std::int16_t ComPort = 0;             // 0..7: COM1..COM8
-  std::int16_t ComSpeed = 3;            // 0..3: 4800, 9600, 19200, 38400 bit/s
+  std::int16_t DemoMode = 0;          // 0..1; 1: no projector is contacted
+  std::int16_t ConnectDevice = kLan;  // 0..2
+  std::int32_t SerialTimeOut = 3000;  // milliseconds, 500..7000
+  std::int32_t LANTimeOut = 3000;     // milliseconds, 500..7000
+  std::int32_t USBTimeOut = 3000;     // milliseconds, 500..7000
+  std::int16_t ComPort = 0;           // 0..7: COM1..COM8
+  std::int16_t ComSpeed = 3;          // 0..3: 4800, 9600, 19200, 38400 bit/s
   std::string IPAddress = "192.168.10.10";
-  std::string LANPort = "7142";         // never empty
-  std::int16_t USBPort = 0;             // 0..7: USB1..USB8
-  std::int16_t AutoApply = 1;           // 0..1: "Real Time"
-  std::int16_t AutoApplyMenu = 0;       // 0..1
-  std::int16_t TestPattern = 1;         // 0..1: the preview window is shown
-  std::int32_t DialogPosX = 0;          // main window, device units
+  std::string LANPort = "7142";    // never empty
+  std::int16_t USBPort = 0;        // 0..7: USB1..USB8
+  std::int16_t AutoApply = 1;      // 0..1: "Real Time"
+  std::int16_t AutoApplyMenu = 0;  // 0..1
+  std::int16_t TestPattern = 1;    // 0..1: the preview window is shown
+  std::int32_t DialogPosX = 0;     // main window, device units
   std::int32_t DialogPosY = 0;
-  std::int16_t CommunicationMode = 0;   // 0 simple, 1 detailed
-  bool SectionFound = false;            // the section line was met while reading; never written
+  std::int16_t CommunicationMode = 0;  // 0 simple, 1 detailed
+  bool SectionFound = false;           // the section line was met while reading; never written
 
   bool operator==(const Settings&) const = default;
 };
@@ -38,8 +38,8 @@ inline constexpr std::string_view kSettingsSection = "[Warpline Tool 3.0]";
 // The built-in defaults; the window position is that of the main window at this moment.
 Settings DefaultSettings(std::int32_t window_x = 0, std::int32_t window_y = 0);
 
-// Takes one line of a settings file. Comments, unknown keys, malformed numbers (the key's default counts instead) and
-// values outside their range leave the record as it is, silently.
+// Takes one line of a settings file. Comments, unknown keys, malformed numbers (the key's default
+// counts instead) and values outside their range leave the record as it is, silently.
 void ReadSettingsLine(std::string_view line, Settings& settings);
 
 // The whole file, line by line and without line ends.

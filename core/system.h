@@ -8,7 +8,8 @@
 #include <system_error>
 #include <vector>
 
-// What the operating system must tell or do. One implementation a system (system_win, system_posix), the rest shared.
+// What the operating system must tell or do. One implementation a system (system_win,
+// system_posix), the rest shared.
 
 namespace warpline {
 
@@ -38,8 +39,9 @@ std::uint32_t FileAttributes(const std::filesystem::path& path);
 // The file's bytes. On failure the error, and the text is unspecified.
 std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& bytes);
 
-// Makes the file hold exactly these bytes: they are written beside it, flushed to disk and moved into its place, so that
-// whatever goes wrong the file is either the old one or the new one and no other file stays behind.
+// Makes the file hold exactly these bytes: they are written beside it, flushed to disk and moved
+// into its place, so that whatever goes wrong the file is either the old one or the new one and no
+// other file stays behind.
 std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
 // Bytes that this user may still write in the folder that holds the path; a failure in error.
@@ -66,7 +68,8 @@ class SharedLibrary {
   SharedLibrary(SharedLibrary&& other) noexcept;
   SharedLibrary& operator=(SharedLibrary&& other) noexcept;
 
-  // The file name that this system gives a library of that name: "Beamlink" becomes "Beamlink.dll" or "Beamlink.so".
+  // The file name that this system gives a library of that name: "Beamlink" becomes "Beamlink.dll"
+  // or "Beamlink.so".
   static std::string FileName(std::string_view name);
 
   // False when the file cannot be loaded.
