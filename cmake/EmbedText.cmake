@@ -1,9 +1,8 @@
 # Turns a UTF-8 text file into a C++ source with one function that returns its bytes. The literal is cut at line ends,
 # because a compiler need not take one of any length.
 file(READ ${INPUT} hex HEX)
-string(REGEX REPLACE "0a" "0a|" lines "${hex}")
-string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" lines "${lines}")
-string(REPLACE "|" "\"\n    \"" lines "${lines}")
+string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" lines "${hex}")
+string(REPLACE "\\x0a" "\\x0a\"\n    \"" lines "${lines}")
 file(WRITE ${OUTPUT}
 "#include <string_view>\n\n"
 "namespace warpline::embedded {\n\n"
