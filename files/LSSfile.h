@@ -6,8 +6,9 @@
 #include "core/LSSglobal.h"
 #include "core/messages.h"
 
-// The file layer: one read loop and one save sequence for all four kinds of text file. Every failure is shown to the user
-// here and returned as false. A fault of the arithmetic (digits that do not fit their type) passes through.
+// The file layer: one read loop and one save sequence for all four kinds of text file. Every
+// failure is shown to the user here and returned as false. A fault of the arithmetic (digits that
+// do not fit their type) passes through.
 
 namespace warpline {
 
@@ -22,13 +23,13 @@ class LSSfile {
   // Both must outlive this object. The staging copy starts as the reset model.
   LSSfile(LSSglobal& global, const Messages& messages);
 
-  // Reads a file: "ini" into the settings (only when the whole file was read), "wlt" into the staging copy, "wls" into
-  // the staging copy's horizontal curve, "wlr" into the register texts of LSSglobal (emptied first). A missing settings
-  // file is false without a message.
+  // Reads a file: "ini" into the settings (only when the whole file was read), "wlt" into the
+  // staging copy, "wls" into the staging copy's horizontal curve, "wlr" into the register texts of
+  // LSSglobal (emptied first). A missing settings file is false without a message.
   bool OpenDataFile(const std::filesystem::path& path, std::string_view type);
 
-  // Writes a file: the settings, the live correction, the staging copy's horizontal curve, or the register texts. The old
-  // file stays whole when anything fails, and no other file is left behind.
+  // Writes a file: the settings, the live correction, the staging copy's horizontal curve, or the
+  // register texts. The old file stays whole when anything fails, and no other file is left behind.
   bool SaveDataFile(const std::filesystem::path& path, std::string_view type);
 
   // What the last read left; not cleared between reads.
