@@ -19,11 +19,12 @@ using Texts = std::array<std::string, kMessageCount + 1>;
 
 std::string WithLineBreaks(std::string_view line) {
   static constexpr std::string_view kBreak = "\\n";
-  std::string text(line);
-  for (std::size_t at = text.find(kBreak); at != std::string::npos; at = text.find(kBreak, at)) {
-    text.replace(at, kBreak.size(), "\n");
+  std::string text;
+  for (std::size_t at = line.find(kBreak); at != std::string_view::npos; at = line.find(kBreak)) {
+    text.append(line.substr(0, at)).push_back('\n');
+    line.remove_prefix(at + kBreak.size());
   }
-  return text;
+  return text.append(line);
 }
 
 void TakeLine(std::string_view line, Texts& texts) {
