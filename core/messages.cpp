@@ -85,8 +85,9 @@ void Messages::ShowSystemError(const std::string& description) const {
 }
 
 void Messages::ShowFault(FaultCode code) const {
-  const std::string report =
-      "[" + std::to_string(static_cast<int>(code)) + "] " + TextOf(global_, kMsgWrongValue);
+  std::string report = "[";
+  report.append(std::to_string(static_cast<int>(code))).append("] ");
+  report.append(TextOf(global_, kMsgWrongValue));
   display_.Show(TextOf(global_, kMsgTitle), report, MessageIcon::kCritical);
 }
 
