@@ -55,12 +55,13 @@ std::error_code Fill(int descriptor, std::string_view bytes,
   return ::fsync(descriptor) == 0 ? std::error_code() : LastError();
 }
 
+// The file's own name is no part of it: a name of the greatest length leaves no room.
 std::filesystem::path TemporaryName(const std::filesystem::path& path) {
   static constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
   std::random_device random;
-  std::string suffix = ".";
-  for (int i = 0; i < 8; ++i) suffix += kLetters[random() % kLetters.size()];
-  return path.parent_path() / ("." + path.filename().string() + suffix);
+  std::string name = ".warpline.";
+  for (int i = 0; i < 8; ++i) name += kLetters[random() % kLetters.size()];
+  return path.parent_path() / name;
 }
 
 // Moves a filled temporary over the file; the temporary is gone either way.

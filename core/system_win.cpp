@@ -7,6 +7,8 @@
 #include <memory>
 #include <random>
 
+// The system's macro of that name would rename our function in this file alone.
+#undef ReplaceFile
 #include "core/system.h"
 
 namespace warpline {
@@ -56,10 +58,11 @@ std::error_code Fill(HANDLE file, std::string_view bytes) {
   return ::FlushFileBuffers(file) ? std::error_code() : LastError();
 }
 
+// The file's own name is no part of it: a name of the greatest length leaves no room.
 std::filesystem::path TemporaryName(const std::filesystem::path& path) {
   static constexpr std::wstring_view kLetters = L"abcdefghijklmnopqrstuvwxyz0123456789";
   std::random_device random;
-  std::wstring name = L"~" + path.filename().wstring() + L".";
+  std::wstring name = L"~warpline.";
   for (int i = 0; i < 8; ++i) name += kLetters[random() % kLetters.size()];
   return path.parent_path() / name;
 }

@@ -1,0 +1,182 @@
+#include "core/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string_view>
+#include <vector>
+
+namespace warpline {
+namespace {
+
+const std::string& Japanese(int number) {
+  return CatalogueText(number);
+}
+const std::string& English(int number) {
+  return CatalogueText(number + kEnglishOffset);
+}
+
+// The letters behind single ampersands, in upper case.
+std::vector<char> AccessKeys(std::string_view text) {
+  std::vector<char> keys;
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    if (text[i] != '&') continue;
+    ++i;
+    if (text[i] != '&') keys.push_back(static_cast<char>(text[i] & ~0x20));
+  }
+  return keys;
+}
+
+bool IsWellFormedUtf8(std::string_view text) {
+  std::size_t following = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool continues = (byte & 0xC0u) == 0x80u;
+    if (continues != (following > 0)) return false;
+    if (continues) {
+      --following;
+    } else if (byte >= 0xF8u) {
+      return false;
+    } else {
+      following = byte >= 0xF0u ? 3 : byte >= 0xE0u ? 2 : byte >= 0xC0u ? 1 : 0;
+    }
+  }
+  return following == 0;
+}
+
+bool HoldsJapanese(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
+}
+
+// What a translation must carry over letter by letter.
+constexpr std::array<std::string_view, 8> kFixedParts{
+    "[@]", "(Raydeck.dll) \n", "USBn", "WinSock", "255", "65535", "256", "Warpline Tool"};
+
+TEST(Catalogue, BothLanguagesAgreeEntryByEntry) {
+  for (int number = 1; number <= kMessageCount; ++number) {
+    SCOPED_TRACE(number);
+    const std::string& english = English(number);
+    const std::string& japanese = Japanese(number);
+    EXPECT_FALSE(english.empty());
+    EXPECT_FALSE(japanese.empty());
+    EXPECT_TRUE(IsWellFormedUtf8(japanese)) << japanese;
+    EXPECT_FALSE(HoldsJapanese(english)) << english;
+    EXPECT_EQ(AccessKeys(english), AccessKeys(japanese)) << japanese;
+    EXPECT_EQ(std::count(english.begin(), english.end(), '\n'),
+              std::count(japanese.begin(), japanese.end(), '\n'));
+    EXPECT_EQ(english.ends_with(' '), japanese.ends_with(' '));
+    EXPECT_EQ(english.ends_with("..."), japanese.ends_with("..."));
+    EXPECT_EQ(english.find('\\'), std::string::npos);
+    EXPECT_EQ(japanese.find('\\'), std::string::npos);
+    EXPECT_EQ(english.ends_with('?'), japanese.ends_with("？"));
+    // The title's product name is half translated.
+    for (const std::string_view part : kFixedParts) {
+      if (number == 1) break;
+      EXPECT_EQ(english.find(part) == std::string::npos, japanese.find(part) == std::string::npos)
+          << part;
+    }
+  }
+}
+
+TEST(Catalogue, JapaneseIsTranslated) {
+  const std::set<int> same_in_both{9, 34, 36, 111, 112};
+  for (int number = 1; number <= kMessageCount; ++number) {
+    if (same_in_both.contains(number)) continue;
+    EXPECT_TRUE(HoldsJapanese(Japanese(number))) << number << ": " << Japanese(number);
+  }
+}
+
+TEST(Catalogue, JapaneseAccessKeysStandInBracketsAtTheEnd) {
+  for (int number = 1; number <= kMessageCount; ++number) {
+    const std::string& text = Japanese(number);
+    const std::vector<char> keys = AccessKeys(text);
+    if (keys.empty()) continue;
+    const std::string bracket = std::string("(&") + keys[0] + ")";
+    EXPECT_TRUE(text.ends_with(bracket) || text.ends_with(bracket + "...")) << text;
+    EXPECT_FALSE(text.starts_with(bracket)) << text;
+  }
+}
+
+// A message ends like a sentence, a caption does not: tells a shifted line at once.
+TEST(Catalogue, MessagesAreSentencesInBothLanguages) {
+  for (int number = 63; number <= kMessageCount; ++number) {
+    const std::string& english = English(number);
+    const bool sentence = english.ends_with('.') && !english.ends_with("...");
+    EXPECT_EQ(sentence, Japanese(number).ends_with("。")) << number << ": " << Japanese(number);
+  }
+}
+
+TEST(Catalogue, AccessKeysWithinAMenuDiffer) {
+  const std::vector<std::vector<int>> menus{
+      {155, 116, 117}, {151, 152, 153, 156}, {114, 113, 214}, {213, 118}, {158, 159, 160}};
+  for (const std::vector<int>& menu : menus) {
+    std::set<char> keys;
+    for (const int number : menu) {
+      const std::vector<char> own = AccessKeys(Japanese(number));
+      ASSERT_EQ(own.size(), 1u) << number;
+      EXPECT_TRUE(keys.insert(own[0]).second) << number;
+    }
+  }
+}
+
+TEST(Catalogue, EqualEnglishTextsHaveEqualJapaneseOnes) {
+  for (int first = 1; first <= kMessageCount; ++first) {
+    for (int second = first + 1; second <= kMessageCount; ++second) {
+      if (English(first) == English(second)) {
+        EXPECT_EQ(Japanese(first), Japanese(second)) << first << ", " << second;
+      }
+    }
+  }
+}
+
+TEST(Catalogue, EnglishTextsStayAsTheyAre) {
+  struct Row {
+    int number;
+    const char* text;
+  };
+  const std::array<Row, 20> rows{{
+      {1, "Warpline Tool 3.0"},
+      {2, "R&&L Side"},
+      {16, "Linearity "},
+      {27, "Cylindircal Screen"},
+      {60, "Version "},
+      {63, "Cylindircal Screen Correction"},
+      {85, "A required file cannot be found. (Raydeck.dll) \nReinstallation is necessary."},
+      {86, "There is no response from the projector.([@])"},
+      {87,
+       "The connection environment might be experiencing technical difficulties, or\n"
+       "you may need to adjust IP address settings."},
+      {88, "Please make sure that IP Adress is spelled correctly."},
+      {92, "Another application is using the communiation port."},
+      {96,
+       "Failed to establish the connection with the projector.\n"
+       "The network environment is incorrect."},
+      {100, "Failed in the openclose of the communication device."},
+      {106, "ort is invalid entry. Specify a value between 1 and 65535."},
+      {110, "All Patterns (Forward Rotation)"},
+      {111, "MS Sans Serif"},
+      {112, "8"},
+      {165, "Select Screen :"},
+      {168, "Cylindrical Screen"},
+      {219, "Detailed Mode"},
+  }};
+  for (const Row& row : rows) EXPECT_EQ(English(row.number), row.text);
+}
+
+TEST(Catalogue, OtherIdentifiersAreEmpty) {
+  for (const int identifier : {-1000, -1, 0, 220, 999, 1000, 1220, 2001, 2147483647}) {
+    EXPECT_EQ(CatalogueText(identifier), "") << identifier;
+  }
+  LSSglobal global;
+  for (const std::int16_t language : {std::int16_t{0}, std::int16_t{1}}) {
+    ApplyLanguage(global, language);
+    for (const int number : {-999, -1, 0, 220, 1001, 2147483647}) {
+      EXPECT_EQ(TextOf(global, number), "") << number;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace warpline

@@ -1,0 +1,183 @@
+#include "core/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <vector>
+
+#include "core/fault.h"
+
+namespace warpline {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+template <typename Work>
+FaultCode FaultOf(Work work) {
+  try {
+    work();
+  } catch (const Fault& fault) {
+    return fault.code();
+  }
+  ADD_FAILURE() << "no fault";
+  return FaultCode::kDoesNotFit;
+}
+
+TEST(HexText, ByteOrders) {
+  struct Row {
+    const char* name;
+    std::uint32_t value;
+    int digits;
+    const char* lsb_first;
+    const char* msb_first;
+  };
+  const std::array<Row, 8> rows{{
+      {"20-bit value", 0x45000, 8, "00500400", "00045000"},
+      {"small word", 2, 4, "0200", "0002"},
+      {"one byte", 0xAB, 2, "AB", "AB"},
+      {"byte of a longer value", 0x1234, 2, "34", "34"},
+      {"word of a longer value", 0x12345678, 4, "7856", "5678"},
+      {"all four bytes", 0x12345678, 8, "78563412", "12345678"},
+      {"minus one as a word", static_cast<std::uint32_t>(-1), 4, "FFFF", "FFFF"},
+      {"minus 32 as a byte", static_cast<std::uint32_t>(-32), 2, "E0", "E0"},
+  }};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(HexTextLsbFirst(row.value, row.digits), row.lsb_first);
+    EXPECT_EQ(HexTextMsbFirst(row.value, row.digits), row.msb_first);
+    EXPECT_EQ(HexTextByGroups(row.value, 2, row.digits), row.lsb_first);
+  }
+  EXPECT_EQ(HexTextMsbFirst(0xABCDEF, 1), "F");
+  EXPECT_EQ(HexTextByGroups(0x123456, 2, 6), "563412");
+}
+
+TEST(HexTextToBytes, AppendsInPiecesAndSumsEverythingBefore) {
+  Bytes buffer(8, 0xEE);
+  std::size_t end = HexTextToBytes(buffer, 0, "01DF00");
+  EXPECT_EQ(end, 3u);
+  end = HexTextToBytes(buffer, end, "0000cs");
+  EXPECT_EQ(end, 6u);
+  EXPECT_EQ(buffer, (Bytes{0x01, 0xDF, 0x00, 0x00, 0x00, 0xE0, 0xEE, 0xEE}));
+  EXPECT_EQ(HexTextToBytes(buffer, end, "ffCS"), 8u);
+  EXPECT_EQ(buffer[7], 0xBF) << "sum 0x2BF: only the low byte stays";
+  EXPECT_EQ(HexTextToBytes(buffer, 8, ""), 8u);
+}
+
+TEST(HexTextToBytes, RefusesBadPairsAndShortBuffers) {
+  struct Row {
+    const char* name;
+    std::size_t start;
+    const char* text;
+    FaultCode code;
+  };
+  const std::array<Row, 5> rows{{
+      {"mixed case is no checksum", 0, "Cs", FaultCode::kNotANumber},
+      {"nor the other way round", 0, "cS", FaultCode::kNotANumber},
+      {"letters behind F", 0, "0G", FaultCode::kNotANumber},
+      {"one byte too many", 1, "0102", FaultCode::kIndexOutOfRange},
+      {"start outside", 3, "01", FaultCode::kIndexOutOfRange},
+  }};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    Bytes buffer(2);
+    EXPECT_EQ(FaultOf([&] { HexTextToBytes(buffer, row.start, row.text); }), row.code);
+  }
+}
+
+TEST(HexTextToBytesBackward, FillsDownToIndexZeroAndNoFurther) {
+  Bytes buffer(4, 0xEE);
+  EXPECT_EQ(HexTextToBytesBackward(buffer, 2, "0A0B"), 0);
+  EXPECT_EQ(buffer, (Bytes{0xEE, 0x0B, 0x0A, 0xEE}));
+  EXPECT_EQ(HexTextToBytesBackward(buffer, 1, "1122"), -1);
+  EXPECT_EQ(buffer, (Bytes{0x22, 0x11, 0x0A, 0xEE}));
+  EXPECT_EQ(FaultOf([&] { HexTextToBytesBackward(buffer, 0, "1122"); }),
+            FaultCode::kIndexOutOfRange);
+  EXPECT_EQ(FaultOf([&] { HexTextToBytesBackward(buffer, 4, "11"); }), FaultCode::kIndexOutOfRange);
+  EXPECT_EQ(FaultOf([&] { HexTextToBytesBackward(buffer, 3, "cs"); }), FaultCode::kNotANumber);
+}
+
+TEST(Checksum, IsTheSumModulo256) {
+  const Bytes full(300, 0xFF);
+  EXPECT_EQ(Checksum(full, 0), 0x00);
+  EXPECT_EQ(Checksum(full, 2), 0xFE);
+  EXPECT_EQ(Checksum(full, 300), 0xD4);
+  EXPECT_EQ(FaultOf([&] { Checksum(full, 301); }), FaultCode::kIndexOutOfRange);
+}
+
+TEST(CleanIntegerText, KeepsDigitsAndALeadingMinus) {
+  struct Row {
+    const char* name;
+    const char* text;
+    const char* fallback;
+    std::size_t max_length;
+    const char* cleaned;
+  };
+  const std::array<Row, 10> rows{{
+      {"letters and a later minus", "12a-3", "0", 0, "123"},
+      {"lone minus", "-", "3000", 0, "3000"},
+      {"negative", "-5", "0", 0, "-5"},
+      {"minus behind dropped characters", " x-5", "0", 0, "-5"},
+      {"second minus", "--5", "0", 0, "-5"},
+      {"decimal point", "1.5", "0", 0, "15"},
+      {"only a point", "-.", "7", 0, "7"},
+      {"empty", "", "3", 0, "3"},
+      {"cut to length", "123456", "0", 4, "1234"},
+      {"leading zeros stay", "007", "0", 0, "007"},
+  }};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(CleanIntegerText(row.text, row.fallback, row.max_length), row.cleaned);
+  }
+}
+
+TEST(IntegerOf, HoldsSixtyFourBits) {
+  EXPECT_EQ(IntegerOf("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(IntegerOf("007"), 7);
+  EXPECT_EQ(FaultOf([] { IntegerOf("9223372036854775808"); }), FaultCode::kDoesNotFit);
+  EXPECT_EQ(FaultOf([] { IntegerOf(""); }), FaultCode::kNotANumber);
+}
+
+TEST(Characters, OfEachKind) {
+  struct Row {
+    char character;
+    bool hex;
+    bool integer;
+    bool white;
+  };
+  const std::array<Row, 12> rows{{
+      {'0', true, true, false},
+      {'9', true, true, false},
+      {'A', true, false, false},
+      {'f', true, false, false},
+      {'G', false, false, false},
+      {'-', false, true, false},
+      {'.', false, false, false},
+      {'/', false, false, false},
+      {':', false, false, false},
+      {' ', false, false, true},
+      {'\t', false, false, true},
+      {'\xE3', false, false, false},
+  }};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.character);
+    EXPECT_EQ(IsHexDigit(row.character), row.hex);
+    EXPECT_EQ(IsIntegerCharacter(row.character), row.integer);
+    EXPECT_EQ(IsWhiteSpace(row.character), row.white);
+    EXPECT_EQ(IsDecimalPoint(row.character), row.character == '.');
+  }
+  EXPECT_TRUE(IsIntegerText(""));
+  EXPECT_TRUE(IsIntegerText("12-3"));
+  EXPECT_FALSE(IsIntegerText("1.2"));
+}
+
+TEST(Texts, BlanksGoAndNumbersReadBack) {
+  EXPECT_EQ(WithoutBlanks(" a b\t c "), "ab\tc");
+  EXPECT_EQ(ShortestText(0.1), "0.1");
+  EXPECT_EQ(ShortestText(1024.0), "1024");
+  EXPECT_EQ(ShortestText(-2.5e-7), "-2.5e-07");
+  EXPECT_EQ(std::stod(ShortestText(1.0 / 3.0)), 1.0 / 3.0);
+}
+
+}  // namespace
+}  // namespace warpline
