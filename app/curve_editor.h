@@ -1,0 +1,142 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/curve_graph.h"
+#include "core/LSSglobal.h"
+#include "core/correction.h"
+#include "core/messages.h"
+#include "files/LSSfile.h"
+
+// The curve editor without its window. It edits a copy of one axis's curve; the live curve changes
+// on Apply alone. The window forwards what the user did and then sets its controls and its graph
+// from here again.
+
+namespace warpline {
+
+// An entry of the interpolation list; the stored type is the entry's position plus 1.
+struct InterpolationEntry {
+  int text;                // message number
+  int fewest_points;       // what a requested point count is raised to
+  int most_points;         // and lowered to
+  int neighbour_distance;  // graph units that dragging keeps between two points
+};
+inline constexpr std::array<InterpolationEntry, 5> kInterpolationEntries{{
+    {189, 2, 16, 15},  // straight line
+    {190, 3, 16, 30},  // quadratic
+    {191, 4, 16, 30},  // cubic
+    {192, 5, 16, 30},  // quartic
+    {217, 4, 16, 15},  // B-spline
+}};
+
+// What the shape dialog reports when it was cancelled.
+inline constexpr int kNoShape = 65535;
+
+// The curve for drawing: 501 samples over X = 0..1, or none when it cannot be evaluated.
+struct SampledCurve {
+  std::vector<double> samples;
+  bool faulty = false;
+};
+
+// A point's coordinates in figures, both empty when no point is chosen.
+struct PointReadOut {
+  std::string x;
+  std::string y;
+};
+
+class CurveEditor {
+ public:
+  // Starts with the axis's live curve. files and messages must outlive this object.
+  CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files, const Messages& messages);
+
+  // What the controls show: check boxes, point count, interpolation and points are all those of
+  // this record.
+  const CurveDefinition& Curve() const { return curve_; }
+  Axis EditedAxis() const { return axis_; }
+  int InterpolationIndex() const { return curve_.CorreInterp - 1; }
+
+  // Whether there are changes that were not applied yet (the Apply button).
+  bool Changed() const { return changed_; }
+
+  // The pointer in graph units. Press grabs the first point within 4 units, and chooses none when
+  // there is none; Drag moves the grabbed point within its bounds; Release lets it go, still
+  // chosen.
+  void Press(int x, int y);
+  void Drag(int x, int y);
+  void Release() { dragging_ = false; }
+  bool Dragging() const { return dragging_; }
+
+  // The point grabbed last or chosen by key (0..CorrePointNum - 1): the one to highlight.
+  std::optional<int> SelectedPoint() const { return selected_; }
+
+  // Chooses the next or the previous point; the first or the last when none was chosen. False, with
+  // none chosen, when there is no further one: the keyboard focus may then go on.
+  bool SelectNext();
+  bool SelectPrevious();
+
+  // Moves the chosen point by graph units (y grows downwards) under the bounds of dragging. A
+  // direction with 0 keeps its coordinate as it is.
+  void MoveSelected(int dx, int dy);
+
+  // The commands below return false, with the record as it was, after a fault of the arithmetic
+  // (already shown).
+
+  // Holds the count to the limits of the interpolation, spreads the points evenly and puts them
+  // onto the curve.
+  bool SetPointCount(int count);
+
+  // The entry (0..4) of the interpolation list. Points are spread as by SetPointCount, evaluated by
+  // the former interpolation. The entry in force changes nothing.
+  bool SetInterpolation(int entry);
+
+  void SetFixed(bool fixed);
+
+  // On: the right half becomes the mirrored left half at once. Points of the left half that lie
+  // beyond the centre are first pulled back to it, so that X keeps ascending.
+  bool SetSymmetry(bool symmetric);
+
+  // Mirrors the curve left to right.
+  bool Reverse();
+
+  // Scales the curve to a spread of at most 0.25 and lifts its top to 1.0; the points take its
+  // heights.
+  bool Normalize();
+
+  // Replaces the curve by an initial shape; kNoShape changes nothing.
+  bool Seed(int shape);
+
+  // Copies the record into the live curve of the edited axis.
+  void Apply(LSSglobal& global);
+
+  // Shape files. Import replaces the record by the file's, flags included and whatever its point
+  // count; a refused file changes nothing. Failures are shown by the file layer.
+  bool Import(const std::filesystem::path& path);
+  bool Export(const std::filesystem::path& path);
+
+  // For drawing: the points in use in graph units, the curve, the chosen point's coordinates with
+  // three decimals.
+  std::vector<GraphPosition> GraphPositions() const;
+  SampledCurve Sampled() const;
+  PointReadOut ReadOut() const;
+
+ private:
+  template <typename Work>
+  bool Edit(Work work);
+  template <typename Work>
+  bool Rebuild(Work work);
+  void Deselect();
+
+  Axis axis_;
+  LSSfile& files_;
+  const Messages& messages_;
+  CurveDefinition curve_;
+  std::optional<int> selected_;
+  bool dragging_ = false;  // the chosen point is grabbed
+  bool changed_ = false;
+};
+
+}  // namespace warpline
