@@ -1,0 +1,179 @@
+#include "core/fault.h"
+#include "core/system.h"
+#include "tests/files/file_fixture.h"
+
+namespace warpline {
+namespace {
+
+const std::string kShape = "[Warpline Shape File 2.0]\r\n";
+constexpr const char* kSaveRefused = "Failed writing file.";
+
+TEST(OpenDataFile, ShowsExactlyOneMessagePerFailure) {
+  const TempFolder folder;
+  const struct {
+    const char* name;
+    const char* type;
+    std::string bytes;
+    const char* message;  // null: accepted
+  } rows[] = {
+      {"accepted", "wls", kShape, nullptr},
+      {"no last line end", "wls", kShape + "CorreFixed=0", nullptr},
+      {"line feeds alone", "wls", "[Warpline Shape File 2.0]\nCorreFixed=0\n", nullptr},
+      {"half a line end at the end", "wls", kShape + "CorreFixed=0\r", nullptr},
+      {"carriage returns alone", "wls", "[Warpline Shape File 2.0]\rCorreFixed=2\r", nullptr},
+      {"empty line of LF", "wls", kShape + "\nX=1", nullptr},
+      {"empty line of CR LF", "wls", kShape + "\r\nX=1", nullptr},
+      {"line of blanks", "wls", kShape + "  \r\nX=1", "The parameter value is not correct."},
+      {"empty line first", "wls", "\n" + kShape, "The file format is corrupted."},
+      {"empty file", "wls", "", "The file format is corrupted."},
+      {"old version", "wlt", "[Warpline Tool Data File]",
+       "File version is different. Loading is not possible."},
+      {"invalid line", "wls", kShape + "X=1", "The parameter value is not correct."},
+      {"check of the whole", "wls", kShape + "CorreDataPtsX00=1",
+       "The parameter value is not correct."},
+      {"unknown type word", "txt", kShape, "The parameter value is not correct."},
+      {"type word in other case", "WLS", kShape, "The parameter value is not correct."},
+      {"settings without section", "ini", "ComSpeed=1", nullptr},
+      {"empty settings", "ini", "", nullptr},
+      {"NULs", "wlt", std::string(5000, '\0'), "The file format is corrupted."},
+      {"a long line", "wlt", std::string(1 << 20, '['), "The file format is corrupted."},
+      {"a long key", "wls", kShape + std::string(1 << 20, ' ') + "=",
+       "The parameter value is not "
+       "correct."},
+  };
+  for (const auto& row : rows) {
+    FileWorld world;
+    const auto path = folder.Write("file", row.bytes);
+    EXPECT_EQ(world.file.OpenDataFile(path, row.type), row.message == nullptr) << row.name;
+    std::vector<RecordedMessage> expected;
+    if (row.message != nullptr) expected.push_back(Critical(row.message));
+    EXPECT_EQ(world.display.messages, expected) << row.name;
+  }
+}
+
+TEST(OpenDataFile, ShowsTheRegisterLinesMessagesFirst) {
+  const TempFolder folder;
+  FileWorld world;
+  const auto path = folder.Write("a.wlr", "[Warpline Register File]\nh_scroll=12345G");
+  EXPECT_FALSE(world.file.OpenDataFile(path, kTypeWlr));
+  const std::vector<RecordedMessage> expected{Critical("The length of parameter is not correct."),
+                                              Critical("The parameter value is not correct."),
+                                              Critical("The parameter value is not correct.")};
+  EXPECT_EQ(world.display.messages, expected);
+}
+
+TEST(OpenDataFile, ShowsTheSystemsErrors) {
+  const TempFolder folder;
+  const std::string missing =
+      SystemErrorText(std::make_error_code(std::errc::no_such_file_or_directory));
+  for (const std::string_view type : {kTypeWlt, kTypeWls, kTypeWlr}) {
+    FileWorld world;
+    world.global.Registers[kHorizontal][kScroll] = "1234";
+    EXPECT_FALSE(world.file.OpenDataFile(folder / "missing", type));
+    EXPECT_EQ(world.display.messages, std::vector{Critical(missing)});
+    EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], type == kTypeWlr ? "" : "1234");
+  }
+  FileWorld world;
+  EXPECT_FALSE(world.file.OpenDataFile(folder / "missing", kTypeIni));
+  EXPECT_TRUE(world.display.messages.empty());
+  EXPECT_FALSE(world.file.OpenDataFile(folder.Path(), kTypeWlt));
+  ASSERT_EQ(world.display.messages.size(), 1u);
+  EXPECT_FALSE(world.display.messages[0].text.empty());
+}
+
+TEST(OpenDataFile, SettingsAreCommittedAndStagingIsKept) {
+  const TempFolder folder;
+  FileWorld world;
+  world.global.Settings.SectionFound = true;
+  const auto ini = folder.Write("a.ini", "ComSpeed=1\r\n;LANPort=1\r\nComSpeed=9\r\n\r\nComPort=3");
+  EXPECT_TRUE(world.file.OpenDataFile(ini, kTypeIni));
+  EXPECT_EQ(world.global.Settings.ComSpeed, 1);
+  EXPECT_EQ(world.global.Settings.ComPort, 0);
+  EXPECT_FALSE(world.global.Settings.SectionFound);
+
+  const auto refused = folder.Write("a.wls", kShape + "CorreInterp=4\nCorreInterp=9");
+  EXPECT_FALSE(world.file.OpenDataFile(refused, kTypeWls));
+  EXPECT_TRUE(world.file.OpenDataFile(folder.Write("b.wls", kShape), kTypeWls));
+  EXPECT_EQ(world.file.Staging().Curves[kHorizontal].CorreInterp, kQuartic);
+  world.file.ResetStaging();
+  EXPECT_EQ(world.file.Staging(), world.global.Correction);
+}
+
+TEST(OpenDataFile, LetsFaultsThrough) {
+  const TempFolder folder;
+  FileWorld world;
+  const auto path = folder.Write("a.wls", kShape + "CorreFixed=99999999999");
+  EXPECT_THROW(world.file.OpenDataFile(path, kTypeWls), Fault);
+  EXPECT_TRUE(world.display.messages.empty());
+}
+
+TEST(SaveDataFile, RoundTripsEveryKind) {
+  const TempFolder folder;
+  FileWorld world;
+  world.global.Settings.IPAddress = "10.0.0.7";
+  world.global.Correction.Axes[kVertical].Distortion = 17;
+  for (AxisRegisters& axis : world.global.Registers) axis.fill("12");
+  for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
+    const auto path = folder / std::string("\xE6\x98\xA0.").append(type);
+    EXPECT_TRUE(world.file.SaveDataFile(path, type)) << type;
+    EXPECT_EQ(TempFolder::Read(path), world.Written(type)) << type;
+    EXPECT_TRUE(world.file.SaveDataFile(path, type)) << "over the old " << type;
+    FileWorld reader;
+    EXPECT_TRUE(reader.file.OpenDataFile(path, type)) << type;
+    if (type == kTypeIni) {
+      EXPECT_EQ(reader.global.Settings.IPAddress, "10.0.0.7");
+    }
+    if (type == kTypeWlt) {
+      EXPECT_EQ(reader.file.Staging(), world.global.Correction);
+    }
+    if (type == kTypeWlr) {
+      EXPECT_EQ(reader.global.Registers, world.global.Registers);
+    }
+  }
+  EXPECT_EQ(folder.Names().size(), 4u);
+  EXPECT_TRUE(world.display.messages.empty());
+}
+
+TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
+  const TempFolder folder;
+  const auto read_only = folder.Write("read_only.wlt", "old");
+  std::filesystem::permissions(read_only, std::filesystem::perms::owner_read);
+  folder.Write("old.wlt", "old");
+  const std::vector<std::string> names = folder.Names();
+  const struct {
+    const char* name;
+    const char* file;
+    const char* type;
+    double coordinate;
+    std::string message;
+  } rows[] = {
+      {"read-only", "read_only.wlt", "wlt", 0.0, kSaveRefused},
+      {"attributes come before the contents", "read_only.wlt", "wlt", std::nan(""), kSaveRefused},
+      {"folder", ".", "wlt", 0.0, kSaveRefused},
+      {"no number over an old file", "old.wlt", "wlt", std::nan(""), "Failed to save the file."},
+      {"no number in a new file", "new.wlt", "wlt", std::nan(""), "Failed to save the file."},
+      {"unknown type word", "old.wlt", "txt", 0.0, "The parameter value is not correct."},
+  };
+  for (const auto& row : rows) {
+    FileWorld world;
+    world.global.Correction.Curves[kVertical].CorreDataPts[7].X = row.coordinate;
+    EXPECT_FALSE(world.file.SaveDataFile(folder / row.file, row.type)) << row.name;
+    EXPECT_EQ(world.display.messages, std::vector{Critical(row.message)}) << row.name;
+    EXPECT_EQ(folder.Names(), names) << row.name;
+    EXPECT_EQ(TempFolder::Read(folder / "old.wlt"), "old") << row.name;
+    EXPECT_EQ(TempFolder::Read(read_only), "old") << row.name;
+  }
+}
+
+TEST(SaveDataFile, ShowsTheSystemsErrors) {
+  const TempFolder folder;
+  FileWorld world;
+  EXPECT_FALSE(world.file.SaveDataFile(folder / "missing" / "a.wlt", kTypeWlt));
+  ASSERT_EQ(world.display.messages.size(), 1u);
+  EXPECT_EQ(world.display.messages[0].title, kTitle);
+  EXPECT_FALSE(world.display.messages[0].text.empty());
+  EXPECT_TRUE(folder.Names().empty());
+}
+
+}  // namespace
+}  // namespace warpline

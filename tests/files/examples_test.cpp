@@ -1,0 +1,109 @@
+#include <random>
+
+#include "core/fault.h"
+#include "tests/files/file_fixture.h"
+
+namespace warpline {
+namespace {
+
+struct Example {
+  const char* name;
+  const char* type;
+  bool present_version;
+  int screen_type;  // -1: a shape
+};
+
+constexpr Example kExamples[] = {
+    {"cylinder.wlt", "wlt", true, 0},
+    {"cylinder_vertical_bow.wlt", "wlt", true, 1},
+    {"sphere.wlt", "wlt", true, 2},
+    {"corner_wall.wlt", "wlt", true, 3},
+    {"corner_ceiling.wlt", "wlt", true, 4},
+    {"other_bspline.wlt", "wlt", true, 5},
+    {"other_quartic.wlt", "wlt", true, 5},
+    {"old_version_2.wlt", "wlt", false, 2},
+    {"shape_version_1.wls", "wls", false, -1},
+    {"shape_version_2.wls", "wls", true, -1},
+};
+
+std::string TextOf(const Example& example) {
+  return TempFolder::Read(kSourceFolder / "examples" / example.name);
+}
+
+TEST(Examples, AreReadAndWrittenAsTheyStand) {
+  for (const Example& example : kExamples) {
+    const std::string text = TextOf(example);
+    FileWorld world;
+    EXPECT_EQ(world.Read(example.type, text), std::nullopt) << example.name;
+    world.global.Correction = world.file.Staging();
+    if (example.screen_type >= 0) {
+      EXPECT_EQ(world.global.Correction.ScreenType, example.screen_type) << example.name;
+    }
+    if (example.present_version) {
+      EXPECT_EQ(world.Written(example.type), text) << example.name;
+    }
+  }
+}
+
+TEST(Examples, TheOldVersionsValuesAreConverted) {
+  FileWorld world;
+  EXPECT_EQ(world.Read("wlt", TextOf(kExamples[7])), std::nullopt);
+  EXPECT_EQ(world.file.Staging().Axes[kHorizontal].Distortion, 16);
+  EXPECT_EQ(world.file.Staging().Axes[kVertical].Distortion, 22);
+  EXPECT_EQ(world.file.Staging().Curves[kVertical].CorreDataPts[1], (CurvePoint{0.5, 1.0}));
+}
+
+// One to four random changes: a byte put in, a piece cut out or doubled, digits or separators put
+// in.
+std::string Mutated(std::string text, std::mt19937& random) {
+  for (auto changes = random() % 4 + 1; changes > 0; --changes) {
+    const std::size_t at = random() % (text.size() + 1);
+    const std::string piece = text.substr(at, random() % 40);
+    switch (random() % 5) {
+      case 0:
+        text.insert(at, 1, static_cast<char>(random() % 256));
+        break;
+      case 1:
+        text.erase(at, piece.size());
+        break;
+      case 2:
+        text.insert(at, piece);
+        break;
+      case 3:
+        text.insert(at, "99999999999");
+        break;
+      default:
+        text.insert(at, std::string("-=;\r\n H_").substr(random() % 8));
+    }
+  }
+  return text;
+}
+
+TEST(Examples, MutationsNeverReachTheLiveCorrection) {
+  std::mt19937 random(20240611);
+  const CorrectionData untouched = FileWorld().global.Correction;
+  int accepted = 0;
+  int refused = 0;
+  int faults = 0;
+  for (int round = 0; round < 5000; ++round) {
+    const Example& example = kExamples[static_cast<std::size_t>(round) % std::size(kExamples)];
+    // Some go to another format than their own.
+    const std::string_view type = round % 16 == 0   ? kTypeWlr
+                                  : round % 16 == 8 ? kTypeIni
+                                                    : std::string_view(example.type);
+    FileWorld world;
+    try {
+      ++(world.Read(type, Mutated(TextOf(example), random)) ? refused : accepted);
+    } catch (const Fault&) {
+      ++faults;
+    }
+    ASSERT_EQ(world.global.Correction, untouched) << round;
+  }
+  // The changes are neither all harmless nor all fatal.
+  EXPECT_GT(accepted, 100);
+  EXPECT_GT(refused, 100);
+  EXPECT_GT(faults, 10);
+}
+
+}  // namespace
+}  // namespace warpline
