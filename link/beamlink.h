@@ -4,8 +4,9 @@
 
 #include WARPLINE_PLATFORM_HEADER
 
-// Everything that this side believes about the projector maker's control library "Beamlink": entry points, records and
-// result codes. When the maker's library turns out to differ, this is the one place to correct.
+// Everything that this side believes about the projector maker's control library "Beamlink": entry
+// points, records and result codes. When the maker's library turns out to differ, this is the one
+// place to correct.
 
 namespace warpline {
 
@@ -58,7 +59,8 @@ struct PJPcViewerInformation {
 };
 
 // The entry points that the tool calls: X(name, parameters). All return a 32-bit result.
-// PJAnyCommand: reply_length holds the capacity of the reply buffer on entry and the reply's length on return.
+// PJAnyCommand: reply_length holds the capacity of the reply buffer on entry and the reply's length
+// on return.
 #define WARPLINE_BEAMLINK_REQUIRED(X)                                                             \
   X(PJCommDevOpen, (std::int32_t kind, const char* first, const char* second, std::int32_t mode)) \
   X(PJCommDevClose, (std::int32_t handle))                                                        \
@@ -94,7 +96,7 @@ struct PJPcViewerInformation {
 
 // The functions' types: PJCommDevOpenFunction and so on.
 #define WARPLINE_DECLARE_TYPE(name, parameters) \
-  using name##Function = std::int32_t(WARPLINE_LIBRARY_CALL) parameters;
+  using name##Function = std::int32_t WARPLINE_LIBRARY_CALL parameters;
 WARPLINE_BEAMLINK_REQUIRED(WARPLINE_DECLARE_TYPE)
 #undef WARPLINE_DECLARE_TYPE
 

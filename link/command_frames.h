@@ -8,10 +8,11 @@
 
 #include "core/register_set.h"
 
-// The projector's command frames. A frame is composed as a text of hex digit pairs ("cs" stands for the checksum) and then
-// converted to bytes:
-//   0-2 header, 3-4 count of the bytes from byte 5 up to the checksum (most significant byte first), 5-6 sub-command,
-//   with data: 7-8 number of data bytes (least significant byte first), 9... data; last the checksum.
+// The projector's command frames. A frame is composed as a text of hex digit pairs ("cs" stands for
+// the checksum) and then converted to bytes:
+//   0-2 header, 3-4 count of the bytes from byte 5 up to the checksum (most significant byte
+//   first), 5-6 sub-command, with data: 7-8 number of data bytes (least significant byte
+//   first), 9... data; last the checksum.
 
 namespace warpline {
 
@@ -35,7 +36,8 @@ inline constexpr int kLastCommand = 21;
 inline constexpr std::string_view kProbeText = "01DF000000cs";
 inline constexpr std::string_view kModelClassText = "008500000100cs";
 
-// The first model class that stores by command 21; below it the whole block is sent, below 3 nothing.
+// The first model class that stores by command 21; below it the whole block is sent, below 3
+// nothing.
 inline constexpr int kStoreCommandClass = 5;
 inline constexpr int kWholeBlockClass = 3;
 
@@ -43,16 +45,16 @@ inline constexpr int kWholeBlockClass = 3;
 inline constexpr int kWholeBlockTableBytes = 1536;
 inline constexpr std::size_t kWholeBlockTableStart = 12;
 
-// The text of a command of the table; nothing for a number that must not be sent (13, 15) or does not exist. An empty
-// comp_disp counts as "00". mode is the value byte of command 18.
+// The text of a command of the table; nothing for a number that must not be sent (13, 15) or does
+// not exist. An empty comp_disp counts as "00". mode is the value byte of command 18.
 std::optional<std::string> ComposeCommandText(int number, const RegisterSet& registers,
                                               std::int16_t mode);
 
 // The bytes of a command text.
 Frame FrameOf(std::string_view text);
 
-// The whole-block frame for model class 3 or 4 (reply5: byte 5 of the model-class answer); nothing when the two tables do
-// not fit into the shared field.
+// The whole-block frame for model class 3 or 4 (reply5: byte 5 of the model-class answer); nothing
+// when the two tables do not fit into the shared field.
 std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_class, int reply5);
 
 // The frame as upper-case hex without blanks.

@@ -1,24 +1,23 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
-#include <vector>
 
 #include "core/LSSglobal.h"
 #include "core/interfaces.h"
 #include "core/messages.h"
 #include "link/beamlink.h"
+#include "link/command_frames.h"
 
-// The operations that the tool needs of the control library. Each returns true on success; a failure has already been
-// shown to the user in exactly one message when it returns false. The link stays open after a failure: the caller closes
-// it.
+// The operations that the tool needs of the control library. Each returns true on success; a
+// failure has already been shown to the user in exactly one message when it returns false. The link
+// stays open after a failure: the caller closes it.
 
 namespace warpline {
 
-// The loaded library, or null when it cannot be loaded or lacks a required entry point. Asked once for every OpenLink.
+// The loaded library, or null when it cannot be loaded or lacks a required entry point. Asked once
+// for every OpenLink.
 using BeamlinkProvider = std::function<const BeamlinkFunctions*()>;
 
 // Loads the library of that name from the program's own folder at the first call and keeps it.
@@ -38,13 +37,13 @@ class ProjectorLink {
   bool IsOpen() const { return handle_ >= 0; }
   std::int32_t LastOpenError() const { return last_open_error_; }
 
-  // The projector answers, tells its panel (kept in LSSglobal::Panel; 1024x768 when it reports none) and accepts the
-  // probe frame.
+  // The projector answers, tells its panel (kept in LSSglobal::Panel; 1024x768 when it reports
+  // none) and accepts the probe frame.
   bool CheckConnection();
 
-  // One command of the table (0..12, 14, 16..21) with the register texts and the projector mode of LSSglobal. Command 21
-  // asks for the model class first and becomes the whole-block transfer below class 5. A refusal in the reply is a
-  // failure. Other numbers throw Fault(kIndexOutOfRange).
+  // One command of the table (0..12, 14, 16..21) with the register texts and the projector mode of
+  // LSSglobal. Command 21 asks for the model class first and becomes the whole-block transfer below
+  // class 5. A refusal in the reply is a failure. Other numbers throw Fault(kIndexOutOfRange).
   bool SendCommand(int number);
 
   // The projector's picture mode: 1, or 0 for every other value of its answer.
@@ -53,16 +52,32 @@ class ProjectorLink {
   // Selects the input shown once more, so that a mode that was asked for takes effect.
   bool SwitchInput();
 
-  // False, with message 198, when a text does not have its field's length; called before anything is sent. Tables are
-  // checked against the panel when one is given, else only for whole bytes.
+  // False, with message 198, when a text does not have its field's length; called before anything
+  // is sent. Tables are checked against the panel when one is given, else only for whole bytes.
   static bool RegistersComplete(const RegisterSet& registers, std::optional<PanelSize> panel,
                                 const Messages& messages);
 
  private:
+  struct ModelAnswer {
+    int model_class = 0;
+    int reply5 = 0;
+  };
+
+  // One call of the library went through; else its failure is shown.
+  bool Passed(MessageCategory category, std::int32_t result);
   bool SetTimeOut(std::int32_t milliseconds);
   bool CheckRunning();
-  bool Exchange(std::span<const std::uint8_t> frame, std::int32_t time_out);
-  bool SendWholeBlockOrStore();
+  bool ReadPanel();
+  // The raw exchange alone; keeps the reply.
+  std::int32_t SendRaw(const Frame& frame);
+  // Time-out, running status and raw exchange.
+  bool Exchange(const Frame& frame, std::int32_t time_out);
+  // A byte of the last reply; nothing, as a receive error, when the reply is too short.
+  std::optional<std::uint8_t> ReplyByte(std::size_t index);
+  // The error byte of the last reply tells that the command was accepted.
+  bool ReplyAccepted();
+  std::optional<ModelAnswer> AskModelClass();
+  bool SendWholeBlock(const ModelAnswer& model);
 
   LSSglobal& global_;
   const Messages& messages_;
@@ -71,7 +86,7 @@ class ProjectorLink {
   const BeamlinkFunctions* library_ = nullptr;
   std::int32_t handle_ = -1;
   std::int32_t last_open_error_ = 0;
-  std::vector<std::uint8_t> reply_;
+  Frame reply_;
 };
 
 }  // namespace warpline

@@ -1,0 +1,235 @@
+#include "link/projector_link.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "core/fault.h"
+
+namespace warpline {
+namespace {
+
+// The projector needs this much longer to take in the whole block.
+constexpr std::int32_t kWholeBlockExtraMilliseconds = 7000;
+
+// No reply of a projector comes near this length.
+constexpr std::size_t kReplyCapacity = 4096;
+
+// What replies say where.
+constexpr std::size_t kReplyErrorByte = 5;
+constexpr std::size_t kReplyModeByte = 6;
+constexpr std::size_t kReplyModelClassByte = 7;
+
+constexpr std::array<std::string_view, 4> kSerialSpeeds{"4800", "9600", "19200", "38400"};
+
+struct OpenParameters {
+  std::string first;
+  std::string second;
+};
+
+OpenParameters ParametersOf(const Settings& settings) {
+  if (settings.ConnectDevice == kSerial) {
+    const auto speed = static_cast<std::size_t>(settings.ComSpeed);
+    return {"COM" + std::to_string(settings.ComPort + 1),
+            std::string(kSerialSpeeds[std::min(speed, kSerialSpeeds.size() - 1)])};
+  }
+  if (settings.ConnectDevice == kUsb) return {"USB" + std::to_string(settings.USBPort + 1), ""};
+  return {settings.IPAddress, settings.LANPort};
+}
+
+using ParameterBuffer = std::array<char, kBeamlinkParameterSize>;
+
+ParameterBuffer BufferOf(const std::string& text) {
+  ParameterBuffer buffer{};
+  text.copy(buffer.data(), buffer.size() - 1);
+  return buffer;
+}
+
+// The digits that a field must have; nothing when any number of whole bytes will do.
+std::optional<std::size_t> DigitsWanted(std::size_t field, Axis axis,
+                                        std::optional<PanelSize> panel) {
+  const std::size_t fixed = kRegisterFields[field].hex_digits;
+  if (fixed > 0) return fixed;
+  if (panel) return Corre2Digits(LineCount(*panel, axis));
+  return std::nullopt;
+}
+
+bool FieldComplete(const std::string& text, std::size_t field, Axis axis,
+                   std::optional<PanelSize> panel) {
+  if (field == kCompDisp && text.empty()) return true;
+  const auto wanted = DigitsWanted(field, axis, panel);
+  return wanted ? text.size() == *wanted : text.size() % 2 == 0;
+}
+
+}  // namespace
+
+ProjectorLink::ProjectorLink(LSSglobal& global, const Messages& messages, BusyIndicator& busy,
+                             BeamlinkProvider provider)
+    : global_(global), messages_(messages), busy_(busy), provider_(std::move(provider)) {}
+
+ProjectorLink::~ProjectorLink() {
+  if (IsOpen()) library_->PJCommDevClose(handle_);
+}
+
+bool ProjectorLink::OpenLink() {
+  library_ = provider_();
+  if (library_ == nullptr) {
+    messages_.ShowText(kMsgLibraryMissing);
+    return false;
+  }
+  const OpenParameters parameters = ParametersOf(global_.Settings);
+  const ParameterBuffer first = BufferOf(parameters.first);
+  const ParameterBuffer second = BufferOf(parameters.second);
+  const std::int32_t result = library_->PJCommDevOpen(global_.Settings.ConnectDevice, first.data(),
+                                                      second.data(), kBeamlinkBlocking);
+  busy_.ProcessPendingEvents();
+  if (result >= 0) {
+    handle_ = result;
+    return true;
+  }
+  last_open_error_ = result;
+  messages_.ShowMessage(MessageCategory::kOpen, result);
+  return false;
+}
+
+bool ProjectorLink::CloseLink() {
+  if (!IsOpen()) return true;
+  return Passed(MessageCategory::kClose, library_->PJCommDevClose(std::exchange(handle_, -1)));
+}
+
+bool ProjectorLink::CheckConnection() {
+  if (!SetTimeOut(TimeOutOf(global_.Settings)) || !CheckRunning() || !ReadPanel()) return false;
+  if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return false;
+  const auto error = ReplyByte(kReplyErrorByte);
+  if (!error) return false;
+  if (*error == 0) return true;
+  messages_.ShowMessage(MessageCategory::kReply, *error);
+  return false;
+}
+
+bool ProjectorLink::SendCommand(int number) {
+  if (number == kCommandStore) {
+    const auto model = AskModelClass();
+    if (!model) return false;
+    if (model->model_class < kStoreCommandClass) return SendWholeBlock(*model);
+  }
+  const auto text = ComposeCommandText(number, global_.Registers, global_.ProjectorMode);
+  if (!text) throw Fault(FaultCode::kIndexOutOfRange);
+  if (!Exchange(FrameOf(*text), TimeOutOf(global_.Settings))) return false;
+  // Asking for mode 1 and asking which mode is set are the same bytes, and the answer tells the
+  // mode where others tell errors.
+  return *text == ComposeCommandText(kCommandQueryMode, {}, 0) || ReplyAccepted();
+}
+
+std::optional<std::int16_t> ProjectorLink::QueryMode() {
+  if (!SendCommand(kCommandQueryMode)) return std::nullopt;
+  const auto mode = ReplyByte(kReplyModeByte);
+  if (!mode) return std::nullopt;
+  return static_cast<std::int16_t>(*mode == 1 ? 1 : 0);
+}
+
+bool ProjectorLink::SwitchInput() {
+  if (!SetTimeOut(TimeOutOf(global_.Settings))) return false;
+  PJStatus status{};
+  return Passed(MessageCategory::kExchange, library_->PJGetStatus(handle_, &status)) &&
+         Passed(MessageCategory::kExchange, library_->PJSetInput(handle_, status.Input));
+}
+
+bool ProjectorLink::RegistersComplete(const RegisterSet& registers, std::optional<PanelSize> panel,
+                                      const Messages& messages) {
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    for (std::size_t field = 0; field < kRegisterFieldCount; ++field) {
+      if (FieldComplete(registers[axis][field], field, axis, panel)) continue;
+      messages.ShowText(kMsgParameterLength);
+      return false;
+    }
+  }
+  return true;
+}
+
+bool ProjectorLink::Passed(MessageCategory category, std::int32_t result) {
+  busy_.ProcessPendingEvents();
+  if (result == kBeamlinkOk) return true;
+  messages_.ShowMessage(category, result);
+  return false;
+}
+
+bool ProjectorLink::SetTimeOut(std::int32_t milliseconds) {
+  // Every exchange begins here, so this is where a link that is not open shows.
+  if (!IsOpen()) return Passed(MessageCategory::kExchange, kBeamlinkNotInitialized);
+  return Passed(MessageCategory::kTimeOut, library_->PJCommDevSetAckTimeout(handle_, milliseconds));
+}
+
+bool ProjectorLink::CheckRunning() {
+  PJRunningStatus status{};
+  return Passed(MessageCategory::kExchange, library_->PJGetRunningStatus(handle_, &status));
+}
+
+bool ProjectorLink::ReadPanel() {
+  PJPcViewerInformation information{};
+  const std::int32_t result = library_->PJGetPcViewerInformation(handle_, &information);
+  if (result == kBeamlinkNoPanelInformation) {
+    global_.Panel = kDefaultPanelSize;
+    return Passed(MessageCategory::kExchange, kBeamlinkOk);
+  }
+  if (!Passed(MessageCategory::kExchange, result)) return false;
+  global_.Panel = {information.PanelWidth, information.PanelHeight};
+  return true;
+}
+
+std::int32_t ProjectorLink::SendRaw(const Frame& frame) {
+  reply_.assign(kReplyCapacity, 0);
+  auto length = static_cast<std::int32_t>(kReplyCapacity);
+  const std::int32_t result = library_->PJAnyCommand(
+      handle_, frame.data(), static_cast<std::int32_t>(frame.size()), reply_.data(), &length);
+  reply_.resize(
+      static_cast<std::size_t>(std::clamp(length, 0, static_cast<std::int32_t>(kReplyCapacity))));
+  return result;
+}
+
+bool ProjectorLink::Exchange(const Frame& frame, std::int32_t time_out) {
+  return SetTimeOut(time_out) && CheckRunning() &&
+         Passed(MessageCategory::kExchange, SendRaw(frame));
+}
+
+std::optional<std::uint8_t> ProjectorLink::ReplyByte(std::size_t index) {
+  if (index < reply_.size()) return reply_[index];
+  messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
+  return std::nullopt;
+}
+
+bool ProjectorLink::ReplyAccepted() {
+  const auto error = ReplyByte(kReplyErrorByte);
+  if (!error) return false;
+  if (*error == 0) return true;
+  messages_.ShowMessage(MessageCategory::kReply, kReplyFailed);
+  return false;
+}
+
+std::optional<ProjectorLink::ModelAnswer> ProjectorLink::AskModelClass() {
+  if (!SetTimeOut(TimeOutOf(global_.Settings)) || !CheckRunning()) return std::nullopt;
+  const std::int32_t result = SendRaw(FrameOf(kModelClassText));
+  // A projector that knows no model classes keeps silent or answers with less.
+  const bool silent = result == kBeamlinkNoResponse ||
+                      (result == kBeamlinkOk && reply_.size() <= kReplyModelClassByte);
+  if (!silent && !Passed(MessageCategory::kExchange, result)) return std::nullopt;
+  if (silent || reply_[kReplyModelClassByte] < kWholeBlockClass) {
+    messages_.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
+    return std::nullopt;
+  }
+  return ModelAnswer{reply_[kReplyModelClassByte], reply_[kReplyErrorByte]};
+}
+
+bool ProjectorLink::SendWholeBlock(const ModelAnswer& model) {
+  const auto frame = ComposeWholeBlock(global_.Registers, model.model_class, model.reply5);
+  if (!frame) {
+    messages_.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
+    return false;
+  }
+  return Exchange(*frame, TimeOutOf(global_.Settings) + kWholeBlockExtraMilliseconds) &&
+         ReplyAccepted();
+}
+
+}  // namespace warpline
