@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 
 #include "core/LSSglobal.h"
@@ -9,9 +10,10 @@
 #include "core/messages.h"
 #include "link/projector_link.h"
 
-// What Apply, Store and Initialize do, without a window. Each runs between BeginBusy and EndBusy, opens the link and
-// closes it again whatever happens, stops at the first failure (already shown), and returns true when everything went
-// well. In demo mode nothing is opened and nothing is sent. A fault of the arithmetic becomes the run-time error report.
+// What Apply, Store and Initialize do, without a window. Each runs between BeginBusy and EndBusy,
+// opens the link and closes it again whatever happens, stops at the first failure (already shown),
+// and returns true when everything went well. In demo mode nothing is opened and nothing is sent. A
+// fault of the arithmetic becomes the run-time error report.
 
 namespace warpline {
 
@@ -21,21 +23,24 @@ class ProjectorCommands {
   ProjectorCommands(LSSglobal& global, ProjectorLink& link, const Messages& messages,
                     BusyIndicator& busy);
 
-  // Builds both axes' registers for the panel that the projector reports and shows them: commands 20, 0, 2, 3, 16, 17, 1.
-  // The second copy of the parameters follows the current ones in any case.
+  // Builds both axes' registers for the panel that the projector reports and shows them: commands
+  // 20, 0, 2, 3, 16, 17, 1. The second copy of the parameters follows the current ones in any case.
   bool Apply();
 
   // As Apply up to the registers, then makes the projector keep the correction and asks for mode 1.
   bool Store();
 
-  // Clears the projector's correction (commands 20, 0, 1), then resets the parameters of both axes in the current record
-  // and the second copy; curves, screen type and projection flags stay. The reset happens even when sending failed.
+  // Clears the projector's correction (commands 20, 0, 1), then resets the parameters of both axes
+  // in the current record and the second copy; curves, screen type and projection flags stay. The
+  // reset happens even when sending failed.
   bool Initialize();
 
-  // Sends the register texts of LSSglobal, as a register file brought them, with the same commands and checks as Apply.
+  // Sends the register texts of LSSglobal, as a register file brought them, with the same commands
+  // and checks as Apply.
   bool SendRegisters();
 
-  // The projector's picture mode (0 or 1), also kept in LSSglobal; nothing after a failure. 0 in demo mode.
+  // The projector's picture mode (0 or 1), also kept in LSSglobal; nothing after a failure. 0 in
+  // demo mode.
   std::optional<std::int16_t> ReadMode();
 
   // Sets the picture mode (0..2) and selects the input again.
@@ -44,6 +49,9 @@ class ProjectorCommands {
  private:
   bool RunLinked(const std::function<bool()>& work);
   bool SendAll(std::initializer_list<int> commands);
+  // Sends command 18 and records the mode when it was taken.
+  bool SendMode(std::int16_t mode);
+  // Checks the connection and builds the registers for the panel that it reported.
   bool BuildForPanel();
 
   LSSglobal& global_;
