@@ -1,0 +1,50 @@
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "core/system.h"
+#include "sim/projector_options.h"
+#include "sim/server.h"
+#include "sim/stop_signal.h"
+
+namespace {
+
+using warpline::sim::ProjectorOptions;
+using warpline::sim::Server;
+
+bool OpenPlaces(Server& server, const ProjectorOptions& options) {
+  std::string reason;
+  const bool open = (!options.Listen || server.Listen(*options.Listen, reason)) &&
+                    (!options.Serial || server.OfferSerial(*options.Serial, reason));
+  if (!open) std::cerr << reason << "\n";
+  return open;
+}
+
+int Run(ProjectorOptions options) {
+  options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
+  warpline::sim::StopSignal stop;
+  warpline::sim::Station station(options.Station);
+  Server server(station);
+  if (!OpenPlaces(server, options)) return 1;
+  std::cout << "listening on "
+            << (options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial))
+            << std::endl;
+  stop.Wait();
+  server.Stop();
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    int exit_code = 0;
+    const std::optional<ProjectorOptions> options = warpline::sim::ParseProjectorOptions(
+        warpline::CommandLineWords(argc, argv), std::cout, std::cerr, exit_code);
+    return options ? Run(*options) : exit_code;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    return 1;
+  }
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "sim/socket.h"
+#include "sim/station.h"
+
+// The command line of the simulated projector.
+
+namespace warpline::sim {
+
+struct ProjectorOptions {
+  StationSetup Station;
+  std::optional<Endpoint> Listen;
+  std::optional<std::filesystem::path> Serial;
+};
+
+// The options of the command line's words (the program's name left out). Nothing when the program
+// is to end at once with that exit code: 0 after the help was printed to out, 2 after an error was.
+std::optional<ProjectorOptions> ParseProjectorOptions(const std::vector<std::string>& words,
+                                                      std::ostream& out, std::ostream& err,
+                                                      int& exit_code);
+
+}  // namespace warpline::sim

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <atomic>
+#include <list>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "sim/serial.h"
+#include "sim/socket.h"
+#include "sim/station.h"
+
+// Brings a projector in operation and its callers together: one thread per link.
+
+namespace warpline::sim {
+
+inline constexpr std::size_t kMaxLinks = 16;      // a caller beyond is turned away
+inline constexpr milliseconds kFrameGapMs{1000};  // a frame that stops for longer is dropped
+inline constexpr milliseconds kStopCheckMs{20};   // how long a stop may go unnoticed
+inline constexpr milliseconds kSlowByteMs{2};     // between the bytes of a slow reply
+inline constexpr milliseconds kWriteLimitMs{5000};
+
+class Server {
+ public:
+  // The station must outlive the server.
+  explicit Server(Station& station) : station_(station) {}
+  ~Server() { Stop(); }
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+
+  // Accept callers from now on. False with the reason when that is not possible.
+  bool Listen(const Endpoint& endpoint, std::string& reason);
+  bool OfferSerial(const std::filesystem::path& path, std::string& reason);
+
+  // Where it listens or listened, the port that was found included.
+  Endpoint Where() const { return where_; }
+
+  // Closes everything and waits until all links have ended. May be called again.
+  void Stop();
+
+ private:
+  struct Link {
+    std::unique_ptr<Channel> channel;
+    std::atomic<bool> done{false};
+    std::thread thread;
+  };
+
+  void AcceptLinks();
+  void ServeSerial();
+  void ServeLink(Channel& channel);
+  bool AnswerFrames(Channel& channel, int link, FrameReader& reader);
+  bool Deliver(Channel& channel, const Outgoing& outgoing);
+  bool Pause(milliseconds time);
+  void JoinEnded();
+
+  Station& station_;
+  std::atomic<bool> stopping_{false};
+  std::unique_ptr<Listener> listener_;
+  Endpoint where_;
+  std::unique_ptr<PseudoTerminal> terminal_;
+  std::thread accept_thread_;
+  std::thread serial_thread_;
+  std::list<Link> links_;
+};
+
+}  // namespace warpline::sim

@@ -1,0 +1,31 @@
+#include <pthread.h>
+#include <signal.h>
+
+#include "sim/stop_signal.h"
+
+namespace warpline::sim {
+namespace {
+
+sigset_t StopSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGINT);
+  sigaddset(&signals, SIGTERM);
+  return signals;
+}
+
+}  // namespace
+
+// Blocked here, and so in every thread started later, the signals are left for Wait to fetch.
+StopSignal::StopSignal() {
+  const sigset_t signals = StopSignals();
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+void StopSignal::Wait() {
+  const sigset_t signals = StopSignals();
+  int received = 0;
+  sigwait(&signals, &received);
+}
+
+}  // namespace warpline::sim
