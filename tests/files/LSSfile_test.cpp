@@ -165,6 +165,16 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   }
 }
 
+TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
+  // The system's process table reports no free space.
+  for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
+    FileWorld world;
+    EXPECT_FALSE(world.file.SaveDataFile("/proc/warpline", type)) << type;
+    EXPECT_EQ(world.display.messages,
+              std::vector{Critical("There is not enough free disk space.")});
+  }
+}
+
 TEST(SaveDataFile, ShowsTheSystemsErrors) {
   const TempFolder folder;
   FileWorld world;

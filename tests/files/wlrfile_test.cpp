@@ -77,6 +77,14 @@ TEST(WlrFile, StoresBeforeItChecks) {
   EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], "56789");
 }
 
+TEST(WlrFile, UnknownKeysStoreNothing) {
+  for (const char* line : {"h_corre_2=12", "h_stadium_corre_2_0000=12", "_corre_2_=12"}) {
+    FileWorld world;
+    world.Read("wlr", kHeader + line);
+    EXPECT_EQ(world.global.Registers, RegisterSet()) << line;
+  }
+}
+
 TEST(WlrFile, AppendsPiecesInTheOrderOfTheLines) {
   FileWorld world;
   world.Read("wlr", kHeader + "v_corre_2_0040=AB\nv_corre_2_0000=CD\nv_corre_2_0000=EF");

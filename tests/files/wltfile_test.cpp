@@ -50,24 +50,7 @@ TEST(WltFile, AcceptsOrRefuses) {
       {"negative slot", kVersion3 + "CorreDataPtsX-0H=0", kFileValueWrong},
       {"version 2, two-digit slot", kVersion2 + "CorreDataPtsX05H=0", kFileValueWrong},
       {"version 2, slot 8", kVersion2 + "CorreDataPtsX8H=0", kFileValueWrong},
-      {"ScreenType above", kVersion3 + "ScreenType=6", kFileValueWrong},
-      {"ScreenType below", kVersion3 + "ScreenType=-1", kFileValueWrong},
-      {"ProjectionH above", kVersion3 + "ProjectionH=2", kFileValueWrong},
-      {"DistortionH above", kVersion3 + "DistortionH=301", kFileValueWrong},
       {"DistortionH above in version 2", kVersion2 + "DistortionH=301", kFileValueWrong},
-      {"OpticalV below", kVersion3 + "OpticalV=-128", kFileValueWrong},
-      {"LinearityV above", kVersion3 + "LinearityV=128", kFileValueWrong},
-      {"AmplitudeH below", kVersion3 + "AmplitudeH=-128", kFileValueWrong},
-      {"PositionV below", kVersion3 + "PositionV=-32768", kFileValueWrong},
-      {"StadiumH above", kVersion3 + "StadiumH=2", kFileValueWrong},
-      {"CorreFixedH above", kVersion3 + "CorreFixedH=2", kFileValueWrong},
-      {"CorreSymmetryV below", kVersion3 + "CorreSymmetryV=-1", kFileValueWrong},
-      {"CorrePointNumH below", kVersion3 + "CorrePointNumH=1", kFileValueWrong},
-      {"CorrePointNumH above", kVersion3 + "CorrePointNumH=17", kFileValueWrong},
-      {"CorreInterpV below", kVersion3 + "CorreInterpV=0", kFileValueWrong},
-      {"CorreInterpV above", kVersion3 + "CorreInterpV=6", kFileValueWrong},
-      {"coordinate above", kVersion3 + "CorreDataPtsY00H=1000001", kFileValueWrong},
-      {"coordinate below", kVersion3 + "CorreDataPtsX00H=-1", kFileValueWrong},
       {"Optical beyond its projection", kVersion3 + "OpticalH=20", kFileValueWrong},
       {"Optical within its projection", kVersion3 + "OpticalH=20\nProjectionH=1", accepted},
       {"reset Optical under the other projection", kVersion3 + "ProjectionV=1", kFileValueWrong},
@@ -87,6 +70,43 @@ TEST(WltFile, AcceptsOrRefuses) {
     FileWorld world;
     EXPECT_EQ(world.Read("wlt", row.text), row.expected) << row.name;
     EXPECT_TRUE(world.display.messages.empty()) << row.name;
+  }
+}
+
+TEST(WltFile, TakesEachFieldWithinItsLimits) {
+  const struct {
+    const char* key;
+    int low;
+    int high;
+  } rows[] = {
+      {"ScreenType", 0, 5},
+      {"Projection", 0, 1},
+      {"Distortion", -300, 300},
+      {"Optical", -127, 127},
+      {"Linearity", -127, 127},
+      {"Amplitude", -127, 127},
+      {"Position", -32767, 32767},
+      {"Stadium", 0, 1},
+      {"CorreFixed", 0, 1},
+      {"CorreSymmetry", 0, 1},
+      {"CorrePointNum", 2, 16},
+      {"CorreInterp", 1, 5},
+      {"CorreDataPtsX15", 0, 1000000},
+      {"CorreDataPtsY00", 0, 1000000},
+  };
+  FileWorld world;
+  const auto module = MakeFormatModule("wlt", {world.global, world.messages, world.file.Staging()});
+  module->ParseLine(kVersion3);
+  for (const auto& row : rows) {
+    for (const char* axis : {"H", "V"}) {
+      const auto takes = [&](int value) {
+        return module->ParseLine(std::string(row.key) + axis + "=" + std::to_string(value));
+      };
+      EXPECT_FALSE(takes(row.low - 1)) << row.key << axis;
+      EXPECT_TRUE(takes(row.low)) << row.key << axis;
+      EXPECT_TRUE(takes(row.high)) << row.key << axis;
+      EXPECT_FALSE(takes(row.high + 1)) << row.key << axis;
+    }
   }
 }
 
