@@ -1,0 +1,137 @@
+#include "app/preview_svg.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <string_view>
+#include <utility>
+
+#include "core/conversions.h"
+
+namespace warpline {
+namespace {
+
+constexpr double kMargin = 10;  // model units around everything drawn
+
+std::string Number(double value) {
+  const double rounded = std::nearbyint(value * 1000) / 1000;
+  return ShortestText(rounded == 0 ? 0.0 : rounded);  // never "-0"
+}
+
+std::string Attribute(std::string_view name, const std::string& value) {
+  std::string text(" ");
+  text.append(name).append("=\"").append(value).append("\"");
+  return text;
+}
+
+std::string Stroke(PreviewColour colour) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text("#");
+  for (const unsigned part : {colour.red, colour.green, colour.blue}) {
+    text.push_back(kDigits[part / 16]);
+    text.push_back(kDigits[part % 16]);
+  }
+  return Attribute("stroke", text);
+}
+
+// The opening of a shape's element, without its end.
+struct ElementOf {
+  std::string operator()(const PreviewPolyline& line) const {
+    std::string points;
+    for (const PreviewPoint& point : line.points) {
+      if (!points.empty()) points.push_back(' ');
+      points.append(Number(point.x)).append(",").append(Number(point.y));
+    }
+    return Element("polyline", line.colour, {}).append(Attribute("points", points));
+  }
+  std::string operator()(const PreviewLine& line) const {
+    return Element(
+        "line", line.colour,
+        {{"x1", line.from.x}, {"y1", line.from.y}, {"x2", line.to.x}, {"y2", line.to.y}});
+  }
+  std::string operator()(const PreviewBox& box) const {
+    return Element(
+        "rect", box.colour,
+        {{"x", box.corner.x}, {"y", box.corner.y}, {"width", box.width}, {"height", box.height}});
+  }
+  std::string operator()(const PreviewEllipse& ellipse) const {
+    return Element("ellipse", ellipse.colour,
+                   {{"cx", ellipse.centre.x},
+                    {"cy", ellipse.centre.y},
+                    {"rx", ellipse.radius_x},
+                    {"ry", ellipse.radius_y}});
+  }
+
+ private:
+  struct NamedNumber {
+    std::string_view name;
+    double value;
+  };
+
+  static std::string Element(std::string_view name, PreviewColour colour,
+                             std::initializer_list<NamedNumber> numbers) {
+    std::string text("<");
+    text.append(name).append(Stroke(colour));
+    for (const NamedNumber& row : numbers) text.append(Attribute(row.name, Number(row.value)));
+    return text;
+  }
+};
+
+struct View {
+  PreviewPoint low{0, 0};
+  PreviewPoint high{kPreviewWidth, kPreviewHeight};
+
+  void Include(PreviewPoint point) {
+    low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+    high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+  }
+  void operator()(const PreviewPolyline& line) {
+    for (const PreviewPoint& point : line.points) Include(point);
+  }
+  void operator()(const PreviewLine& line) {
+    Include(line.from);
+    Include(line.to);
+  }
+  void operator()(const PreviewBox& box) {
+    Include(box.corner);
+    Include({box.corner.x + box.width, box.corner.y + box.height});
+  }
+  void operator()(const PreviewEllipse& ellipse) {
+    Include({ellipse.centre.x - ellipse.radius_x, ellipse.centre.y - ellipse.radius_y});
+    Include({ellipse.centre.x + ellipse.radius_x, ellipse.centre.y + ellipse.radius_y});
+  }
+};
+
+View ViewOf(const PreviewDrawing& drawing) {
+  View view;
+  for (const PreviewShape& shape : drawing) std::visit([&view](const auto& s) { view(s); }, shape);
+  view.Include({view.low.x - kMargin, view.low.y - kMargin});
+  view.Include({view.high.x + kMargin, view.high.y + kMargin});
+  return view;
+}
+
+}  // namespace
+
+std::string PreviewSvg(const PreviewDrawing& drawing) {
+  const View view = ViewOf(drawing);
+  const std::string width = Number(view.high.x - view.low.x);
+  const std::string height = Number(view.high.y - view.low.y);
+  std::string corner = Attribute("x", Number(view.low.x));
+  corner.append(Attribute("y", Number(view.low.y)));
+  std::string size = Attribute("width", width);
+  size.append(Attribute("height", height));
+  std::string box = Number(view.low.x);
+  box.append(" ").append(Number(view.low.y));
+  box.append(" ").append(width).append(" ").append(height);
+
+  std::string svg("<svg xmlns=\"http://www.w3.org/2000/svg\"");
+  svg.append(size).append(Attribute("viewBox", box)).append(">\n");
+  svg.append("<rect fill=\"#000000\"").append(corner).append(size).append("/>\n");
+  svg.append("<g fill=\"none\" stroke-width=\"2\" stroke-linejoin=\"round\">\n");
+  for (const PreviewShape& shape : drawing) {
+    svg.append(std::visit(ElementOf{}, shape)).append("/>\n");
+  }
+  return svg.append("</g>\n</svg>\n");
+}
+
+}  // namespace warpline
