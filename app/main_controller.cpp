@@ -1,0 +1,271 @@
+#include "app/main_controller.h"
+
+#include <algorithm>
+#include <cctype>
+#include <system_error>
+#include <utility>
+
+#include "app/correction_file.h"
+#include "app/startup.h"
+#include "core/catalogue.h"
+#include "core/fault.h"
+#include "model/parameter_groups.h"
+#include "model/registers.h"
+
+namespace warpline {
+namespace {
+
+constexpr int kIconButtonsPerGroup = kSliderCount;
+
+bool HasRegisterFileName(const std::filesystem::path& path) {
+  std::string extension = Utf8Of(path.extension());
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return extension == ".WLR";
+}
+
+// "name" and "name.".
+bool LacksExtension(const std::filesystem::path& path) {
+  return path.extension().native().size() <= 1;
+}
+
+// The outer edge of the arithmetic: a fault ends the work and becomes the run-time error report.
+template <typename Work>
+bool WithoutFault(const Messages& messages, Work work) {
+  try {
+    return work();
+  } catch (const Fault& fault) {
+    messages.ShowFault(fault.code());
+    return false;
+  }
+}
+
+}  // namespace
+
+MainController::MainController(LSSglobal& global, LSSfile& files, ProjectorCommands& commands,
+                               const Messages& messages, BusyIndicator& busy, MainView& view,
+                               std::filesystem::path application_data)
+    : global_(global),
+      files_(files),
+      commands_(commands),
+      messages_(messages),
+      busy_(busy),
+      view_(view),
+      application_data_(std::move(application_data)) {
+  TakeSnapshot();
+}
+
+std::string MainController::Caption() const {
+  std::string caption = TextOf(global_, kMsgTitle);
+  if (global_.Settings.DemoMode == 1) caption += " (Debug)";
+  if (!global_.CurrentFile.empty()) caption += " - " + Utf8Of(global_.CurrentFile.filename());
+  return caption;
+}
+
+void MainController::SelectGroup(int group) {
+  group_ = std::clamp(group, 0, kGroupCount - 1);
+  view_.ShowModel();
+}
+
+PreviewDrawing MainController::Preview() const {
+  PreviewDrawing drawing;
+  WithoutFault(messages_, [&] {
+    drawing = Redraw(global_.Correction, global_.SecondCopy);
+    return true;
+  });
+  return drawing;
+}
+
+void MainController::SelectScreenType(int type) {
+  const bool exists = type >= 0 && type < kScreenTypeCount;
+  if (!exists || ConfirmSaveChanges() == SaveAnswer::kAbort) {
+    view_.ShowModel();
+    return;
+  }
+  global_.Correction.ScreenType = static_cast<std::int16_t>(type);
+  ResetToScreenType(global_.Correction);
+  global_.SecondCopy = global_.Correction.Axes;
+  TakeSnapshot();
+  global_.CurrentFile.clear();
+  view_.ShowModel();
+  Initialize();
+}
+
+void MainController::MoveSlider(int slider, int value) {
+  if (SetUpSlider(global_.Correction, group_, slider).value == value) return;
+  warpline::MoveSlider(global_.Correction, group_, slider, value);
+  view_.ShowValues();
+}
+
+void MainController::ReleaseSlider() {
+  ApplyInRealTime();
+}
+
+void MainController::ReleaseKey(int key_code, bool shift_alone) {
+  const bool steps = key_code >= kKeyLeft && key_code <= kKeyDown;
+  if ((steps || key_code == kKeyShift) && !shift_alone) ApplyInRealTime();
+}
+
+void MainController::PressIcon(int button) {
+  const int slider = OpticalSlider(global_.Correction, group_);
+  if (slider < 0 || button != group_ * kIconButtonsPerGroup + slider) return;
+  const Axis axis = TargetOf(global_.Correction, group_, slider).axis;
+  global_.Correction.Axes[axis].Optical = ResetOptical(global_.Correction.Projection[axis]);
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+void MainController::SetSymmetry(Axis axis, bool symmetric) {
+  global_.Correction.Axes[axis].Stadium = symmetric ? 1 : 0;
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+// Pending window events run between a command's steps, so another one may be asked for meanwhile.
+template <typename Command>
+void MainController::RunCommand(Command command) {
+  if (command_running_) return;
+  command_running_ = true;
+  command();
+  command_running_ = false;
+  view_.ShowModel();
+}
+
+void MainController::Apply() {
+  RunCommand([this] { commands_.Apply(); });
+}
+
+void MainController::Store() {
+  RunCommand([this] { commands_.Store(); });
+}
+
+void MainController::Initialize() {
+  RunCommand([this] { commands_.Initialize(); });
+}
+
+void MainController::ApplyInRealTime() {
+  if (RealTime()) Apply();
+}
+
+void MainController::ToggleProjection(Axis axis) {
+  warpline::ToggleProjection(global_.Correction, axis);
+  global_.SecondCopy[axis].Distortion = global_.Correction.Axes[axis].Distortion;
+  global_.SecondCopy[axis].Optical = global_.Correction.Axes[axis].Optical;
+  view_.ShowModel();
+  Apply();
+}
+
+void MainController::SetRealTime(bool on) {
+  global_.Settings.AutoApply = on ? 1 : 0;
+  view_.ShowModel();
+}
+
+void MainController::SetCommunicationMode(std::int16_t mode) {
+  global_.Settings.CommunicationMode = mode == 1 ? 1 : 0;
+  view_.ShowModel();
+}
+
+void MainController::SetTestPattern(bool shown) {
+  global_.Settings.TestPattern = shown ? 1 : 0;
+  view_.ShowModel();
+}
+
+void MainController::Open() {
+  if (ConfirmSaveChanges() == SaveAnswer::kAbort) return;
+  const std::filesystem::path path = view_.ChooseFileToOpen(DialogFolder());
+  if (!path.empty()) OpenFile(path);
+}
+
+void MainController::OpenFile(const std::filesystem::path& path) {
+  const BusyBracket bracket(busy_);
+  if (HasRegisterFileName(path)) {
+    OpenRegisterFile(path);
+  } else {
+    OpenCorrectionFile(path);
+  }
+}
+
+void MainController::OpenRegisterFile(const std::filesystem::path& path) {
+  if (!OpenRegisters(files_, messages_, path)) return;
+  RunCommand([this] { commands_.SendRegisters(); });
+}
+
+void MainController::OpenCorrectionFile(const std::filesystem::path& path) {
+  if (!OpenCorrection(files_, global_, messages_, path)) return;
+  TakeSnapshot();
+  view_.ShowModel();
+  Apply();
+}
+
+bool MainController::Save() {
+  return global_.CurrentFile.empty() ? SaveAs() : SaveTo(global_.CurrentFile);
+}
+
+bool MainController::SaveAs() {
+  const std::filesystem::path path = ChooseSaveName();
+  if (path.empty()) return false;
+  return HasRegisterFileName(path) ? SaveRegistersTo(path) : SaveTo(path);
+}
+
+// The dialog asks before an existing file is replaced, but only for the name that the user gave it.
+// When the completed name is taken, it is offered there, so that the question is asked about it.
+std::filesystem::path MainController::ChooseSaveName() {
+  std::filesystem::path path = view_.ChooseFileToSave(DialogFolder(), global_.CurrentFile);
+  std::error_code ignored;
+  while (!path.empty() && LacksExtension(path)) {
+    path.replace_extension(kTypeWlt);
+    if (!std::filesystem::exists(path, ignored)) break;
+    path = view_.ChooseFileToSave(DialogFolder(), path);
+  }
+  return path;
+}
+
+bool MainController::SaveTo(const std::filesystem::path& path) {
+  const BusyBracket bracket(busy_);
+  if (!SaveCorrection(files_, global_, messages_, path)) return false;
+  TakeSnapshot();
+  view_.ShowModel();
+  return true;
+}
+
+bool MainController::SaveRegistersTo(const std::filesystem::path& path) {
+  const BusyBracket bracket(busy_);
+  return WithoutFault(messages_, [&] {
+    global_.Registers = BuildRegisters(global_.Correction, global_.Panel);
+    return files_.SaveDataFile(path, kTypeWlr);
+  });
+}
+
+SaveAnswer MainController::ConfirmSaveChanges() {
+  if (!HasUnsavedChanges()) return SaveAnswer::kContinue;
+  switch (messages_.Ask(kMsgSaveChange)) {
+    case MessageAnswer::kYes:
+      return Save() && !HasUnsavedChanges() ? SaveAnswer::kContinue : SaveAnswer::kAbort;
+    case MessageAnswer::kNo:
+      return SaveAnswer::kContinue;
+    case MessageAnswer::kCancel:
+      break;
+  }
+  return SaveAnswer::kAbort;
+}
+
+bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
+  if (ConfirmSaveChanges() == SaveAnswer::kAbort) return false;
+  SaveSettings(global_, files_, application_data_, window_x, window_y);
+  return true;
+}
+
+void MainController::CurveChanged() {
+  view_.ShowModel();
+}
+
+std::filesystem::path MainController::DialogFolder() const {
+  if (global_.CurrentFile.has_parent_path()) return global_.CurrentFile.parent_path();
+  return MakeDataFolder(application_data_);
+}
+
+void MainController::TakeSnapshot() {
+  snapshot_ = global_.Correction;
+}
+
+}  // namespace warpline

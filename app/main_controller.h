@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "app/preview_geometry.h"
+#include "app/projector_commands.h"
+#include "core/LSSglobal.h"
+#include "core/interfaces.h"
+#include "core/messages.h"
+#include "core/system.h"
+#include "files/LSSfile.h"
+
+// Everything that the main window's controls, buttons and menus do, without a window. The window
+// forwards what the user did and shows the model again when it is told to.
+
+namespace warpline {
+
+// What the controller asks of the window that owns it.
+class MainView {
+ public:
+  virtual ~MainView() = default;
+
+  // Set every control, the menus and the caption from the model; redraw the preview when it is
+  // shown.
+  virtual void ShowModel() = 0;
+
+  // Redraw the preview, when it is shown, rewrite the values and bring the enabling of the rows up
+  // to date; the sliders stay under the user's hand.
+  virtual void ShowValues() = 0;
+
+  // The open and save dialogs; an empty path when the user cancelled. folder is where they start,
+  // current the name offered. A file to open must exist; an existing file is only chosen for saving
+  // after the user agreed to replace it.
+  virtual std::filesystem::path ChooseFileToOpen(const std::filesystem::path& folder) = 0;
+  virtual std::filesystem::path ChooseFileToSave(const std::filesystem::path& folder,
+                                                 const std::filesystem::path& current) = 0;
+};
+
+// Keys by the codes that a slider's key release reports.
+inline constexpr int kKeyShift = 16;
+inline constexpr int kKeyLeft = 37;
+inline constexpr int kKeyUp = 38;
+inline constexpr int kKeyRight = 39;
+inline constexpr int kKeyDown = 40;
+
+enum class SaveAnswer { kContinue, kAbort };
+
+class MainController {
+ public:
+  // All references must outlive this object. The snapshot is taken from the model as it stands.
+  // application_data is the user's application-data folder.
+  MainController(LSSglobal& global, LSSfile& files, ProjectorCommands& commands,
+                 const Messages& messages, BusyIndicator& busy, MainView& view,
+                 std::filesystem::path application_data = ApplicationDataFolder());
+
+  // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name.
+  std::string Caption() const;
+
+  // The group shown (0..4).
+  int Group() const { return group_; }
+  void SelectGroup(int group);
+
+  // Whether the "Real Time" menu and the Apply button can be used, and whether released sliders are
+  // sent.
+  bool RealTimeMenuEnabled() const { return global_.Settings.AutoApplyMenu != 0; }
+  bool ApplyEnabled() const { return RealTimeMenuEnabled(); }
+  bool RealTime() const { return global_.Settings.AutoApply == 1; }
+
+  // The model differs from what was last saved, loaded or chosen as a screen type.
+  bool HasUnsavedChanges() const { return !(global_.Correction == snapshot_); }
+
+  // The preview drawing of the model. Empty after a fault, which has been shown.
+  PreviewDrawing Preview() const;
+
+  // Choosing in the screen list. Asks for unsaved changes first; on abort nothing changes and the
+  // list is set back.
+  void SelectScreenType(int type);
+
+  // A slider was moved to a value, its mouse button or a key released. shift_alone: the Shift key
+  // and no other modifier is held at this moment. A value that the slider shows already leaves the
+  // model as it is, so that one which the slider cannot show survives until the slider is moved.
+  void MoveSlider(int slider, int value);
+  void ReleaseSlider();
+  void ReleaseKey(int key_code, bool shift_alone);
+
+  // An icon button 0..9, and the symmetry boxes. Only the buttons of the optical-centre rows do
+  // something: they put Optical back to its reset value.
+  void PressIcon(int button);
+  void SetSymmetry(Axis axis, bool symmetric);
+
+  // The model never changes because of a projector that failed. A command given while another one
+  // runs does nothing.
+  void Apply();
+  void Store();
+  void Initialize();
+  void ToggleProjection(Axis axis);
+  void SetRealTime(bool on);
+  void SetCommunicationMode(std::int16_t mode);
+  void SetTestPattern(bool shown);
+
+  // Open asks for unsaved changes and for a file first. A file whose name ends in ".wlr" (any case)
+  // is a register file: its registers are sent, nothing else changes. Any other one is correction
+  // data, which is sent too. A file that is refused changes nothing.
+  void Open();
+  void OpenFile(const std::filesystem::path& path);
+
+  // True when the file was written. A name without extension is completed with "wlt". Under a name
+  // that ends in ".wlr" (any case) Save As writes the registers for the panel last reported; that
+  // neither becomes the current file nor counts as saving the changes.
+  bool Save();
+  bool SaveAs();
+
+  // Asks "Do you want to save the change?" when the model differs from the snapshot. Yes goes on
+  // only when the changes are saved afterwards.
+  SaveAnswer ConfirmSaveChanges();
+
+  // The close sequence up to the written settings (window position in device units). False: the
+  // window stays open.
+  bool Close(std::int32_t window_x, std::int32_t window_y);
+
+  // What the curve editor applied is in the model: shows it.
+  void CurveChanged();
+
+ private:
+  bool SaveTo(const std::filesystem::path& path);
+  bool SaveRegistersTo(const std::filesystem::path& path);
+  void OpenRegisterFile(const std::filesystem::path& path);
+  void OpenCorrectionFile(const std::filesystem::path& path);
+  std::filesystem::path ChooseSaveName();
+  std::filesystem::path DialogFolder() const;
+  template <typename Command>
+  void RunCommand(Command command);
+  void ApplyInRealTime();
+  void TakeSnapshot();
+
+  LSSglobal& global_;
+  LSSfile& files_;
+  ProjectorCommands& commands_;
+  const Messages& messages_;
+  BusyIndicator& busy_;
+  MainView& view_;
+  std::filesystem::path application_data_;
+  CorrectionData snapshot_;
+  int group_ = 0;
+  bool command_running_ = false;
+};
+
+}  // namespace warpline

@@ -1,0 +1,56 @@
+#include "app/startup.h"
+
+#include <system_error>
+
+#include "core/interfaces.h"
+#include "core/messages.h"
+
+namespace warpline {
+namespace {
+
+// Nobody is told about a settings file that cannot be read.
+class SilentDisplay : public MessageDisplay {
+ public:
+  void Show(const std::string&, const std::string&, MessageIcon) override {}
+  MessageAnswer Ask(const std::string&, const std::string&) override { return MessageAnswer::kNo; }
+};
+
+std::filesystem::path SettingsFile(const std::filesystem::path& application_data) {
+  return DataFolder(application_data) / kSettingsFileName;
+}
+
+}  // namespace
+
+bool ReadSettings(LSSglobal& global, const std::filesystem::path& application_data,
+                  std::int32_t window_x, std::int32_t window_y) {
+  global.Settings = DefaultSettings(window_x, window_y);
+  SilentDisplay silent;
+  const Messages no_messages(global, silent);
+  LSSfile files(global, no_messages);
+  if (files.OpenDataFile(SettingsFile(application_data), kTypeIni)) return true;
+  global.Settings = DefaultSettings(window_x, window_y);
+  return false;
+}
+
+bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_data,
+                  std::int32_t window_x, std::int32_t window_y) {
+  MakeDataFolder(application_data);
+  return ReadSettings(global, application_data, window_x, window_y);
+}
+
+bool SaveSettings(LSSglobal& global, LSSfile& files, const std::filesystem::path& application_data,
+                  std::int32_t window_x, std::int32_t window_y) {
+  global.Settings.DialogPosX = window_x;
+  global.Settings.DialogPosY = window_y;
+  MakeDataFolder(application_data);
+  return files.SaveDataFile(SettingsFile(application_data), kTypeIni);
+}
+
+std::filesystem::path MakeDataFolder(const std::filesystem::path& application_data) {
+  const std::filesystem::path folder = DataFolder(application_data);
+  std::error_code ignored;
+  std::filesystem::create_directories(folder, ignored);
+  return folder;
+}
+
+}  // namespace warpline
