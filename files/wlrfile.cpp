@@ -91,12 +91,12 @@ bool WlrFile::Write(std::vector<std::string>& lines) const {
   lines.emplace_back(kHeader);
   for (const Axis axis : {kHorizontal, kVertical}) {
     for (std::size_t field = 0; field < kRegisterFieldCount; ++field) {
-      const std::string name = std::string(kPrefixes[axis]).append(kRegisterFields[field].name);
+      std::string name = std::string(kPrefixes[axis]).append(kRegisterFields[field].name);
       const std::string& text = registers_[axis][field];
       if (field == kCorre2) {
         WritePieces(name, text, lines);
       } else {
-        lines.push_back(name + "=" + text);
+        lines.push_back(name.append("=").append(text));
       }
     }
   }
