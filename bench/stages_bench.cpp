@@ -1,0 +1,165 @@
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/correction.h"
+#include "files/LSSfile.h"
+#include "files/format_module.h"
+#include "link/command_frames.h"
+#include "model/profile.h"
+#include "model/registers.h"
+
+// The stages between a correction and the bytes that leave, at two panel sizes and for every way of
+// drawing a curve.
+
+namespace warpline {
+namespace {
+
+constexpr std::array kPanels{PanelSize{1024, 768}, PanelSize{1920, 1200}};
+
+// A curve that each interpolation must work for: five points, none on a line with its neighbours.
+CurveDefinition TestCurve(std::int16_t interpolation) {
+  CurveDefinition curve;
+  curve.CorreInterp = interpolation;
+  curve.CorrePointNum = 5;
+  constexpr std::array<double, 5> ys{0.80, 0.93, 1.00, 0.95, 0.82};
+  for (std::size_t i = 0; i < ys.size(); ++i) {
+    curve.CorreDataPts[i] = {static_cast<double>(i) / 4.0, ys[i]};
+  }
+  return curve;
+}
+
+CorrectionData TestCorrection(std::int16_t interpolation) {
+  CorrectionData correction;
+  correction.ScreenType = kOtherScreens;
+  ResetToScreenType(correction);
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    correction.Curves[axis] = TestCurve(interpolation);
+    correction.Axes[axis].Distortion = 40;
+    correction.Axes[axis].Optical = -40;  // beyond the centre: the panel extension is computed too
+  }
+  return correction;
+}
+
+PanelSize PanelOf(const benchmark::State& state) {
+  return kPanels[static_cast<std::size_t>(state.range(0))];
+}
+
+CorrectionData CorrectionFor(benchmark::State& state) {
+  const PanelSize panel = PanelOf(state);
+  state.SetLabel(std::to_string(panel.Width) + "x" + std::to_string(panel.Height) +
+                 ", interpolation " + std::to_string(state.range(1)));
+  return TestCorrection(static_cast<std::int16_t>(state.range(1)));
+}
+
+void EveryPanelAndCurve(benchmark::internal::Benchmark* benchmark) {
+  benchmark->ArgsProduct({{0, 1}, {kStraightLine, kQuadratic, kCubic, kQuartic, kBSpline}});
+  benchmark->Unit(benchmark::kMicrosecond);
+}
+
+void EveryPanel(benchmark::internal::Benchmark* benchmark) {
+  benchmark->ArgsProduct({{0, 1}, {kBSpline}});
+  benchmark->Unit(benchmark::kMicrosecond);
+}
+
+void Sample(benchmark::State& state) {
+  const CorrectionData correction = CorrectionFor(state);
+  const int lines = LineCount(PanelOf(state), kVertical);
+  for (auto step : state) {
+    benchmark::DoNotOptimize(SampleCurve(correction.Curves[kVertical], lines));
+  }
+}
+BENCHMARK(Sample)->Apply(EveryPanelAndCurve);
+
+void Profile(benchmark::State& state) {
+  const CorrectionData correction = CorrectionFor(state);
+  const PanelSize panel = PanelOf(state);
+  const std::vector<double> samples =
+      SampleCurve(correction.Curves[kVertical], LineCount(panel, kVertical));
+  for (auto step : state) {
+    benchmark::DoNotOptimize(
+        LineSizeProfile(correction.Axes[kVertical], 0, samples, LineLength(panel, kVertical)));
+  }
+}
+BENCHMARK(Profile)->Apply(EveryPanel);
+
+// Both axes, from the parameters to the texts: at most 60 microseconds at 1024x768.
+void Registers(benchmark::State& state) {
+  const CorrectionData correction = CorrectionFor(state);
+  const PanelSize panel = PanelOf(state);
+  for (auto step : state) benchmark::DoNotOptimize(BuildRegisters(correction, panel));
+}
+BENCHMARK(Registers)->Apply(EveryPanelAndCurve);
+
+// All frames that Apply sends.
+void Frames(benchmark::State& state) {
+  const RegisterSet registers = BuildRegisters(CorrectionFor(state), PanelOf(state));
+  for (auto step : state) {
+    for (const int number :
+         {kCommandPrepare, kCommandClear, kCommandHorizontalSet, kCommandVerticalSet,
+          kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow}) {
+      benchmark::DoNotOptimize(FrameOf(*ComposeCommandText(number, registers, 0)));
+    }
+  }
+}
+BENCHMARK(Frames)->Apply(EveryPanel);
+
+// The text of a file without the disk: what Write makes is what Parse reads.
+class Format {
+ public:
+  explicit Format(std::string_view type, const CorrectionData& correction, PanelSize panel)
+      : messages_(global_, display_),
+        module_(MakeFormatModule(type, {global_, messages_, staging_})) {
+    global_.Correction = staging_ = correction;
+    global_.Registers = BuildRegisters(correction, panel);
+  }
+
+  std::string Write() const {
+    std::vector<std::string> lines;
+    module_->Write(lines);
+    return JoinLines(lines);
+  }
+
+  bool Parse(std::string_view text) {
+    module_->ResetRead();
+    return !ReadLines(text, *module_).has_value();
+  }
+
+ private:
+  class NoDisplay : public MessageDisplay {
+   public:
+    void Show(const std::string&, const std::string&, MessageIcon) override {}
+    MessageAnswer Ask(const std::string&, const std::string&) override {
+      return MessageAnswer::kNo;
+    }
+  };
+
+  LSSglobal global_;
+  NoDisplay display_;
+  Messages messages_;
+  CorrectionData staging_;
+  std::unique_ptr<FormatModule> module_;
+};
+
+void Write(benchmark::State& state, std::string_view type) {
+  const Format format(type, CorrectionFor(state), PanelOf(state));
+  for (auto step : state) benchmark::DoNotOptimize(format.Write());
+}
+BENCHMARK_CAPTURE(Write, wlt, kTypeWlt)->Apply(EveryPanel);
+BENCHMARK_CAPTURE(Write, wlr, kTypeWlr)->Apply(EveryPanel);
+
+void Parse(benchmark::State& state, std::string_view type) {
+  Format format(type, CorrectionFor(state), PanelOf(state));
+  const std::string text = format.Write();
+  for (auto step : state) {
+    if (!format.Parse(text)) state.SkipWithError("the file was refused");
+  }
+}
+BENCHMARK_CAPTURE(Parse, wlt, kTypeWlt)->Apply(EveryPanel);
+BENCHMARK_CAPTURE(Parse, wlr, kTypeWlr)->Apply(EveryPanel);
+
+}  // namespace
+}  // namespace warpline

@@ -1,0 +1,109 @@
+#include "cli/connection.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/startup.h"
+#include "core/settings.h"
+#include "core/system.h"
+#include "link/beamlink.h"
+
+namespace warpline {
+
+namespace {
+
+constexpr int kMaxPorts = 8;
+constexpr int kMaxTcpPort = 65535;
+constexpr std::size_t kMaxAddressCharacters = kBeamlinkParameterSize - 1;
+constexpr int kMinTimeOutMs = 500;
+constexpr int kMaxTimeOutMs = 7000;
+constexpr std::array<std::string_view, 4> kSpeeds{"4800", "9600", "19200", "38400"};
+
+bool InRange(std::optional<int> number, int min, int max) {
+  return number && *number >= min && *number <= max;
+}
+
+bool TakeLan(const VerbInput& input, Session& session) {
+  const std::string& text = input.Text("--lan");
+  const std::size_t colon = text.rfind(':');
+  const bool has_address =
+      colon != std::string::npos && colon > 0 && colon <= kMaxAddressCharacters;
+  if (!has_address || !InRange(WholeNumber(text.substr(colon + 1)), 1, kMaxTcpPort)) {
+    session.UsageError(CliText::kBadLan, {text});
+    return false;
+  }
+  Settings& settings = session.global.Settings;
+  settings.ConnectDevice = kLan;
+  settings.IPAddress = text.substr(0, colon);
+  settings.LANPort = text.substr(colon + 1);
+  return true;
+}
+
+bool TakeSerial(const VerbInput& input, Session& session) {
+  const std::string& text = input.Text("--serial");
+  const std::size_t colon = std::min(text.find(':'), text.size());
+  const std::optional<int> port = WholeNumber(text.substr(0, colon));
+  const std::string speed = text.substr(std::min(colon + 1, text.size()));
+  for (std::size_t i = 0; i < kSpeeds.size(); ++i) {
+    if (speed != kSpeeds[i] || !InRange(port, 1, kMaxPorts)) continue;
+    Settings& settings = session.global.Settings;
+    settings.ConnectDevice = kSerial;
+    settings.ComPort = static_cast<std::int16_t>(*port - 1);
+    settings.ComSpeed = static_cast<std::int16_t>(i);
+    return true;
+  }
+  session.UsageError(CliText::kBadSerial, {text});
+  return false;
+}
+
+bool TakeUsb(const VerbInput& input, Session& session) {
+  const std::optional<int> port = input.Number("--usb", 1, kMaxPorts, 1);
+  if (!port) return false;
+  session.global.Settings.ConnectDevice = kUsb;
+  session.global.Settings.USBPort = static_cast<std::int16_t>(*port - 1);
+  return true;
+}
+
+struct ConnectionRow {
+  std::string_view option;
+  bool (*take)(const VerbInput& input, Session& session);
+};
+constexpr std::array<ConnectionRow, 3> kConnections{{
+    {"--lan", TakeLan},
+    {"--serial", TakeSerial},
+    {"--usb", TakeUsb},
+}};
+
+bool TakeTimeOut(const VerbInput& input, Session& session) {
+  if (!input.Has("--timeout")) return true;
+  const std::optional<int> time_out = input.Number("--timeout", kMinTimeOutMs, kMaxTimeOutMs, 0);
+  if (!time_out) return false;
+  Settings& settings = session.global.Settings;
+  settings.SerialTimeOut = settings.LANTimeOut = settings.USBTimeOut = *time_out;
+  return true;
+}
+
+}  // namespace
+
+bool ChooseConnection(const VerbInput& input, Session& session) {
+  ReadSettings(session.global, ApplicationDataFolder());
+  const ConnectionRow* chosen = nullptr;
+  for (const ConnectionRow& row : kConnections) {
+    if (!input.Has(row.option)) continue;
+    if (chosen != nullptr) {
+      session.UsageError(CliText::kManyConnections);
+      return false;
+    }
+    chosen = &row;
+  }
+  if (chosen != nullptr) {
+    if (!chosen->take(input, session)) return false;
+    session.global.Settings.DemoMode = 0;
+  }
+  return TakeTimeOut(input, session);
+}
+
+}  // namespace warpline

@@ -1,0 +1,7 @@
+#include "cli/console.h"
+
+namespace warpline {
+
+void PrepareConsole() {}
+
+}  // namespace warpline

@@ -1,0 +1,101 @@
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "cli/verbs.h"
+#include "core/fault.h"
+#include "core/system.h"
+
+// check, convert: files as the tool reads and writes them, each from a fresh start.
+
+namespace warpline {
+
+namespace {
+
+// Keeps what would have been shown, on one line.
+class CollectingDisplay : public MessageDisplay {
+ public:
+  void Show(const std::string& title, const std::string& text, MessageIcon icon) override {
+    static_cast<void>(title);
+    static_cast<void>(icon);
+    if (text == last_) return;
+    last_ = text;
+    if (!line.empty()) line += ' ';
+    line += text;
+  }
+  MessageAnswer Ask(const std::string& title, const std::string& text) override {
+    Show(title, text, MessageIcon::kQuestion);
+    return MessageAnswer::kNo;
+  }
+
+  std::string line;
+
+ private:
+  std::string last_;
+};
+
+// A missing settings file is no news to the tool, but it is to somebody who asked for that file.
+void TellMissingFile(const Messages& messages) {
+  messages.ShowSystemError(
+      SystemErrorText(std::make_error_code(std::errc::no_such_file_or_directory)));
+}
+
+bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view type,
+             const Messages& messages) {
+  std::error_code ignored;
+  if (type == kTypeIni && !std::filesystem::exists(path, ignored)) {
+    TellMissingFile(messages);
+    return false;
+  }
+  return file.OpenDataFile(path, type);
+}
+
+// The message text; nothing when the file was accepted.
+std::optional<std::string> CheckOne(const std::filesystem::path& path, std::int16_t language) {
+  LSSglobal global;
+  ApplyLanguage(global, language);
+  ResetModel(global);
+  CollectingDisplay display;
+  const Messages messages(global, display);
+  LSSfile file(global, messages);
+  try {
+    if (ReadAny(file, path, TypeOf(path).value_or(std::string(kTypeWlt)), messages)) {
+      return std::nullopt;
+    }
+  } catch (const Fault& fault) {
+    messages.ShowFault(fault.code());
+  }
+  return display.line;
+}
+
+}  // namespace
+
+int RunCheck(const VerbInput& input, Session& session) {
+  int exit_code = kExitOk;
+  for (const std::string& name : input.Texts("FILE")) {
+    const std::optional<std::string> text = CheckOne(PathOf(name), session.global.Language);
+    if (text) exit_code = kExitFailed;
+    session.out << (text ? session.texts.Fill(CliText::kCheckFailed, {name, *text})
+                         : session.texts.Fill(CliText::kCheckOk, {name}))
+                << '\n';
+  }
+  return exit_code;
+}
+
+int RunConvert(const VerbInput& input, Session& session) {
+  const std::filesystem::path from = input.Path("IN");
+  const std::filesystem::path to = input.Path("OUT");
+  const std::optional<std::string> type = TypeOf(from);
+  const std::optional<std::string> out_type = TypeOf(to);
+  if (!type) return session.UsageError(CliText::kUnknownKind, {input.Text("IN")});
+  if (!out_type) return session.UsageError(CliText::kUnknownKind, {input.Text("OUT")});
+  if (type != out_type) {
+    return session.UsageError(CliText::kKindsDiffer, {input.Text("IN"), input.Text("OUT")});
+  }
+  if (!ReadAny(session.file, from, *type, session.messages)) return kExitFailed;
+  if (type == kTypeWlt) session.global.Correction = session.file.Staging();
+  return session.file.SaveDataFile(to, *type) ? kExitOk : kExitFailed;
+}
+
+}  // namespace warpline

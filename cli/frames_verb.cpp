@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/verbs.h"
+#include "link/command_frames.h"
+#include "link/projector_link.h"
+#include "model/registers.h"
+
+// frames: the bytes that the projector would be sent.
+
+namespace warpline {
+
+namespace {
+
+struct SequenceRow {
+  std::string_view name;
+  std::vector<int> commands;
+};
+
+// Which commands a sequence sends; the mode that storing asks for is always 1.
+const std::array<SequenceRow, 3>& Sequences() {
+  static const std::array<SequenceRow, 3> rows{{
+      {"apply",
+       {kCommandPrepare, kCommandClear, kCommandHorizontalSet, kCommandVerticalSet,
+        kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow}},
+      {"store", {kCommandStore, kCommandSetMode}},
+      {"initialize", {kCommandPrepare, kCommandClear, kCommandShow}},
+  }};
+  return rows;
+}
+
+// The command numbers of a comma-separated list; nothing when one of them cannot be sent.
+std::optional<std::vector<int>> CommandNumbers(std::string_view list) {
+  std::vector<int> numbers;
+  for (;;) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    const std::optional<int> number = WholeNumber(list.substr(0, comma));
+    if (!number || !ComposeCommandText(*number, RegisterSet{}, 0)) return std::nullopt;
+    numbers.push_back(*number);
+    if (comma == list.size()) return numbers;
+    list.remove_prefix(comma + 1);
+  }
+}
+
+struct SendPlan {
+  std::vector<int> commands;
+  int model_class = 0;
+  int reply5 = 0;
+  std::int16_t mode = 0;
+};
+
+std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
+  const std::string& send = input.Text("--send");
+  const auto row = std::find_if(Sequences().begin(), Sequences().end(),
+                                [&send](const SequenceRow& each) { return each.name == send; });
+  const bool is_sequence = row != Sequences().end();
+  const auto commands = is_sequence ? std::optional(row->commands) : CommandNumbers(send);
+  if (!commands) {
+    session.UsageError(CliText::kBadSend, {send});
+    return std::nullopt;
+  }
+  const std::optional<int> model_class = input.Number("--class", 0, 255, kStoreCommandClass);
+  if (!model_class) return std::nullopt;
+  const std::optional<int> reply5 = input.Number("--reply5", 0, 255, 0);
+  if (!reply5) return std::nullopt;
+  const std::optional<int> mode = input.Number("--mode", 0, 255, 0);
+  if (!mode) return std::nullopt;
+  const int sent_mode = is_sequence ? 1 : *mode;
+  return SendPlan{*commands, *model_class, *reply5, static_cast<std::int16_t>(sent_mode)};
+}
+
+bool LoadRegisters(const VerbInput& input, PanelSize panel, Session& session) {
+  const std::filesystem::path path = input.Path("FILE");
+  if (IsRegisterFile(path)) {
+    if (!ReadRegisters(session, path)) return false;
+    const std::optional<PanelSize> given =
+        input.Has("--panel") ? std::optional(panel) : std::nullopt;
+    return ProjectorLink::RegistersComplete(session.global.Registers, given, session.messages);
+  }
+  if (!ReadCorrection(session, path)) return false;
+  session.global.Registers = BuildRegisters(session.global.Correction, panel);
+  return true;
+}
+
+// Nothing when the projector would refuse.
+std::optional<Frame> FrameToSend(int number, const SendPlan& plan, const RegisterSet& registers) {
+  if (number == kCommandStore && plan.model_class < kStoreCommandClass) {
+    if (plan.model_class < kWholeBlockClass) return std::nullopt;
+    return ComposeWholeBlock(registers, plan.model_class, plan.reply5);
+  }
+  const std::optional<std::string> text = ComposeCommandText(number, registers, plan.mode);
+  return text ? std::optional(FrameOf(*text)) : std::nullopt;
+}
+
+}  // namespace
+
+int RunFrames(const VerbInput& input, Session& session) {
+  const std::optional<SendPlan> plan = PlanOf(input, session);
+  if (!plan) return kExitUsage;
+  const std::optional<PanelSize> panel = input.Panel();
+  if (!panel) return kExitUsage;
+  if (!LoadRegisters(input, *panel, session)) return kExitFailed;
+  for (const int number : plan->commands) {
+    const std::optional<Frame> frame = FrameToSend(number, *plan, session.global.Registers);
+    if (!frame) {
+      session.messages.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
+      return kExitFailed;
+    }
+    session.out << HexOf(*frame) << '\n';
+  }
+  return kExitOk;
+}
+
+}  // namespace warpline

@@ -1,0 +1,68 @@
+#include <functional>
+#include <optional>
+
+#include "app/projector_commands.h"
+#include "cli/connection.h"
+#include "cli/verbs.h"
+#include "link/projector_link.h"
+
+// apply, store, initialize, mode: the tool's commands against the projector.
+
+namespace warpline {
+
+namespace {
+
+// Runs work over the link of the session's settings. In demo mode the commands send nothing, which
+// is worth a word.
+int RunOnProjector(Session& session, const std::function<bool(ProjectorCommands&)>& work) {
+  ProjectorLink link(session.global, session.messages, session.busy, BeamlinkFromProgramFolder());
+  ProjectorCommands commands(session.global, link, session.messages, session.busy);
+  if (session.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
+  return work(commands) ? kExitOk : kExitFailed;
+}
+
+}  // namespace
+
+int RunApply(const VerbInput& input, Session& session) {
+  if (!ChooseConnection(input, session)) return kExitUsage;
+  const std::filesystem::path path = input.Path("FILE");
+  if (IsRegisterFile(path)) {
+    if (!ReadRegisters(session, path)) return kExitFailed;
+    return RunOnProjector(session,
+                          [](ProjectorCommands& commands) { return commands.SendRegisters(); });
+  }
+  if (!ReadCorrection(session, path)) return kExitFailed;
+  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Apply(); });
+}
+
+int RunStore(const VerbInput& input, Session& session) {
+  if (!ChooseConnection(input, session)) return kExitUsage;
+  const std::filesystem::path path = input.Path("FILE");
+  if (IsRegisterFile(path)) {
+    return session.UsageError(CliText::kCorrectionFileNeeded, {input.Text("FILE")});
+  }
+  if (!ReadCorrection(session, path)) return kExitFailed;
+  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Store(); });
+}
+
+int RunInitialize(const VerbInput& input, Session& session) {
+  if (!ChooseConnection(input, session)) return kExitUsage;
+  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Initialize(); });
+}
+
+int RunMode(const VerbInput& input, Session& session) {
+  const std::optional<int> mode = input.Number("MODE", 0, 2, 0);
+  if (!mode || !ChooseConnection(input, session)) return kExitUsage;
+  if (input.Has("MODE")) {
+    const auto wanted = static_cast<std::int16_t>(*mode);
+    return RunOnProjector(
+        session, [wanted](ProjectorCommands& commands) { return commands.SetMode(wanted); });
+  }
+  return RunOnProjector(session, [&session](ProjectorCommands& commands) {
+    const std::optional<std::int16_t> shown = commands.ReadMode();
+    if (shown) session.out << *shown << '\n';
+    return shown.has_value();
+  });
+}
+
+}  // namespace warpline

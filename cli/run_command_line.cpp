@@ -1,0 +1,178 @@
+#include "cli/run_command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "cli/verbs.h"
+#include "core/fault.h"
+#include "core/system.h"
+
+namespace warpline {
+
+namespace {
+
+constexpr const char* kProgram = "warpline";
+constexpr std::string_view kLanguage = "--language";
+
+// The language is needed before anything can be said about the other words, so it is looked up
+// ahead of the parse. The last one given counts.
+std::string LanguageWord(const std::vector<std::string>& words) {
+  std::string language;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string_view word = words[i];
+    if (word == kLanguage && i + 1 < words.size()) language = words[i + 1];
+    if (word.starts_with(kLanguage) && word.substr(kLanguage.size()).starts_with("=")) {
+      language = word.substr(kLanguage.size() + 1);
+    }
+  }
+  return language;
+}
+
+std::int16_t LanguageOf(const std::string& word) {
+  if (word == "ja") return 1;
+  if (word == "en") return 0;
+  return SystemLanguageIsJapanese() ? 1 : 0;
+}
+
+// The parser only sorts words into options and arguments; what they mean is decided by the verbs.
+CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& texts) {
+  const std::string name(row.name);
+  if (row.take == Take::kFlag) return app.add_flag(name, texts[row.help]);
+  CLI::Option* option = app.add_option(
+      name, [](const CLI::results_t&) { return true; }, texts[row.help]);
+  option->type_name(std::string(row.value_name))->type_size(1)->expected(1);
+  option->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  if (row.take == Take::kMany) {
+    option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args();
+  }
+  option->required(row.take != Take::kOptional);
+  return option;
+}
+
+constexpr ArgumentRow kLanguageRow{kLanguage, "ja|en", Take::kOptional, CliText::kLanguageOption};
+
+void SetUpProgram(CLI::App& app, const CliTexts& texts) {
+  app.name(kProgram);
+  app.allow_windows_style_options(false);
+  app.require_subcommand(0, 1);
+  app.option_defaults()->group(texts[CliText::kOptionsGroup]);
+  app.set_help_flag("-h,--help", texts[CliText::kHelpOption]);
+  const auto formatter = std::make_shared<CLI::Formatter>();
+  formatter->label("Usage", texts[CliText::kUsageLabel]);
+  formatter->label("OPTIONS", texts[CliText::kOptionsLabel]);
+  formatter->label("Positionals", texts[CliText::kArgumentsGroup]);
+  formatter->label("SUBCOMMAND", texts[CliText::kVerbLabel]);
+  formatter->label("REQUIRED", texts[CliText::kRequiredLabel]);
+  app.formatter(formatter);
+}
+
+void AddVerbs(CLI::App& app, const CliTexts& texts) {
+  AddArgument(app, kLanguageRow, texts);
+  for (const Verb& verb : Verbs()) {
+    CLI::App* sub = app.add_subcommand(std::string(verb.name), texts[verb.help]);
+    sub->group(texts[CliText::kVerbsGroup]);
+    for (const ArgumentRow& row : verb.arguments) AddArgument(*sub, row, texts);
+    AddArgument(*sub, kLanguageRow, texts);
+  }
+}
+
+// The parser names the argument at the start of its message, in front of one of these.
+std::string ArgumentNamed(const std::string& message) {
+  const std::size_t end = std::min(message.find(':'), message.find(" is required"));
+  return message.substr(0, end);
+}
+
+bool LooksLikeOption(const std::string& word) {
+  return word.size() > 1 && word.front() == '-';
+}
+
+// Words that fit nowhere; said before anything that is missing, which they were probably meant to
+// be.
+std::optional<int> TellUnknownWords(const CLI::App& app, const Session& session) {
+  const std::vector<std::string> words = app.remaining(true);
+  if (words.empty()) return std::nullopt;
+  const auto option = std::find_if(words.begin(), words.end(), LooksLikeOption);
+  if (option != words.end()) return session.UsageError(CliText::kUnknownOption, {*option});
+  const bool verb_given = !app.get_subcommands().empty();
+  return session.UsageError(verb_given ? CliText::kUnexpectedArgument : CliText::kUnknownVerb,
+                            {words.front()});
+}
+
+// The parser's own messages are English; what they say is said again in the user's language.
+int TellUsageError(const CLI::App& app, const CLI::ParseError& error, const Session& session) {
+  if (const std::optional<int> told = TellUnknownWords(app, session)) return *told;
+  const std::string message = error.what();
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    return session.UsageError(CliText::kMissingArgument, {ArgumentNamed(message)});
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return session.UsageError(CliText::kMissingValue, {ArgumentNamed(message)});
+  }
+  return session.UsageError(CliText::kOtherUsageError, {message});
+}
+
+void TellWhereHelpIs(const CLI::App& app, const Session& session) {
+  const auto verbs = app.get_subcommands();
+  const std::string name = verbs.empty() ? kProgram : kProgram + (" " + verbs.front()->get_name());
+  session.Tell(CliText::kSeeHelp, {name});
+}
+
+VerbInput InputOf(const CLI::App& sub, const Verb& verb, Session& session) {
+  VerbInput input(session);
+  for (const ArgumentRow& row : verb.arguments) {
+    const CLI::Option* option = sub.get_option(std::string(row.name));
+    if (option->count() > 0) input.Set(row.name, option->reduced_results());
+  }
+  return input;
+}
+
+int RunVerb(const CLI::App& app, Session& session) {
+  const auto given = app.get_subcommands();
+  if (given.empty()) return session.UsageError(CliText::kMissingVerb);
+  const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&given](const Verb& row) {
+    return row.name == given.front()->get_name();
+  });
+  try {
+    return verb->run(InputOf(*given.front(), *verb, session), session);
+  } catch (const Fault& fault) {
+    session.messages.ShowFault(fault.code());
+    return kExitFailed;
+  }
+}
+
+int ParseAndRun(const std::vector<std::string>& words, Session& session) {
+  CLI::App app(session.texts[CliText::kProgram]);
+  SetUpProgram(app, session.texts);
+  AddVerbs(app, session.texts);
+  int exit_code = kExitOk;
+  try {
+    app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
+    exit_code = RunVerb(app, session);
+  } catch (const CLI::Success&) {
+    session.out << app.help();
+  } catch (const CLI::ParseError& error) {
+    exit_code = TellUsageError(app, error, session);
+  }
+  if (exit_code == kExitUsage) TellWhereHelpIs(app, session);
+  return exit_code;
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+  const std::string language = LanguageWord(words);
+  Session session(out, err, LanguageOf(language));
+  if (!language.empty() && language != "ja" && language != "en") {
+    return session.UsageError(CliText::kBadLanguage, {language});
+  }
+  const int exit_code = ParseAndRun(words, session);
+  if (out.flush()) return exit_code;
+  session.Tell(CliText::kOutputFailed);
+  return exit_code == kExitOk ? kExitFailed : exit_code;
+}
+
+}  // namespace warpline

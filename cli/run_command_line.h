@@ -1,0 +1,13 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace warpline {
+
+// Runs `warpline` with these words (UTF-8, the program's name left out): results on out, messages
+// on err. Returns the exit code: 0 success, 1 the work failed, 2 wrong usage.
+int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err);
+
+}  // namespace warpline

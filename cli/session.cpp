@@ -1,0 +1,74 @@
+#include "cli/session.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+#include "app/correction_file.h"
+#include "core/system.h"
+
+namespace warpline {
+
+namespace {
+
+constexpr std::array kTypes{kTypeIni, kTypeWlt, kTypeWls, kTypeWlr};
+
+char LowerCase(char c) {
+  return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+}
+
+}  // namespace
+
+void StreamDisplay::Show(const std::string& title, const std::string& text, MessageIcon icon) {
+  static_cast<void>(title);
+  static_cast<void>(icon);
+  stream_ << text << '\n';
+}
+
+MessageAnswer StreamDisplay::Ask(const std::string& title, const std::string& text) {
+  Show(title, text, MessageIcon::kQuestion);
+  return MessageAnswer::kNo;
+}
+
+Session::Session(std::ostream& out_stream, std::ostream& err_stream, std::int16_t language)
+    : out(out_stream),
+      err(err_stream),
+      texts(CliTextsOf(language)),
+      display(err_stream),
+      messages(global, display),
+      file(global, messages) {
+  ApplyLanguage(global, language);
+  ResetModel(global);
+}
+
+int Session::UsageError(CliText key, std::initializer_list<std::string> arguments) const {
+  Tell(CliText::kErrorPrefix, {texts.Fill(key, arguments)});
+  return kExitUsage;
+}
+
+void Session::Tell(CliText key, std::initializer_list<std::string> arguments) const {
+  err << texts.Fill(key, arguments) << '\n';
+}
+
+std::optional<std::string> TypeOf(const std::filesystem::path& path) {
+  std::string word = Utf8Of(path.extension());
+  std::transform(word.begin(), word.end(), word.begin(), LowerCase);
+  if (!word.empty()) word.erase(0, 1);
+  if (std::find(kTypes.begin(), kTypes.end(), word) == kTypes.end()) return std::nullopt;
+  return word;
+}
+
+bool IsRegisterFile(const std::filesystem::path& path) {
+  return TypeOf(path) == kTypeWlr;
+}
+
+bool ReadCorrection(Session& session, const std::filesystem::path& path) {
+  return OpenCorrection(session.file, session.global, session.messages, path);
+}
+
+bool ReadRegisters(Session& session, const std::filesystem::path& path) {
+  return OpenRegisters(session.file, session.messages, path);
+}
+
+}  // namespace warpline

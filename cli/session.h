@@ -1,0 +1,78 @@
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "cli/cli_texts.h"
+#include "core/LSSglobal.h"
+#include "core/interfaces.h"
+#include "core/messages.h"
+#include "files/LSSfile.h"
+
+// What one run of the command line works with.
+
+namespace warpline {
+
+// Exit codes of the program.
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitFailed = 1;  // the work failed: a bad file, a projector that refused
+inline constexpr int kExitUsage = 2;   // the command line is wrong
+
+// Messages become lines of standard error. There is nobody to answer a question: the answer is No.
+class StreamDisplay : public MessageDisplay {
+ public:
+  explicit StreamDisplay(std::ostream& stream) : stream_(stream) {}
+  void Show(const std::string& title, const std::string& text, MessageIcon icon) override;
+  MessageAnswer Ask(const std::string& title, const std::string& text) override;
+
+ private:
+  std::ostream& stream_;
+};
+
+// A command line shows no hourglass.
+class NoBusyIndicator : public BusyIndicator {
+ public:
+  void BeginBusy() override {}
+  void EndBusy() override {}
+  void ProcessPendingEvents() override {}
+};
+
+class Session {
+ public:
+  // The streams must outlive this object. language: 1 Japanese, 0 English.
+  Session(std::ostream& out_stream, std::ostream& err_stream, std::int16_t language);
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // Says on standard error what is wrong with the command line. Returns kExitUsage.
+  int UsageError(CliText key, std::initializer_list<std::string> arguments = {}) const;
+
+  // Says a text of the command line's own on standard error.
+  void Tell(CliText key, std::initializer_list<std::string> arguments = {}) const;
+
+  std::ostream& out;
+  std::ostream& err;
+  const CliTexts& texts;
+  LSSglobal global;
+  StreamDisplay display;
+  NoBusyIndicator busy;
+  Messages messages;
+  LSSfile file;
+};
+
+// The type word that a file name's extension stands for, in lower case; nothing when it is none of
+// the four.
+std::optional<std::string> TypeOf(const std::filesystem::path& path);
+
+// As the tool decides: a register file by its extension, anything else is correction data.
+bool IsRegisterFile(const std::filesystem::path& path);
+
+// Reads a correction data file into the session's model, or a register file into its register
+// texts. False when the file was refused, which has been said.
+bool ReadCorrection(Session& session, const std::filesystem::path& path);
+bool ReadRegisters(Session& session, const std::filesystem::path& path);
+
+}  // namespace warpline

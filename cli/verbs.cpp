@@ -1,0 +1,83 @@
+#include "cli/verbs.h"
+
+namespace warpline {
+
+namespace {
+
+using T = CliText;
+
+constexpr ArgumentRow kPanel{"--panel", "WxH", Take::kOptional, T::kPanelOption};
+constexpr ArgumentRow kLan{"--lan", "ADDRESS:PORT", Take::kOptional, T::kLanOption};
+constexpr ArgumentRow kSerialPort{"--serial", "N:SPEED", Take::kOptional, T::kSerialOption};
+constexpr ArgumentRow kUsbPort{"--usb", "N", Take::kOptional, T::kUsbOption};
+constexpr ArgumentRow kTimeOut{"--timeout", "MS", Take::kOptional, T::kTimeOutOption};
+
+constexpr ArgumentRow kRegistersArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    kPanel,
+    {"-o", "OUT.wlr", Take::kOptional, T::kRegisterOutput},
+};
+constexpr ArgumentRow kProfileArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    {"--axis", "h|v", Take::kRequired, T::kAxisOption},
+    kPanel,
+    {"--preview", "", Take::kFlag, T::kPreviewOption},
+};
+constexpr ArgumentRow kCurveArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionOrShapeFile},
+    {"--axis", "h|v", Take::kOptional, T::kCurveAxisOption},
+    {"--samples", "N", Take::kOptional, T::kSamplesOption},
+};
+constexpr ArgumentRow kFramesArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionOrRegisterFile},
+    {"--send", "WHAT", Take::kRequired, T::kSendOption},
+    kPanel,
+    {"--class", "C", Take::kOptional, T::kClassOption},
+    {"--reply5", "B", Take::kOptional, T::kReplyOption},
+    {"--mode", "M", Take::kOptional, T::kModeOption},
+};
+constexpr ArgumentRow kCheckArguments[] = {{"FILE", "", Take::kMany, T::kAnyFiles}};
+constexpr ArgumentRow kConvertArguments[] = {
+    {"IN", "", Take::kRequired, T::kInputFile},
+    {"OUT", "", Take::kRequired, T::kOutputFile},
+};
+constexpr ArgumentRow kApplyArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionOrRegisterFile},
+    kLan,
+    kSerialPort,
+    kUsbPort,
+    kTimeOut,
+};
+constexpr ArgumentRow kStoreArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile}, kLan, kSerialPort, kUsbPort, kTimeOut,
+};
+constexpr ArgumentRow kInitializeArguments[] = {kLan, kSerialPort, kUsbPort, kTimeOut};
+constexpr ArgumentRow kModeArguments[] = {
+    {"MODE", "", Take::kOptional, T::kModeArgument}, kLan, kSerialPort, kUsbPort, kTimeOut,
+};
+constexpr ArgumentRow kVerifyArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    {"--state", "STATE.json", Take::kRequired, T::kStateOption},
+};
+
+constexpr Verb kVerbs[] = {
+    {"registers", T::kVerbRegisters, kRegistersArguments, RunRegisters},
+    {"profile", T::kVerbProfile, kProfileArguments, RunProfile},
+    {"curve", T::kVerbCurve, kCurveArguments, RunCurve},
+    {"frames", T::kVerbFrames, kFramesArguments, RunFrames},
+    {"check", T::kVerbCheck, kCheckArguments, RunCheck},
+    {"convert", T::kVerbConvert, kConvertArguments, RunConvert},
+    {"apply", T::kVerbApply, kApplyArguments, RunApply},
+    {"store", T::kVerbStore, kStoreArguments, RunStore},
+    {"initialize", T::kVerbInitialize, kInitializeArguments, RunInitialize},
+    {"mode", T::kVerbMode, kModeArguments, RunMode},
+    {"verify", T::kVerbVerify, kVerifyArguments, RunVerify},
+};
+
+}  // namespace
+
+std::span<const Verb> Verbs() {
+  return kVerbs;
+}
+
+}  // namespace warpline

@@ -1,0 +1,165 @@
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <exception>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/verbs.h"
+#include "core/catalogue.h"
+#include "core/system.h"
+#include "model/profile.h"
+#include "model/registers.h"
+
+// verify: what a simulated projector shows, by its state file, against what a correction means.
+
+namespace warpline {
+
+namespace {
+
+constexpr double kAllowedDifference = 1.0;  // pixels
+constexpr int kFirstScreenTypeText = 168;
+
+using Scales = std::vector<std::int32_t>;
+
+// What the state file tells of the picture shown and of the most recent link.
+struct ShownState {
+  PanelSize panel;
+  std::array<Scales, kAxisCount> scales;
+  std::uint64_t frames = 0;
+  std::uint64_t bytes = 0;
+};
+
+struct Difference {
+  double pixels = 0.0;
+  std::size_t line = 0;  // where it is largest
+};
+
+struct AxisResult {
+  Difference from_profile;
+  std::optional<std::size_t> first_unlike;  // the first line that is not as the registers say
+};
+
+bool IsWhole(const ShownState& state) {
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    const int lines = LineCount(state.panel, axis);
+    if (lines < kMinPanelLines || lines > kMaxPanelLines) return false;
+    if (state.scales[axis].size() != static_cast<std::size_t>(lines)) return false;
+  }
+  return true;
+}
+
+std::optional<ShownState> StateOf(const std::string& text) {
+  try {
+    const nlohmann::json json = nlohmann::json::parse(text);
+    const nlohmann::json& scales = json.at("line_scales");
+    const nlohmann::json& session = json.at("session");
+    ShownState state{{json.at("panel").at("width"), json.at("panel").at("height")},
+                     {scales.at("horizontal"), scales.at("vertical")},
+                     session.at("frames"),
+                     session.at("bytes")};
+    return IsWhole(state) ? std::optional(state) : std::nullopt;
+  } catch (const nlohmann::json::exception&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<ShownState> ReadState(const VerbInput& input, const Session& session) {
+  std::string text;
+  if (const std::error_code error = ReadWholeFile(input.Path("--state"), text)) {
+    session.messages.ShowSystemError(SystemErrorText(error));
+    return std::nullopt;
+  }
+  const std::optional<ShownState> state = StateOf(text);
+  if (!state) session.Tell(CliText::kStateFileWrong, {input.Text("--state")});
+  return state;
+}
+
+// A scale that is not positive draws nothing.
+double ShownSize(std::int32_t scale, int line_length) {
+  return scale > 0 ? static_cast<double>(line_length) * kUnitScale / scale : 0.0;
+}
+
+Difference LargestDifference(const std::vector<double>& profile, const Scales& scales,
+                             int line_length) {
+  Difference largest;
+  for (std::size_t i = 0; i < profile.size(); ++i) {
+    const double pixels = std::abs(ShownSize(scales[i], line_length) - profile[i]);
+    if (pixels > largest.pixels) largest = {pixels, i};
+  }
+  return largest;
+}
+
+AxisResult CompareAxis(const CorrectionData& correction, const ShownState& state, Axis axis) {
+  const int length = LineLength(state.panel, axis);
+  const int count = LineCount(state.panel, axis);
+  const AxisCorrection own = CorrectionOf(correction, axis);
+  const std::vector<double> profile =
+      LineSizeProfile(own.Parameters, own.Projection, SampleCurve(own.Curve, count), length);
+  const Scales meant = RebuildLineScales(BuildAxisRegisters(own, length, count), count);
+  AxisResult result{LargestDifference(profile, state.scales[axis], length), std::nullopt};
+  for (std::size_t i = 0; i < meant.size() && !result.first_unlike; ++i) {
+    if (meant[i] != state.scales[axis][i]) result.first_unlike = i;
+  }
+  return result;
+}
+
+std::string LineName(Axis axis, std::size_t line, const CliTexts& texts) {
+  const CliText key = axis == kHorizontal ? CliText::kHorizontalRow : CliText::kVerticalColumn;
+  return texts.Fill(key, {std::to_string(line)});
+}
+
+std::string PixelText(double pixels) {
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%.3f", pixels);
+  return text.data();
+}
+
+struct Verdict {
+  std::string text;
+  int exit_code;
+};
+
+// The projector must show what the registers say. Where they themselves cannot follow the profile,
+// that is told and no failure of the projector.
+Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts& texts) {
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    if (const auto line = results[axis].first_unlike) {
+      return {texts.Fill(CliText::kVerifyDiffers, {LineName(axis, *line, texts)}), kExitFailed};
+    }
+  }
+  std::string places;
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    const Difference& difference = results[axis].from_profile;
+    if (difference.pixels <= kAllowedDifference) continue;
+    if (!places.empty()) places += ", ";
+    places += LineName(axis, difference.line, texts);
+  }
+  if (places.empty()) return {texts[CliText::kVerifyAgrees], kExitOk};
+  return {texts.Fill(CliText::kVerifyBeyondEncoding, {places}), kExitOk};
+}
+
+}  // namespace
+
+int RunVerify(const VerbInput& input, Session& session) {
+  const std::optional<ShownState> state = ReadState(input, session);
+  if (!state || !ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
+  const CorrectionData& correction = session.global.Correction;
+  const std::array<AxisResult, kAxisCount> results{CompareAxis(correction, *state, kHorizontal),
+                                                   CompareAxis(correction, *state, kVertical)};
+  const Verdict verdict = Judge(results, session.texts);
+  session.out << session.texts.Fill(
+                     CliText::kVerifyResult,
+                     {TextOf(session.global, kFirstScreenTypeText + correction.ScreenType),
+                      std::to_string(state->bytes), std::to_string(state->frames),
+                      PixelText(results[kHorizontal].from_profile.pixels),
+                      PixelText(results[kVertical].from_profile.pixels), verdict.text})
+              << '\n';
+  return verdict.exit_code;
+}
+
+}  // namespace warpline

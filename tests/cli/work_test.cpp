@@ -1,0 +1,268 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "files/LSSfile.h"
+#include "tests/cli/cli_run.h"
+#include "tests/support/temp_folder.h"
+
+// The verbs that need no projector.
+
+namespace warpline {
+namespace {
+
+std::vector<std::string> LinesOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+class WorkTest : public testing::Test {
+ protected:
+  std::string Put(const char* name, const std::string& text) const {
+    return folder_.Write(name, text).string();
+  }
+  std::string Name(const char* name) const { return (folder_ / name).string(); }
+
+  TempFolder folder_;
+};
+
+constexpr const char* kFlatRegisters =
+    "[Warpline Register File]\n"
+    "h_panel_ext=0000\nh_scroll=0000\nh_opt_center=E0\nh_linearity=00\nh_comp_disp=00\n"
+    "h_stadium=00\nh_corre_0=0080\nh_corre_1=00\nh_corre_2_0000=000000000000000000\n"
+    "v_panel_ext=0000\nv_scroll=0000\nv_opt_center=E0\nv_linearity=00\nv_comp_disp=00\n"
+    "v_stadium=00\nv_corre_0=0080\nv_corre_1=00\nv_corre_2_0000=00000000000000\n";
+
+std::string WithCrLf(const std::string& text) {
+  std::string crlf;
+  for (const std::string& line : LinesOf(text)) crlf += line + "\r\n";
+  return crlf;
+}
+
+TEST_F(WorkTest, RegistersArePrintedOrWritten) {
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  const CliResult printed = RunCli({"registers", flat, "--panel", "16x20"});
+  EXPECT_EQ(printed.exit_code, 0) << printed;
+  EXPECT_EQ(printed.out, kFlatRegisters);
+  EXPECT_EQ(printed.err, "");
+
+  const CliResult written = RunCli({"registers", flat, "--panel", "16x20", "-o", Name("flat.wlr")});
+  EXPECT_EQ(written.exit_code, 0) << written;
+  EXPECT_EQ(written.out, "");
+  EXPECT_EQ(TempFolder::Read(folder_ / "flat.wlr"), WithCrLf(kFlatRegisters));
+  EXPECT_EQ(RunCli({"check", Name("flat.wlr")}).exit_code, 0);
+}
+
+TEST_F(WorkTest, ProfileHasOneLineEach) {
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  const std::vector<std::string> rows = LinesOf(RunCli({"profile", flat, "--axis", "h"}).out);
+  EXPECT_EQ(rows, std::vector<std::string>(768, "1024"));
+  const std::vector<std::string> columns =
+      LinesOf(RunCli({"profile", flat, "--axis", "v", "--panel", "1920X1200"}).out);
+  EXPECT_EQ(columns, std::vector<std::string>(1920, "1200"));
+}
+
+TEST_F(WorkTest, ProfileFollowsTheCurve) {
+  const std::string bent = Put("bent.wlt", kBentFile);
+  // The arch is 0.8 at both ends: with 30 percent the size is 1024 * (1 - 0.2 * 0.3), the preview's
+  // 1024 * (1 - 2 * ...).
+  const auto profile = LinesOf(RunCli({"profile", bent, "--axis", "h"}).out);
+  ASSERT_EQ(profile.size(), 768U);
+  EXPECT_NEAR(std::stod(profile.front()), 962.56, 1e-6);
+  EXPECT_NEAR(std::stod(profile.back()), 962.56, 1e-6);
+  EXPECT_NEAR(std::stod(profile[384]), 1024.0, 0.01);
+  const auto preview = LinesOf(RunCli({"profile", bent, "--axis", "h", "--preview"}).out);
+  EXPECT_NEAR(std::stod(preview.front()), 901.12, 1e-6);
+}
+
+TEST_F(WorkTest, CurveOfBothKindsOfFile) {
+  const std::string bent = Put("bent.wlt", kBentFile);
+  EXPECT_EQ(LinesOf(RunCli({"curve", bent}).out).size(), 501U);
+  const std::string shape =
+      Put("line.wls",
+          "[Warpline Shape File 2.0]\r\nCorrePointNum=2\r\nCorreInterp=1\r\nCorreDataPtsX00=0\r\n"
+          "CorreDataPtsY00=750000\r\nCorreDataPtsX01=1000000\r\nCorreDataPtsY01=1000000\r\n");
+  EXPECT_EQ(RunCli({"curve", shape, "--samples", "3"}).out, "0.75\n0.875\n1\n");
+}
+
+struct FramesRow {
+  const char* name;
+  std::vector<std::string> words;
+  std::vector<std::string> frames;
+};
+
+constexpr const char* kPrepare = "021A000002020121";
+constexpr const char* kClear = "01DF0000020000E2";
+constexpr const char* kShow = "01DF0000020100E3";
+constexpr const char* kHorizontal =
+    "01DF00001402001000"
+    "0000"
+    "0000"
+    "0080"
+    "00"
+    "E0"
+    "00"
+    "00000000000000"
+    "66";
+constexpr const char* kVertical =
+    "01DF00001403001000"
+    "0000"
+    "0000"
+    "0080"
+    "00"
+    "E0"
+    "00"
+    "00000000000000"
+    "67";
+constexpr const char* kModeOne = "01DE0000020100E2";
+
+const FramesRow kFramesRows[] = {
+    {"apply",
+     {"apply"},
+     {kPrepare, kClear, kHorizontal, kVertical, "01DF0000051000010000F6", "01DF0000051100010000F7",
+      kShow}},
+    {"store", {"store"}, {"01DF0000021200F4", kModeOne}},
+    {"the mode of a store is always 1", {"store", "--mode", "2"}, {"01DF0000021200F4", kModeOne}},
+    {"initialize", {"initialize"}, {kPrepare, kClear, kShow}},
+    {"numbers in their order", {"1,0"}, {kShow, kClear}},
+    {"mode 0", {"18"}, {"01DE0000020000E1"}},
+    {"mode 2", {"18", "--mode", "2"}, {"01DE0000020200E3"}},
+    {"mode query", {"19"}, {kModeOne}},
+};
+
+TEST_F(WorkTest, FramesOfEverySequence) {
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  ASSERT_EQ(RunCli({"registers", flat, "--panel", "16x16", "-o", Name("flat.wlr")}).exit_code, 0);
+  for (const FramesRow& row : kFramesRows) {
+    std::vector<std::string> words{"frames", flat, "--panel", "16x16", "--send"};
+    words.insert(words.end(), row.words.begin(), row.words.end());
+    const CliResult result = RunCli(words);
+    EXPECT_EQ(result.exit_code, 0) << row.name << result;
+    EXPECT_EQ(LinesOf(result.out), row.frames) << row.name;
+    words[1] = Name("flat.wlr");
+    EXPECT_EQ(RunCli(words).out, result.out) << row.name << ", from the registers";
+  }
+}
+
+TEST_F(WorkTest, StoreByTheWholeBlock) {
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  const auto store = [&flat](std::vector<std::string> more) {
+    std::vector<std::string> words{"frames", flat, "--send", "21"};
+    words.insert(words.end(), more.begin(), more.end());
+    return RunCli(words);
+  };
+  // Header, count, address, data length: 1536 bytes of tables and 22 of short fields.
+  EXPECT_EQ(store({"--class", "3"}).out.substr(0, 22), "01FC00061D005004001606");
+  EXPECT_EQ(store({"--class", "4"}).out.substr(10, 8), "00600400");
+  EXPECT_EQ(store({"--class", "4", "--reply5", "13"}).out.substr(10, 8), "00500400");
+  EXPECT_EQ(LinesOf(RunCli({"frames", flat, "--send", "store", "--class", "4"}).out).size(), 2U);
+
+  const std::string refused = "This is not supported by the currently connected projectors.";
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"--class", "2"}, {"--class", "3", "--panel", "1920x1200"}}) {
+    const CliResult result = store(words);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find(refused), std::string::npos) << result.err;
+  }
+}
+
+TEST_F(WorkTest, FramesOfShortRegistersAreRefused) {
+  std::string text = kFlatRegisters;
+  text.replace(text.find("h_scroll=0000"), 13, "h_scroll=00");
+  const CliResult result = RunCli({"frames", Put("short.wlr", text), "--send", "apply"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_NE(result.err.find("The length of parameter is not correct."), std::string::npos);
+}
+
+TEST_F(WorkTest, CheckTellsEachFile) {
+  const std::string flat = Put("flat.WLT", kFlatFile);
+  const std::string broken = Put("broken.wlt", "[Warpline Tool Data File 3.0]\r\nScreenType=6\r\n");
+  const std::string old = Put("old.wlt", "[Warpline Tool Data File]\r\n");
+  const std::string notes = Put("notes.txt", "nothing of ours\r\n");
+  const std::string huge =
+      Put("huge.wlt", "[Warpline Tool Data File 3.0]\r\nScreenType=99999999999\r\n");
+  const std::string registers = Put("bad.wlr", "[Warpline Register File]\nh_opt_center=1G0\n");
+  const CliResult result = RunCli({"check", flat, broken, old, notes, huge, registers, flat});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(LinesOf(result.out), (std::vector<std::string>{
+                                     flat + ": ok",
+                                     broken + ": The parameter value is not correct.",
+                                     old + ": File version is different. Loading is not possible.",
+                                     notes + ": The file format is corrupted.",
+                                     huge + ": [1] Wrong value.",
+                                     registers + ": The length of parameter is not correct. "
+                                                 "The parameter value is not correct.",
+                                     flat + ": ok",
+                                 }));
+  EXPECT_EQ(RunCli({"check", flat}).exit_code, 0);
+  const CliResult japanese = RunCli({"check", broken}, "ja");
+  EXPECT_EQ(japanese.exit_code, 1);
+  EXPECT_EQ(japanese.out.find("not correct"), std::string::npos) << japanese.out;
+}
+
+TEST_F(WorkTest, MissingFilesSaySo) {
+  for (const char* name : {"gone.wlt", "gone.wlr", "gone.wls", "gone.ini"}) {
+    const CliResult check = RunCli({"check", Name(name)});
+    EXPECT_EQ(check.exit_code, 1) << name;
+    EXPECT_EQ(check.out.find(Name(name) + ": "), 0U) << check.out;
+    EXPECT_GT(check.out.size(), Name(name).size() + 3) << check.out;
+    const CliResult convert = RunCli({"convert", Name(name), Name(name) /* never written */});
+    EXPECT_EQ(convert.exit_code, 1) << name;
+    EXPECT_FALSE(convert.err.empty()) << name;
+  }
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"registers"},
+                                                {"curve"},
+                                                {"profile", "--axis", "v"},
+                                                {"frames", "--send", "apply"}}) {
+    std::vector<std::string> all = words;
+    all.push_back(Name("gone.wlt"));
+    const CliResult result = RunCli(all);
+    EXPECT_EQ(result.exit_code, 1) << words.front();
+    EXPECT_EQ(result.out, "") << words.front();
+    EXPECT_FALSE(result.err.empty()) << words.front();
+  }
+  EXPECT_TRUE(folder_.Names().empty());
+}
+
+TEST_F(WorkTest, ConvertWritesThePresentVersion) {
+  const std::string old =
+      Put("old.wlt", "[Warpline Tool Data File 2.0]\r\nDistortionH=5\r\nScreenType=2\r\n");
+  ASSERT_EQ(RunCli({"convert", old, Name("new.WLT")}).exit_code, 0);
+  const std::vector<std::string> lines = LinesOf(TempFolder::Read(folder_ / "new.WLT"));
+  ASSERT_EQ(lines.size(), 88U);
+  EXPECT_EQ(lines[0], "[Warpline Tool Data File 3.0]\r");
+  EXPECT_EQ(lines[1], "ScreenType=2\r");
+  EXPECT_EQ(lines[4], "DistortionH=2\r");
+
+  const std::string shape = Put(
+      "old.wls", "[Warpline Shape File]\r\nCorreDataPtsX1=1000000\r\nCorreDataPtsY0=760000\r\n");
+  ASSERT_EQ(RunCli({"convert", shape, Name("new.wls")}).exit_code, 0);
+  EXPECT_EQ(LinesOf(TempFolder::Read(folder_ / "new.wls"))[6], "CorreDataPtsY00=760000\r");
+
+  const std::string settings = Put("old.ini", "LANPort=4352\nDemoMode=7\n[Warpline Tool 3.0]\n");
+  ASSERT_EQ(RunCli({"convert", settings, Name("new.ini")}).exit_code, 0);
+  const std::string written = TempFolder::Read(folder_ / "new.ini");
+  EXPECT_NE(written.find("LANPort=4352\r\n"), std::string::npos);
+  EXPECT_NE(written.find("DemoMode=0\r\n"), std::string::npos);
+
+  const std::string registers = Put("old.wlr", kFlatRegisters);
+  ASSERT_EQ(RunCli({"convert", registers, Name("new.wlr")}).exit_code, 0);
+  EXPECT_EQ(TempFolder::Read(folder_ / "new.wlr"), WithCrLf(kFlatRegisters));
+}
+
+TEST_F(WorkTest, OutputThatCannotBeWrittenIsAFailure) {
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  std::ostringstream out;
+  out.setstate(std::ios::badbit);
+  std::ostringstream err;
+  EXPECT_EQ(RunCommandLine({"registers", flat, "--language", "en"}, out, err), 1);
+  EXPECT_EQ(err.str(), "The output could not be written.\n");
+}
+
+}  // namespace
+}  // namespace warpline
