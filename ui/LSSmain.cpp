@@ -1,0 +1,192 @@
+#include "ui/LSSmain.h"
+
+#include <wx/panel.h>
+
+#include <utility>
+
+#include "core/messages.h"
+#include "ui/LSSview.h"
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/main_menu.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+constexpr int kTestPattern = 166;
+
+}  // namespace
+
+LSSmain::LSSmain(MainParts parts)
+    : wxFrame(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
+              "LSSmain"),
+      parts_(std::move(parts)),
+      controller_(parts_.global, parts_.files, parts_.commands, parts_.messages, parts_.busy, *this,
+                  parts_.application_data) {
+  SetIcons(ProgramIcons());
+  SetMenuBar(CreateMenuBar(parts_.global));
+  auto* panel =
+      new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, "main_panel");
+  controls_ = CreateMainControls(panel, parts_.global, CreateSliderHandlers());
+  SetSizes();
+  view_ = new LSSview(this, CaptionOf(parts_.global, kTestPattern),
+                      [this] { controller_.SetTestPattern(false); });
+  SetPreviewSize("menu_disp_regular");
+  parts_.busy.Attach(this);
+  BindControls();
+  BindWindow();
+  ShowModel();
+}
+
+wxSize LSSmain::FirstSize() {
+  return wxWindow::FromDIP(wxSize(560, 360), nullptr);
+}
+
+// The smallest size shows everything of every group; only the width grows.
+void LSSmain::SetSizes() {
+  wxWindow* panel = controls_.scr_select->GetParent();
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(panel, wxSizerFlags(1).Expand());
+  SetSizer(sizer);
+  wxSize least = sizer->ComputeFittingClientSize(this);
+  for (int group = 0; group < kGroupCount; ++group) {
+    ShowGroup(controls_, parts_.global, group, false);
+    least.IncTo(sizer->ComputeFittingClientSize(this));
+  }
+  SetMinClientSize(least);
+  SetSize(FirstSize());
+  wxSize first = GetClientSize();
+  first.IncTo(least);
+  SetClientSize(first);
+  SetMaxSize(wxSize(-1, GetSize().y));
+  const wxPoint stored(parts_.global.Settings.DialogPosX, parts_.global.Settings.DialogPosY);
+  SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
+}
+
+void LSSmain::ShowFirst() {
+  Show();
+  controls_.ctrl_select[0]->SetFocus();
+  ShowPreview();
+}
+
+SliderHandlers LSSmain::CreateSliderHandlers() {
+  const auto idle = [this] { return !parts_.busy.IsBusy(); };
+  return {
+      [this, idle](int row, int value) {
+        if (idle()) controller_.MoveSlider(row, value);
+      },
+      [this, idle](int row) {
+        if (!idle()) return;
+        controller_.ReleaseSlider();
+        controls_.rows[static_cast<std::size_t>(row)]->FocusSlider();
+      },
+      [this, idle](int, int key_code, bool shift_alone) {
+        if (idle()) controller_.ReleaseKey(key_code, shift_alone);
+      },
+      [this, idle](int row) {
+        if (idle()) controller_.PressIcon(kSliderCount * controller_.Group() + row);
+      },
+  };
+}
+
+void LSSmain::BindControls() {
+  controls_.scr_select->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
+    controller_.SelectScreenType(event.GetSelection());
+  });
+  for (int group = 0; group < kGroupCount; ++group) {
+    controls_.ctrl_select[static_cast<std::size_t>(group)]->Bind(
+        wxEVT_RADIOBUTTON, [this, group](wxCommandEvent&) { controller_.SelectGroup(group); });
+  }
+  controls_.lr_symm->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+    controller_.SetSymmetry(kHorizontal, event.IsChecked());
+  });
+  controls_.ud_symm->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+    controller_.SetSymmetry(kVertical, event.IsChecked());
+  });
+  controls_.testpattern->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+    controller_.SetTestPattern(event.IsChecked());
+  });
+  for (wxButton* button : {controls_.initbutton, controls_.applybutton, controls_.storebutton,
+                           controls_.exitbutton, controls_.corre_edit}) {
+    button->Bind(wxEVT_BUTTON,
+                 [this, button](wxCommandEvent&) { Run(button->GetName().utf8_string()); });
+  }
+}
+
+void LSSmain::BindWindow() {
+  Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
+    if (MenuName(event.GetId()).empty()) {
+      event.Skip();
+    } else {
+      Run(MenuName(event.GetId()));
+    }
+  });
+  Bind(wxEVT_CLOSE_WINDOW, &LSSmain::OnClose, this);
+  Bind(wxEVT_ICONIZE, &LSSmain::OnIconize, this);
+}
+
+void LSSmain::ShowModel() {
+  SetTitle(WxText(controller_.Caption()));
+  controls_.scr_select->SetSelection(parts_.global.Correction.ScreenType);
+  ShowMenus();
+  ShowGroup(controls_, parts_.global, controller_.Group(), EditorAvailable());
+  controls_.applybutton->Enable(controller_.ApplyEnabled());
+  controls_.testpattern->SetValue(parts_.global.Settings.TestPattern == 1);
+  ShowPreview();
+}
+
+void LSSmain::ShowValues() {
+  ShowGroupValues(controls_, parts_.global, controller_.Group(), EditorAvailable());
+  RedrawPreview();
+}
+
+void LSSmain::ShowMenus() {
+  wxMenuBar* bar = GetMenuBar();
+  const Settings& settings = parts_.global.Settings;
+  const auto& projection = parts_.global.Correction.Projection;
+  bar->Check(MenuId(controller_.RealTime() ? "menu_opt_auto_on" : "menu_opt_auto_off"), true);
+  bar->Check(MenuId(settings.CommunicationMode == 1 ? "menu_opt_detailed" : "menu_opt_simple"),
+             true);
+  bar->Check(MenuId("menu_opt_ud_reverse"), projection[kVertical] != 0);
+  bar->Check(MenuId("menu_opt_lr_reverse"), projection[kHorizontal] != 0);
+  bar->Enable(MenuId("menu_opt_auto"), controller_.RealTimeMenuEnabled());
+  bar->Enable(MenuId("menu_opt_pjmode"), parts_.dialogs.projector_mode != nullptr);
+  bar->Enable(MenuId("menu_opt_setting"), SettingsAvailable());
+}
+
+bool LSSmain::SettingsAvailable() const {
+  return parts_.global.Settings.CommunicationMode == 1
+             ? parts_.dialogs.communication_settings != nullptr
+             : parts_.dialogs.projector_search != nullptr;
+}
+
+std::filesystem::path LSSmain::ChooseFileToOpen(const std::filesystem::path& folder) {
+  return parts_.choosers.open(this, folder);
+}
+
+std::filesystem::path LSSmain::ChooseFileToSave(const std::filesystem::path& folder,
+                                                const std::filesystem::path& current) {
+  return parts_.choosers.save(this, folder, current);
+}
+
+// A question may be open already when the window system asks once more, and a command that is at
+// work still uses the window.
+void LSSmain::OnClose(wxCloseEvent& event) {
+  if (event.CanVeto() && (closing_ || parts_.busy.IsBusy())) {
+    event.Veto();
+    return;
+  }
+  closing_ = true;
+  const wxPoint position = GetPosition();
+  const bool may_close = controller_.Close(position.x, position.y);
+  closing_ = false;
+  if (!may_close && event.CanVeto()) {
+    event.Veto();
+    return;
+  }
+  view_->Hide();
+  Destroy();
+}
+
+}  // namespace warpline

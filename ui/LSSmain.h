@@ -1,0 +1,92 @@
+#pragma once
+
+#include <wx/frame.h>
+
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+#include "app/main_controller.h"
+#include "ui/LSSmain_controls.h"
+#include "ui/file_chooser.h"
+#include "ui/main_dialogs.h"
+#include "ui/window_busy.h"
+
+// The main window: it forwards what the user does to the controller and shows the model when it is
+// told to.
+
+namespace warpline {
+
+class LSSview;
+
+// What the window works with; everything must outlive it.
+struct MainParts {
+  LSSglobal& global;
+  LSSfile& files;
+  ProjectorCommands& commands;
+  const Messages& messages;
+  WindowBusy& busy;
+  FileChoosers choosers;
+  MainDialogs dialogs;
+  std::filesystem::path application_data;                       // where settings and data are kept
+  std::filesystem::path program_folder;                         // where the read-me files are
+  std::function<bool(const std::filesystem::path&)> show_text;  // opens a text file, not waiting
+};
+
+class LSSmain : public wxFrame, private MainView {
+ public:
+  // Places itself at the stored position, held inside the screen. Hidden at first.
+  explicit LSSmain(MainParts parts);
+
+  // The window's size at first, in device units: what a default position is computed with.
+  static wxSize FirstSize();
+
+  // Shows the window, and the preview when the settings ask for it.
+  void ShowFirst();
+
+  // Runs a command by the product name of its menu item or button. Nothing happens while another
+  // command is at work.
+  void Run(std::string_view name);
+
+  MainController& Controller() { return controller_; }
+
+ private:
+  struct Command;
+  static const Command* FindCommand(std::string_view name);
+
+  void ShowModel() override;
+  void ShowValues() override;
+  std::filesystem::path ChooseFileToOpen(const std::filesystem::path& folder) override;
+  std::filesystem::path ChooseFileToSave(const std::filesystem::path& folder,
+                                         const std::filesystem::path& current) override;
+
+  SliderHandlers CreateSliderHandlers();
+  void BindControls();
+  void BindWindow();
+  void SetSizes();
+  void ShowMenus();
+  void ShowPreview();
+  void RedrawPreview();
+  void PlacePreviewWindow();
+  void SetPreviewSize(std::string_view item);
+  bool EditorAvailable() const { return parts_.dialogs.curve_editor != nullptr; }
+  bool SettingsAvailable() const;
+
+  void OnClose(wxCloseEvent& event);
+  void OnIconize(wxIconizeEvent& event);
+
+  void EditCurve();
+  void OpenSettings();
+  void OpenProjectorMode();
+  void ShowHelp();
+  void ShowAbout();
+
+  MainParts parts_;
+  MainController controller_;
+  MainControls controls_;
+  LSSview* view_ = nullptr;  // owned by this window, as every child of it
+  bool preview_placed_ = false;
+  bool closing_ = false;
+};
+
+}  // namespace warpline

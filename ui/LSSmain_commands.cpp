@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <array>
+
+#include "core/messages.h"
+#include "core/system.h"
+#include "ui/LSSmain.h"
+#include "ui/LSSview.h"
+#include "ui/about_box.h"
+#include "ui/layout.h"
+#include "ui/main_menu.h"
+#include "ui/read_me.h"
+
+// The main window's commands: one table row each, for menu items and buttons alike.
+
+namespace warpline {
+namespace {
+
+struct PreviewSize {
+  std::string_view item;
+  int width;  // DIP
+  int height;
+};
+
+constexpr std::array<PreviewSize, 3> kPreviewSizes{{
+    {"menu_disp_magnification", 960, 720},
+    {"menu_disp_regular", 640, 480},
+    {"menu_disp_small", 400, 300},
+}};
+
+}  // namespace
+
+struct LSSmain::Command {
+  std::string_view name;
+  void (*run)(LSSmain& window);
+};
+
+const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
+  static constexpr std::array<Command, 22> kCommands{{
+      {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
+      {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
+      {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
+      {"menu_file_exit", [](LSSmain& w) { w.Close(); }},
+      {"menu_opt_auto_on", [](LSSmain& w) { w.controller_.SetRealTime(true); }},
+      {"menu_opt_auto_off", [](LSSmain& w) { w.controller_.SetRealTime(false); }},
+      {"menu_opt_simple", [](LSSmain& w) { w.controller_.SetCommunicationMode(0); }},
+      {"menu_opt_detailed", [](LSSmain& w) { w.controller_.SetCommunicationMode(1); }},
+      {"menu_opt_ud_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kVertical); }},
+      {"menu_opt_lr_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kHorizontal); }},
+      {"menu_opt_pjmode", [](LSSmain& w) { w.OpenProjectorMode(); }},
+      {"menu_opt_setting", [](LSSmain& w) { w.OpenSettings(); }},
+      {"menu_disp_magnification", [](LSSmain& w) { w.SetPreviewSize("menu_disp_magnification"); }},
+      {"menu_disp_regular", [](LSSmain& w) { w.SetPreviewSize("menu_disp_regular"); }},
+      {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},
+      {"menu_help_doc", [](LSSmain& w) { w.ShowHelp(); }},
+      {"menu_help_about", [](LSSmain& w) { w.ShowAbout(); }},
+      {"initbutton", [](LSSmain& w) { w.controller_.Initialize(); }},
+      {"applybutton", [](LSSmain& w) { w.controller_.Apply(); }},
+      {"storebutton", [](LSSmain& w) { w.controller_.Store(); }},
+      {"exitbutton", [](LSSmain& w) { w.Close(); }},
+      {"corre_edit", [](LSSmain& w) { w.EditCurve(); }},
+  }};
+  const auto* row = std::find_if(kCommands.begin(), kCommands.end(),
+                                 [name](const Command& each) { return each.name == name; });
+  return row == kCommands.end() ? nullptr : row;
+}
+
+void LSSmain::Run(std::string_view name) {
+  const Command* command = FindCommand(name);
+  if (command != nullptr && !parts_.busy.IsBusy()) command->run(*this);
+}
+
+void LSSmain::EditCurve() {
+  if (!EditorAvailable()) return;
+  parts_.dialogs.curve_editor(this, AxisOfGroup(controller_.Group()));
+  controller_.CurveChanged();
+}
+
+void LSSmain::OpenSettings() {
+  if (!SettingsAvailable()) return;
+  const bool detailed = parts_.global.Settings.CommunicationMode == 1;
+  (detailed ? parts_.dialogs.communication_settings : parts_.dialogs.projector_search)(this);
+}
+
+void LSSmain::OpenProjectorMode() {
+  if (parts_.dialogs.projector_mode) parts_.dialogs.projector_mode(this);
+}
+
+void LSSmain::ShowHelp() {
+  ShowReadMe(parts_.global, parts_.messages, parts_.program_folder, parts_.show_text);
+}
+
+void LSSmain::ShowAbout() {
+  ShowAboutBox(this, parts_.global);
+}
+
+void LSSmain::SetPreviewSize(std::string_view item) {
+  const auto* size = std::find_if(kPreviewSizes.begin(), kPreviewSizes.end(),
+                                  [item](const PreviewSize& each) { return each.item == item; });
+  view_->SetPictureSize(wxSize(size->width, size->height));
+  GetMenuBar()->Check(MenuId(item), true);
+}
+
+// Shown while Test Pattern is checked and the main window is on the screen.
+void LSSmain::ShowPreview() {
+  const bool wanted = IsShown() && !IsIconized() && parts_.global.Settings.TestPattern == 1;
+  if (wanted && !view_->IsShown()) {
+    PlacePreviewWindow();
+    view_->ShowWithoutActivating();
+  } else if (!wanted) {
+    view_->Hide();
+  }
+  RedrawPreview();
+}
+
+void LSSmain::RedrawPreview() {
+  if (view_->IsShown()) view_->SetDrawing(controller_.Preview());
+}
+
+// Beside the main window the first time, later where the user has put it.
+void LSSmain::PlacePreviewWindow() {
+  if (preview_placed_) return;
+  preview_placed_ = true;
+  const wxRect own = GetScreenRect();
+  const wxPoint beside(own.GetRight() + Gap(this), own.y);
+  view_->SetPosition(HeldInside(UsableScreen(own.GetPosition()), beside, view_->GetSize()));
+}
+
+void LSSmain::OnIconize(wxIconizeEvent& event) {
+  event.Skip();
+  if (event.IsIconized()) {
+    view_->Hide();
+  } else {
+    ShowPreview();
+  }
+}
+
+}  // namespace warpline

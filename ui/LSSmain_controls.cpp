@@ -1,0 +1,160 @@
+#include "ui/LSSmain_controls.h"
+
+#include <wx/panel.h>
+#include <wx/statline.h>
+
+#include <algorithm>
+
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+constexpr int kFirstScreenType = 168;
+constexpr int kSelectScreen = 165;
+
+// One maker of captioned controls, so that name, caption and parent are given in one place.
+class Maker {
+ public:
+  Maker(wxWindow* parent, const LSSglobal& global) : parent_(parent), global_(global) {}
+
+  wxButton* Button(const char* name, int caption) const {
+    return new wxButton(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
+                        wxDefaultValidator, name);
+  }
+  wxCheckBox* CheckBox(const char* name, int caption) const {
+    return new wxCheckBox(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
+                          wxDefaultValidator, name);
+  }
+  wxString Text(int caption) const { return CaptionOf(global_, caption); }
+
+ private:
+  wxWindow* parent_;
+  const LSSglobal& global_;
+};
+
+wxSizer* CreateScreenLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+  auto* caption = new wxStaticText(panel, wxID_ANY, make.Text(kSelectScreen), wxDefaultPosition,
+                                   wxDefaultSize, 0, "scr_select_name");
+  controls.scr_select = new wxChoice(panel, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                                     0, wxDefaultValidator, "scr_select");
+  for (int type = 0; type < kScreenTypeCount; ++type) {
+    controls.scr_select->Append(make.Text(kFirstScreenType + type));
+  }
+  controls.scr_select->SetLabel(make.Text(kSelectScreen));
+  auto* line = new wxBoxSizer(wxHORIZONTAL);
+  line->Add(caption, AtCentre());
+  line->Add(controls.scr_select, AtCentre().Border(wxLEFT, Gap(panel)));
+  return line;
+}
+
+wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Maker& make) {
+  auto* holder = new wxPanel(panel, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
+                             "ctrl_select");
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  for (std::size_t group = 0; group < controls.ctrl_select.size(); ++group) {
+    auto* button = new wxRadioButton(holder, wxID_ANY, make.Text(kGroupCaptions[group].group),
+                                     wxDefaultPosition, wxDefaultSize, group == 0 ? wxRB_GROUP : 0,
+                                     wxDefaultValidator, wxString::Format("ctrl_select%zu", group));
+    controls.ctrl_select[group] = button;
+    column->Add(button, wxSizerFlags().Border(wxBOTTOM, Gap(panel)));
+  }
+  holder->SetSizer(column);
+  return holder;
+}
+
+// Symmetry boxes and editor button share one place of constant height.
+wxSizer* CreateExtrasLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+  controls.lr_symm = make.CheckBox("lr_symm", 163);
+  controls.ud_symm = make.CheckBox("ud_symm", 164);
+  controls.corre_edit = make.Button("corre_edit", 167);
+  auto* line = new wxBoxSizer(wxHORIZONTAL);
+  line->Add(0, std::max(controls.corre_edit->GetBestSize().y, controls.lr_symm->GetBestSize().y));
+  line->Add(controls.lr_symm, AtCentre());
+  line->Add(controls.ud_symm, AtCentre().Border(wxLEFT, WideGap(panel)));
+  line->Add(controls.corre_edit, AtCentre());
+  return line;
+}
+
+wxSizer* CreateParameterBlock(MainControls& controls, wxWindow* panel, const Maker& make,
+                              const SliderHandlers& handlers) {
+  wxWindow* groups = CreateGroupButtons(controls, panel, make);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  for (int row = 0; row < kSliderCount; ++row) {
+    auto& place = controls.rows[static_cast<std::size_t>(row)];
+    place = std::make_unique<SliderRow>(panel, row, handlers);
+    column->Add(place->Sizer(), wxSizerFlags().Expand().Border(wxBOTTOM, WideGap(panel)));
+  }
+  column->Add(CreateExtrasLine(controls, panel, make), wxSizerFlags().Expand());
+  auto* block = new wxBoxSizer(wxHORIZONTAL);
+  block->Add(groups);
+  block->Add(column, wxSizerFlags(1).Border(wxLEFT, 2 * WideGap(panel)));
+  return block;
+}
+
+wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+  controls.testpattern = make.CheckBox("testpattern", 166);
+  controls.initbutton = make.Button("initbutton", 6);
+  controls.applybutton = make.Button("applybutton", 10);
+  controls.storebutton = make.Button("storebutton", 7);
+  controls.exitbutton = make.Button("exitbutton", 13);
+  controls.applybutton->SetDefault();
+  auto* line = new wxBoxSizer(wxHORIZONTAL);
+  line->Add(controls.testpattern, AtCentre());
+  line->AddStretchSpacer();
+  for (wxButton* button :
+       {controls.initbutton, controls.applybutton, controls.storebutton, controls.exitbutton}) {
+    line->Add(button, AtCentre().Border(wxLEFT, Gap(panel)));
+  }
+  return line;
+}
+
+}  // namespace
+
+MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, SliderHandlers handlers) {
+  MainControls controls;
+  const Maker make(panel, global);
+  const int edge = WideGap(panel);
+  auto* all = new wxBoxSizer(wxVERTICAL);
+  all->Add(CreateScreenLine(controls, panel, make), wxSizerFlags().Expand().Border(wxALL, edge));
+  all->Add(CreateParameterBlock(controls, panel, make, handlers),
+           wxSizerFlags().Expand().Border(wxALL, edge));
+  all->AddStretchSpacer();
+  all->Add(new wxStaticLine(panel), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
+  all->Add(CreateButtonLine(controls, panel, make), wxSizerFlags().Expand().Border(wxALL, edge));
+  panel->SetSizer(all);
+  return controls;
+}
+
+void ShowGroup(MainControls& controls, const LSSglobal& global, int group, bool editor_available) {
+  const CorrectionData& correction = global.Correction;
+  for (int row = 0; row < kSliderCount; ++row) {
+    const auto index = static_cast<std::size_t>(row);
+    const SliderTarget target = TargetOf(correction, group, row);
+    const int caption = kGroupCaptions[static_cast<std::size_t>(group)].rows[index];
+    controls.rows[index]->Show(SetUpSlider(correction, group, row), CaptionOf(global, caption),
+                               IconOf(target, correction.Axes[target.axis].Stadium == 1),
+                               wxString::Format("iconbutton%d", kSliderCount * group + row));
+  }
+  controls.ctrl_select[static_cast<std::size_t>(group)]->SetValue(true);
+  ShowGroupValues(controls, global, group, editor_available);
+  controls.lr_symm->Show(group == kGroupLinearity);
+  controls.ud_symm->Show(group == kGroupLinearity);
+  controls.corre_edit->Show(CurveEditorShown(group));
+  controls.lr_symm->GetParent()->Layout();
+}
+
+void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group,
+                     bool editor_available) {
+  const CorrectionData& correction = global.Correction;
+  for (int row = 0; row < kSliderCount; ++row) {
+    controls.rows[static_cast<std::size_t>(row)]->ShowValue(SetUpSlider(correction, group, row));
+  }
+  controls.lr_symm->SetValue(correction.Axes[kHorizontal].Stadium == 1);
+  controls.ud_symm->SetValue(correction.Axes[kVertical].Stadium == 1);
+  controls.corre_edit->Enable(editor_available && CurveEditorEnabled(correction, group));
+}
+
+}  // namespace warpline

@@ -1,0 +1,70 @@
+#include "ui/about_box.h"
+
+#include <wx/dialog.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+enum AboutCaption : int {
+  kProgramTitle = 1,
+  kAbout = 25,
+  kVersion = 60,
+  kDescription = 61,
+  kMaker = 62,
+};
+
+constexpr const char* kVersionNumber = "3.0";
+constexpr int kTextWidth = 360;  // DIP
+constexpr int kPictureSize = 64;
+
+class AboutBox : public wxDialog {
+ public:
+  AboutBox(wxWindow* owner, const LSSglobal& global)
+      : wxDialog(owner, wxID_ANY, CaptionOf(global, kAbout), wxDefaultPosition, wxDefaultSize,
+                 wxDEFAULT_DIALOG_STYLE, "about_box") {
+    auto* line = new wxBoxSizer(wxHORIZONTAL);
+    line->Add(new wxStaticBitmap(this, wxID_ANY, ProgramPicture(kPictureSize)));
+    line->Add(CreateTexts(global), wxSizerFlags(1).Border(wxLEFT, 2 * WideGap(this)));
+    auto* all = new wxBoxSizer(wxVERTICAL);
+    all->Add(line, wxSizerFlags(1).Expand().Border(wxALL, 2 * WideGap(this)));
+    all->Add(CreateButtonSizer(wxOK), wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
+    SetSizerAndFit(all);
+    CentreOnParent();
+  }
+
+ private:
+  wxSizer* CreateTexts(const LSSglobal& global) {
+    auto* title = CreateText("about_title", CaptionOf(global, kProgramTitle));
+    title->SetFont(title->GetFont().Bold().Scaled(1.3F));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    const wxSizerFlags below = wxSizerFlags().Border(wxTOP, WideGap(this));
+    column->Add(title);
+    column->Add(CreateText("about_version", CaptionOf(global, kVersion) + kVersionNumber),
+                wxSizerFlags().Border(wxTOP, Gap(this)));
+    column->Add(CreateText("about_text", CaptionOf(global, kDescription)), below);
+    column->Add(CreateText("about_maker", CaptionOf(global, kMaker)), below);
+    return column;
+  }
+
+  wxStaticText* CreateText(const wxString& name, const wxString& text) {
+    auto* shown = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize, 0, name);
+    shown->Wrap(FromDIP(kTextWidth));
+    return shown;
+  }
+};
+
+}  // namespace
+
+void ShowAboutBox(wxWindow* owner, const LSSglobal& global) {
+  AboutBox box(owner, global);
+  box.ShowModal();
+}
+
+}  // namespace warpline

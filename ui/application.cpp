@@ -1,0 +1,79 @@
+#include "ui/application.h"
+
+#include <wx/log.h>
+#include <wx/utils.h>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "app/startup.h"
+#include "core/system.h"
+#include "ui/layout.h"
+#include "ui/read_me.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+// Everything behind the program's name. The words alone decide about the language.
+std::string CommandLineOf(int argc, wxChar** argv) {
+  std::string line;
+  for (int i = 1; i < argc; ++i) line.append(wxString(argv[i]).utf8_string()).append(" ");
+  return line;
+}
+
+// Where the main window stands when no settings say so: in the middle of the first screen.
+wxPoint DefaultPosition() {
+  return wxRect(LSSmain::FirstSize()).CentreIn(UsableScreen({})).GetPosition();
+}
+
+}  // namespace
+
+Application::Run::Run()
+    : link(global, messages, busy, BeamlinkFromProgramFolder()),
+      commands(global, link, messages, busy) {}
+
+// The toolkit's own start would read switches of its own from the command line.
+bool Application::OnInit() {
+  SetAppName("WarplineTool");
+  if (AnotherInstanceRuns()) return false;
+  std::error_code ignored;
+  std::filesystem::current_path(ProgramFolder(), ignored);
+  run_ = std::make_unique<Run>();
+  PrepareState();
+  ShowMainWindow();
+  return true;
+}
+
+int Application::OnExit() {
+  run_.reset();
+  return wxApp::OnExit();
+}
+
+// One instance a user and settings folder.
+bool Application::AnotherInstanceRuns() {
+  const wxLogNull no_boxes_of_the_toolkit;
+  const std::filesystem::path folder = MakeDataFolder(ApplicationDataFolder());
+  instance_.Create("WarplineTool-" + wxGetUserId(), WxPath(folder));
+  return instance_.IsAnotherRunning();
+}
+
+void Application::PrepareState() {
+  LSSglobal& global = run_->global;
+  ResetModel(global);
+  const wxPoint position = DefaultPosition();
+  LoadSettings(global, ApplicationDataFolder(), position.x, position.y);
+  ApplyLanguage(global, DecideLanguage(SystemLanguageIsJapanese(), CommandLineOf(argc, argv)));
+}
+
+void Application::ShowMainWindow() {
+  auto* window = new LSSmain({run_->global, run_->files, run_->commands, run_->messages, run_->busy,
+                              SystemFileChoosers(run_->global, kTypeWlt), MainDialogs{},
+                              ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
+  SetTopWindow(window);
+  window->ShowFirst();
+}
+
+}  // namespace warpline

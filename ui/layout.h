@@ -1,0 +1,34 @@
+#pragma once
+
+#include <wx/gdicmn.h>
+#include <wx/sizer.h>
+#include <wx/window.h>
+
+// Distances and flags that all windows share.
+
+namespace warpline {
+
+// The distance between neighbours, and between groups and to the window's edge.
+inline int Gap(const wxWindow* window) {
+  return window->FromDIP(6);
+}
+inline int WideGap(const wxWindow* window) {
+  return window->FromDIP(12);
+}
+
+inline wxSizerFlags AtCentre() {
+  return wxSizerFlags().CentreVertical();
+}
+inline wxSizerFlags Growing() {
+  return wxSizerFlags(1).CentreVertical();
+}
+
+// The position nearest to the wanted one at which a window of that size lies inside the area; a
+// window larger than the area starts at the area's corner.
+wxPoint HeldInside(const wxRect& area, wxPoint wanted, const wxSize& size);
+
+// The part of the screen that windows may use: that of the screen that holds the point, or of the
+// first one.
+wxRect UsableScreen(const wxPoint& point);
+
+}  // namespace warpline

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/preview_geometry.h"
+
+class wxGraphicsContext;
+
+namespace warpline {
+
+// Draws the shapes of a preview into a client area of that size (in the context's units), the model
+// panel as large as it fits. The ground is not touched.
+void PaintPreview(wxGraphicsContext& context, const PreviewDrawing& drawing, double width,
+                  double height);
+
+}  // namespace warpline

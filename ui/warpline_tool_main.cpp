@@ -1,0 +1,3 @@
+#include "ui/application.h"
+
+wxIMPLEMENT_APP(warpline::Application);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <wx/toplevel.h>
+#include <wx/utils.h>
+#include <wx/weakref.h>
+
+#include <memory>
+
+#include "core/interfaces.h"
+
+// Busy work as the user sees it: hourglass, and a main window that takes no input.
+
+namespace warpline {
+
+class WindowBusy : public BusyIndicator {
+ public:
+  // The window that asks for work. It may go away before this object.
+  void Attach(wxTopLevelWindow* window) { window_ = window; }
+
+  // Work is under way: commands that arrive now are dropped.
+  bool IsBusy() const { return depth_ > 0; }
+
+  // Only the outermost pair shows. At the end the focus goes back to the control that had it.
+  void BeginBusy() override;
+  void EndBusy() override;
+
+  // Repaints, and throws away what the user clicked or typed at the disabled window.
+  void ProcessPendingEvents() override;
+
+ private:
+  int depth_ = 0;
+  wxWeakRef<wxTopLevelWindow> window_;
+  wxWeakRef<wxWindow> focus_;
+  std::unique_ptr<wxBusyCursor> hourglass_;
+};
+
+}  // namespace warpline
