@@ -1,0 +1,230 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/catalogue.h"
+#include "tests/app/controller_rig.h"
+
+namespace warpline {
+namespace {
+
+TEST(MainController, SaveQuestionInItsThreePlaces) {
+  const struct {
+    std::string name;
+    bool changed;
+    std::deque<MessageAnswer> answers;
+    std::deque<std::string> saves;  // chosen in the save dialog, which is cancelled afterwards
+    bool goes_on;
+  } cases[] = {
+      {"nothing changed", false, {}, {}, true},
+      {"yes, saved", true, {MessageAnswer::kYes}, {"a.wlt"}, true},
+      {"yes, dialog cancelled", true, {MessageAnswer::kYes}, {}, false},
+      {"yes, not written", true, {MessageAnswer::kYes}, {"no such folder/a.wlt"}, false},
+      {"yes, but only the registers", true, {MessageAnswer::kYes}, {"a.wlr"}, false},
+      {"no", true, {MessageAnswer::kNo}, {}, true},
+      {"cancel", true, {MessageAnswer::kCancel}, {}, false},
+  };
+  const struct {
+    std::string name;
+    std::function<bool(ControllerRig&)> goes_on;  // runs the command
+  } places[] = {
+      {"screen type",
+       [](ControllerRig& rig) {
+         rig.controller.SelectScreenType(2);
+         return rig.global.Correction.ScreenType == 2;
+       }},
+      {"open",
+       [](ControllerRig& rig) {
+         rig.view.opens.push_back(rig.temp / "sphere.wlt");
+         rig.controller.Open();
+         return rig.global.CurrentFile == rig.temp / "sphere.wlt";
+       }},
+      {"close", [](ControllerRig& rig) { return rig.controller.Close(3, 4); }},
+  };
+  for (const auto& place : places) {
+    for (const auto& row : cases) {
+      SCOPED_TRACE(place.name + ": " + row.name);
+      ControllerRig rig;
+      rig.WriteSphere();
+      if (row.changed) rig.controller.MoveSlider(1, 40);
+      const CorrectionData before = rig.global.Correction;
+      rig.display.answers = row.answers;
+      for (const std::string& save : row.saves) rig.view.saves.push_back(rig.temp / save);
+      EXPECT_EQ(place.goes_on(rig), row.goes_on);
+      EXPECT_EQ(rig.display.answers.size(), 0U);
+      const bool dropped = place.name == "close" && row.name == "no";
+      EXPECT_EQ(rig.controller.HasUnsavedChanges(), !row.goes_on || dropped);
+      EXPECT_EQ(rig.window_busy.depth, 0);
+      if (row.goes_on) continue;
+      EXPECT_EQ(rig.display.messages.at(0).text, "Do you want to save the change?");
+      EXPECT_EQ(rig.global.Correction, before);
+      EXPECT_TRUE(rig.library.calls.empty());
+      EXPECT_FALSE(fs::exists(rig.SettingsFile()));
+    }
+  }
+}
+
+TEST(MainController, OpenedCorrectionIsCurrentAndSent) {
+  ControllerRig rig;
+  rig.TurnRealTime(false);
+  const fs::path sphere = rig.WriteSphere();
+  rig.view.opens.push_back(sphere);
+  rig.controller.Open();
+  EXPECT_EQ(rig.global.Correction.ScreenType, 2);
+  EXPECT_EQ(rig.H().Distortion, 25);
+  EXPECT_EQ(rig.global.SecondCopy[kHorizontal].Distortion, 25);
+  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 - sphere.wlt");
+  EXPECT_FALSE(rig.controller.HasUnsavedChanges());
+  EXPECT_EQ(rig.Commands(), kApplyCommands);
+  EXPECT_EQ(rig.window_busy.depth, 0);
+
+  rig.controller.Open();  // cancelled
+  EXPECT_EQ(rig.view.folders.at(0), rig.DataFolderPath());
+  EXPECT_TRUE(fs::is_directory(rig.DataFolderPath()));
+  EXPECT_EQ(rig.view.folders.at(1), rig.temp.Path());
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
+TEST(MainController, RefusedFileChangesNothing) {
+  const struct {
+    std::string name;
+    std::string file;
+    std::string text;
+    std::vector<std::string> messages;
+  } cases[] = {
+      {"no header", "a.wlt", "ScreenType=3\r\n", {"The file format is corrupted."}},
+      {"bad value",
+       "a.txt",
+       "[Warpline Tool Data File 3.0]\r\nScreenType=9\r\n",
+       {"The parameter value is not correct."}},
+      {"digits that do not fit",
+       "a.wlt",
+       "[Warpline Tool Data File 3.0]\r\nScreenType=99999\r\n",
+       {"[1] " + TextOf(LSSglobal{}, kMsgWrongValue)}},
+      {"register file without header",
+       "a.WLR",
+       "h_scroll=0000\r\n",
+       {"The file format is corrupted."}},
+      {"register file too short",
+       "a.wlr",
+       "[Warpline Register File]\r\nh_scroll=0000\r\n",
+       {"The parameter value is not correct."}},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    ControllerRig rig;
+    rig.global.CurrentFile = rig.temp / "mine.wlt";
+    rig.V().Distortion = 40;
+    const CorrectionData before = rig.global.Correction;
+    rig.controller.OpenFile(rig.temp.Write(row.file, row.text));
+    EXPECT_EQ(rig.global.Correction, before);
+    EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 - mine.wlt");
+    EXPECT_TRUE(rig.controller.HasUnsavedChanges());
+    EXPECT_EQ(rig.display.Texts(), row.messages);
+    EXPECT_TRUE(rig.library.calls.empty());
+    EXPECT_EQ(rig.window_busy.depth, 0);
+  }
+}
+
+TEST(MainController, RegisterFileIsSentAndLeavesTheModel) {
+  ControllerRig rig;
+  rig.V().Distortion = 40;
+  rig.controller.Apply();
+  const std::vector<std::string> applied = rig.Frames();
+  rig.view.saves.push_back(rig.temp / "set.WlR");
+  EXPECT_TRUE(rig.controller.SaveAs());
+  EXPECT_TRUE(rig.global.CurrentFile.empty());
+  EXPECT_TRUE(rig.controller.HasUnsavedChanges());
+
+  rig.V().Distortion = 0;
+  rig.global.Registers = {};
+  const CorrectionData before = rig.global.Correction;
+  rig.controller.OpenFile(rig.temp / "set.WlR");
+  EXPECT_EQ(rig.Frames(), applied);
+  EXPECT_EQ(rig.global.Correction, before);
+  EXPECT_TRUE(rig.global.CurrentFile.empty());
+  EXPECT_TRUE(rig.display.messages.empty());
+}
+
+TEST(MainController, SaveNamesTheCurrentFile) {
+  const struct {
+    std::string name;
+    std::vector<std::string> choices;
+    std::string current;  // afterwards; empty: not saved
+  } cases[] = {
+      {"as it is", {"b.wlt"}, "b.wlt"},
+      {"another extension", {"b.txt"}, "b.txt"},
+      {"completed", {"b"}, "b.wlt"},
+      {"completed behind the point", {"b."}, "b.wlt"},
+      {"completed name is taken and replaced", {"taken", "taken.wlt"}, "taken.wlt"},
+      {"completed name is taken and given up", {"taken"}, ""},
+      {"cancelled", {}, ""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    ControllerRig rig;
+    rig.temp.Write("taken.wlt", "old");
+    rig.V().Distortion = 40;
+    for (const std::string& choice : row.choices) rig.view.saves.push_back(rig.temp / choice);
+    const bool saved = !row.current.empty();
+    EXPECT_EQ(rig.controller.Save(), saved);
+    EXPECT_EQ(rig.controller.HasUnsavedChanges(), !saved);
+    EXPECT_EQ(rig.global.CurrentFile, saved ? rig.temp / row.current : fs::path());
+    EXPECT_EQ(TempFolder::Read(rig.temp / "taken.wlt") == "old", row.current != "taken.wlt");
+    if (!saved) continue;
+    LSSglobal other;
+    LSSfile reader(other, rig.messages);
+    ASSERT_TRUE(reader.OpenDataFile(rig.temp / row.current, kTypeWlt));
+    EXPECT_EQ(reader.Staging(), rig.global.Correction);
+
+    rig.V().Distortion = 41;  // the second time nothing is asked
+    EXPECT_TRUE(rig.controller.Save());
+    EXPECT_EQ(rig.view.folders.size(), row.choices.size());
+    EXPECT_FALSE(rig.controller.HasUnsavedChanges());
+  }
+}
+
+TEST(MainController, TakenNameIsOfferedInTheDialog) {
+  ControllerRig rig;
+  rig.temp.Write("taken.wlt", "old");
+  rig.global.CurrentFile = rig.temp / "mine.wlt";
+  rig.view.saves.push_back(rig.temp / "taken");
+  EXPECT_FALSE(rig.controller.SaveAs());
+  EXPECT_EQ(rig.view.offered,
+            (std::vector<fs::path>{rig.temp / "mine.wlt", rig.temp / "taken.wlt"}));
+}
+
+TEST(MainController, FailedSaveKeepsTheCurrentFile) {
+  ControllerRig rig;
+  rig.global.CurrentFile = rig.temp / "mine.wlt";
+  rig.V().Distortion = 40;
+  rig.view.saves.push_back(rig.temp / "none" / "b.wlt");
+  EXPECT_FALSE(rig.controller.SaveAs());
+  EXPECT_EQ(rig.global.CurrentFile, rig.temp / "mine.wlt");
+  EXPECT_TRUE(rig.controller.HasUnsavedChanges());
+  EXPECT_EQ(rig.display.messages.size(), 1U);
+}
+
+TEST(MainController, SettingsOfTheWindowAreKeptWhenItCloses) {
+  ControllerRig rig;
+  EXPECT_FALSE(rig.controller.ApplyEnabled());
+  EXPECT_TRUE(rig.controller.RealTime());
+  rig.global.Settings.AutoApplyMenu = 1;
+  EXPECT_TRUE(rig.controller.RealTimeMenuEnabled());
+  rig.controller.SetRealTime(false);
+  rig.controller.SetCommunicationMode(1);
+  rig.controller.SetTestPattern(false);
+  EXPECT_EQ(rig.view.models_shown, 3);
+  EXPECT_TRUE(rig.controller.Close(-7, 21));
+  const std::string text = TempFolder::Read(rig.SettingsFile());
+  for (const char* line : {"AutoApply=0", "AutoApplyMenu=1", "TestPattern=0", "DialogPosX=-7",
+                           "DialogPosY=21", "CommunicationMode=1"}) {
+    EXPECT_NE(text.find(std::string(line) + "\r\n"), std::string::npos) << line;
+  }
+}
+
+}  // namespace
+}  // namespace warpline

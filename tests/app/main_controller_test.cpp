@@ -1,0 +1,240 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/app/controller_rig.h"
+
+namespace warpline {
+namespace {
+
+TEST(MainController, ReleasedKeysSendByKeyAndShift) {
+  ControllerRig rig;
+  const struct {
+    std::string name;
+    int key;
+    bool shift_alone;
+    bool real_time;
+    bool sends;
+  } cases[] = {
+      {"left", 37, false, true, true},
+      {"up", 38, false, true, true},
+      {"right", 39, false, true, true},
+      {"down", 40, false, true, true},
+      {"shift itself", 16, false, true, true},
+      {"other modifier", 17, false, true, false},
+      {"page down", 34, false, true, false},
+      {"tab", 9, false, true, false},
+      {"left under shift", 37, true, true, false},
+      {"right under shift", 39, true, true, false},
+      {"other shift still held", 16, true, true, false},
+      {"left, not in real time", 37, false, false, false},
+      {"shift, not in real time", 16, false, false, false},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    rig.TurnRealTime(row.real_time);
+    rig.controller.MoveSlider(1, row.key);
+    EXPECT_TRUE(rig.library.calls.empty());
+    rig.controller.ReleaseKey(row.key, row.shift_alone);
+    EXPECT_EQ(rig.Commands(), row.sends ? kApplyCommands : std::vector<std::string>{});
+  }
+}
+
+TEST(MainController, SliderStoresAtOnceAndSendsWhenReleased) {
+  ControllerRig rig;
+  rig.controller.SelectGroup(3);
+  rig.controller.MoveSlider(0, 64);
+  EXPECT_EQ(rig.H().Amplitude, 64);
+  EXPECT_EQ(rig.view.values_shown, 1);
+  EXPECT_EQ(rig.global.SecondCopy[kHorizontal].Amplitude, 0);
+  EXPECT_TRUE(rig.library.calls.empty());
+  rig.controller.ReleaseSlider();
+  EXPECT_EQ(rig.Commands(), kApplyCommands);
+  EXPECT_EQ(rig.global.SecondCopy[kHorizontal].Amplitude, 64);
+  rig.TurnRealTime(false);
+  rig.controller.ReleaseSlider();
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
+TEST(MainController, ValueBeyondTheSliderStaysUntilItMoves) {
+  ControllerRig rig;
+  rig.V().Distortion = 200;
+  rig.controller.MoveSlider(1, 150);
+  EXPECT_EQ(rig.V().Distortion, 200);
+  rig.controller.MoveSlider(1, 149);
+  EXPECT_EQ(rig.V().Distortion, 149);
+}
+
+TEST(MainController, IconOfTheOpticalRowAloneResets) {
+  ControllerRig rig;
+  const struct {
+    std::string name;
+    int group;
+    int button;
+    std::int16_t flag_h;
+    std::int16_t flag_v;
+    int optical_h;  // afterwards; 5 before
+    int optical_v;
+  } cases[] = {
+      {"vertical", 0, 0, 0, 0, 5, -32},
+      {"vertical, downward", 0, 0, 0, 1, 5, 32},
+      {"vertical distortion", 0, 1, 0, 0, 5, 5},
+      {"horizontal", 1, 3, 0, 0, -32, 5},
+      {"horizontal, to the right", 1, 2, 1, 0, 32, 5},
+      {"horizontal distortion", 1, 2, 0, 0, 5, 5},
+      {"horizontal distortion, to the right", 1, 3, 1, 0, 5, 5},
+      {"linearity", 2, 4, 0, 0, 5, 5},
+      {"position", 4, 9, 0, 0, 5, 5},
+      {"button of another group", 2, 0, 0, 0, 5, 5},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    rig.global.Correction.Projection = {row.flag_h, row.flag_v};
+    rig.H().Optical = rig.V().Optical = 5;
+    rig.H().Distortion = rig.V().Distortion = 10;
+    rig.controller.SelectGroup(row.group);
+    rig.controller.PressIcon(row.button);
+    EXPECT_EQ(rig.H().Optical, row.optical_h);
+    EXPECT_EQ(rig.V().Optical, row.optical_v);
+    const bool resets = row.optical_h != 5 || row.optical_v != 5;
+    EXPECT_EQ(rig.Commands(), resets ? kApplyCommands : std::vector<std::string>{});
+  }
+  rig.TurnRealTime(false);
+  rig.controller.SelectGroup(0);
+  rig.controller.PressIcon(0);
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
+TEST(MainController, SymmetryBoxSendsAndLeavesOptical) {
+  ControllerRig rig;
+  rig.H().Optical = rig.V().Optical = 5;
+  rig.controller.SelectGroup(2);
+  rig.controller.SetSymmetry(kHorizontal, true);
+  EXPECT_EQ(rig.H().Stadium, 1);
+  EXPECT_EQ(rig.V().Stadium, 0);
+  EXPECT_EQ(rig.H().Optical, 5);
+  EXPECT_EQ(rig.V().Optical, 5);
+  const std::vector<std::string> frames = rig.Frames();
+  ASSERT_EQ(frames.size(), 8U);
+  EXPECT_EQ(frames[5], "01DF0000051000010001F7");
+  EXPECT_EQ(frames[6], "01DF0000051100010000F7");
+  rig.TurnRealTime(false);
+  rig.controller.SetSymmetry(kHorizontal, false);
+  EXPECT_EQ(rig.H().Stadium, 0);
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
+TEST(MainController, ScreenTypeStartsAfreshAndClearsTheProjector) {
+  ControllerRig rig;
+  rig.global.Correction.Projection = {1, 0};
+  rig.global.CurrentFile = rig.temp / "old.wlt";
+  rig.H().Distortion = 40;
+  rig.display.answers = {MessageAnswer::kNo};
+  rig.controller.SelectScreenType(4);
+  EXPECT_EQ(rig.global.Correction.ScreenType, 4);
+  EXPECT_EQ(rig.H().Distortion, 0);
+  EXPECT_EQ(rig.H().Optical, 32);
+  EXPECT_EQ(rig.global.Correction.Curves[kHorizontal].CorrePointNum, 3);
+  EXPECT_EQ(rig.global.Correction.Curves[kVertical].CorrePointNum, 2);
+  EXPECT_EQ(rig.global.SecondCopy, rig.global.Correction.Axes);
+  EXPECT_TRUE(rig.global.CurrentFile.empty());
+  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0");
+  EXPECT_FALSE(rig.controller.HasUnsavedChanges());
+  EXPECT_EQ(rig.Frames(), kInitializeFrames);
+
+  rig.V().Distortion = 7;
+  rig.controller.SelectScreenType(4);  // chosen already, and the question is cancelled
+  EXPECT_EQ(rig.V().Distortion, 7);
+  EXPECT_EQ(rig.display.messages.size(), 2U);
+  rig.display.answers = {MessageAnswer::kNo};
+  rig.controller.SelectScreenType(-1);
+  EXPECT_EQ(rig.global.Correction.ScreenType, 4);
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
+TEST(MainController, ProjectionToggleResetsAndAlwaysSends) {
+  ControllerRig rig;
+  rig.TurnRealTime(false);
+  rig.H().Distortion = 40;
+  rig.H().Amplitude = 3;
+  rig.library.results[0] = kOpenConnect;  // the second copy follows the toggle itself
+  rig.controller.ToggleProjection(kHorizontal);
+  EXPECT_EQ(rig.global.Correction.Projection[kHorizontal], 1);
+  EXPECT_EQ(rig.H().Distortion, 0);
+  EXPECT_EQ(rig.H().Optical, 32);
+  EXPECT_EQ(rig.global.SecondCopy[kHorizontal].Optical, 32);
+  EXPECT_EQ(rig.H().Amplitude, 3);
+  EXPECT_EQ(rig.V().Optical, -32);
+  EXPECT_EQ(rig.display.messages.size(), 1U);
+
+  rig.library.results.clear();
+  rig.library.calls.clear();
+  rig.controller.ToggleProjection(kVertical);
+  EXPECT_EQ(rig.V().Optical, 32);
+  EXPECT_EQ(rig.Commands(), kApplyCommands);
+  rig.controller.ToggleProjection(kVertical);
+  EXPECT_EQ(rig.V().Optical, -32);
+  EXPECT_EQ(rig.Commands(), kApplyCommands);
+}
+
+TEST(MainController, DemoModeContactsNobody) {
+  ControllerRig rig;
+  rig.global.Settings.DemoMode = 1;
+  const fs::path registers = rig.WriteRegisters();
+  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 (Debug)");
+  rig.controller.MoveSlider(1, 40);
+  rig.controller.ReleaseSlider();
+  rig.controller.Store();
+  rig.controller.ToggleProjection(kHorizontal);
+  rig.controller.OpenFile(registers);
+  EXPECT_EQ(rig.V().Distortion, 40);
+  rig.controller.Initialize();
+  EXPECT_EQ(rig.V().Distortion, 0);
+  EXPECT_EQ(rig.global.SecondCopy, rig.global.Correction.Axes);
+  EXPECT_TRUE(rig.library.calls.empty());
+  EXPECT_TRUE(rig.display.messages.empty());
+}
+
+TEST(MainController, RefusedCommandKeepsTheModel) {
+  const struct {
+    std::string name;
+    void (MainController::*run)();
+  } cases[] = {{"apply", &MainController::Apply}, {"store", &MainController::Store}};
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    ControllerRig rig;
+    rig.V().Distortion = 40;
+    const CorrectionData before = rig.global.Correction;
+    rig.library.results[2] = kBeamlinkNoResponse;
+    (rig.controller.*row.run)();
+    EXPECT_EQ(rig.global.Correction, before);
+    EXPECT_EQ(rig.display.Texts(), std::vector<std::string>{rig.ErrorText(139, -3)});
+    EXPECT_EQ(rig.library.calls.back(), "close");
+    EXPECT_GE(rig.view.models_shown, 1);
+    EXPECT_EQ(rig.window_busy.depth, 0);
+  }
+}
+
+TEST(MainController, CommandInsideACommandDoesNothing) {
+  ControllerRig rig;
+  rig.V().Distortion = 40;
+  rig.window_busy.event = [&rig] { rig.controller.Initialize(); };
+  rig.controller.Apply();
+  EXPECT_EQ(rig.V().Distortion, 40);
+  EXPECT_EQ(rig.Commands(), kApplyCommands);
+  rig.controller.Initialize();
+  EXPECT_EQ(rig.Frames(), kInitializeFrames);
+}
+
+TEST(MainController, PreviewOfAFaultyCurveIsReported) {
+  ControllerRig rig;
+  EXPECT_EQ(rig.controller.Preview().size(), 13U);
+  rig.global.Correction.Curves[kHorizontal].CorreDataPts[1].X = 0;
+  EXPECT_TRUE(rig.controller.Preview().empty());
+  ASSERT_EQ(rig.display.messages.size(), 1U);
+  EXPECT_TRUE(rig.display.messages[0].text.starts_with("[3] "));
+}
+
+}  // namespace
+}  // namespace warpline
