@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -52,6 +53,13 @@ std::string SystemErrorText(std::error_code error);
 
 // The value of an environment variable; nothing when it is not set.
 std::optional<std::string> EnvironmentVariable(const char* name);
+
+// An IPv4 address as it is written, the first number first.
+using IPv4Address = std::array<std::uint8_t, 4>;
+
+// The addresses of the network adapters that are in operation, loopback left out. Empty when there
+// are none or the system does not tell.
+std::vector<IPv4Address> LocalIPv4Addresses();
 
 // The command line's words (UTF-8, the program's name left out).
 std::vector<std::string> CommandLineWords(int argc, char** argv);

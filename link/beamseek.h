@@ -35,7 +35,7 @@ enum ConnectSelectCode : std::uint32_t {
   kSearchReadMe = 2003,
   kSearchRepeat = 2004,
   kSearchFinished = 2005,  // without a window: all have been found. Only the stand-in tells this.
-  kSearchRepeatAfterError = 2008,
+  kSearchRepeatOther = 2008,
 };
 
 // The local network adapters to search through.

@@ -89,7 +89,7 @@ class ProjectorSearch {
   SearchRequest Repeat(const Notification& notification);
   SearchRequest TakeFinished(const Notification& notification);
   void CopyResult();
-  bool Restart(std::int32_t flag);
+  void Restart(std::int32_t flag);
   void Destroy();
   void ShowFixed(const char* text);
 
