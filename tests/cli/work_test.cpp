@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
 
 #include "files/LSSfile.h"
 #include "tests/cli/cli_run.h"
@@ -53,6 +55,12 @@ TEST_F(WorkTest, RegistersArePrintedOrWritten) {
   EXPECT_EQ(written.out, "");
   EXPECT_EQ(TempFolder::Read(folder_ / "flat.wlr"), WithCrLf(kFlatRegisters));
   EXPECT_EQ(RunCli({"check", Name("flat.wlr")}).exit_code, 0);
+}
+
+TEST_F(WorkTest, RegistersOfTheExampleStayWhatTheyWere) {
+  const std::filesystem::path examples = std::filesystem::path(WARPLINE_SOURCE_DIR) / "examples";
+  const CliResult result = RunCli({"registers", (examples / "sphere.wlt").string()});
+  EXPECT_EQ(WithCrLf(result.out), TempFolder::Read(examples / "registers.wlr"));
 }
 
 TEST_F(WorkTest, ProfileHasOneLineEach) {
