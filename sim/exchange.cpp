@@ -42,17 +42,15 @@ BeamlinkResult Caller::Resynchronize(Clock::time_point deadline) {
 
   if (const BeamlinkResult sent = Send(request, deadline); sent != kBeamlinkOk) return sent;
   Bytes received;
-  while (std::ranges::search(received, expected).empty()) {
-    switch (ReadMore(received, Until(deadline)).Status) {
-      case ChannelStatus::kOk:
-        break;
-      case ChannelStatus::kClosed:
-        return kBeamlinkReceiveError;
-      case ChannelStatus::kTimedOut:
-        if (Clock::now() >= deadline) return kBeamlinkNoResponse;
+  while (Clock::now() < deadline) {
+    if (ReadMore(received, Until(deadline)).Status == ChannelStatus::kClosed) {
+      return kBeamlinkReceiveError;
     }
+    if (!std::ranges::search(received, expected).empty()) return kBeamlinkOk;
+    const std::size_t kept = std::min(received.size(), expected.size() - 1);
+    received.erase(received.begin(), received.end() - static_cast<std::ptrdiff_t>(kept));
   }
-  return kBeamlinkOk;
+  return kBeamlinkNoResponse;
 }
 
 BeamlinkResult Caller::Send(ByteView request, Clock::time_point deadline) {
@@ -67,7 +65,7 @@ BeamlinkResult Caller::Collect(ByteView request, Bytes& reply, Clock::time_point
     if (IsHopeless(reply)) return kBeamlinkReceiveError;
     const ChannelStatus status = ReadMore(reply, Until(deadline)).Status;
     if (status == ChannelStatus::kClosed) return kBeamlinkReceiveError;
-    if (status == ChannelStatus::kTimedOut && Clock::now() >= deadline) {
+    if (AnnouncedLength(reply) != reply.size() && Clock::now() >= deadline) {
       return reply.empty() ? kBeamlinkNoResponse : kBeamlinkReceiveError;
     }
   }

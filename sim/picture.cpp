@@ -62,32 +62,35 @@ void PutPixel(RgbImage& image, std::size_t pixel, const Colour& colour) {
   }
 }
 
-// The picture at a position, pixel centres at whole numbers plus a half; black outside.
-class Sampler {
- public:
-  explicit Sampler(const RgbImage& image) : image_(image) {}
-
-  void Add(double u, double v, double weight, Colour& sum) const {
-    if (!(u > -1 && v > -1 && u < image_.Width + 1 && v < image_.Height + 1)) return;
-    const int x = static_cast<int>(std::floor(u - 0.5));
-    const int y = static_cast<int>(std::floor(v - 0.5));
-    const double fx = u - 0.5 - x;
-    const double fy = v - 0.5 - y;
-    AddPixel(x, y, weight * (1 - fx) * (1 - fy), sum);
-    AddPixel(x + 1, y, weight * fx * (1 - fy), sum);
-    AddPixel(x, y + 1, weight * (1 - fx) * fy, sum);
-    AddPixel(x + 1, y + 1, weight * fx * fy, sum);
+// Adds the picture's colour at a position, interpolated between pixel centres; beyond the outermost
+// centres the edge's colour counts.
+void AddSample(const RgbImage& image, double u, double v, double weight, Colour& sum) {
+  const double left = std::clamp(u - 0.5, 0.0, image.Width - 1.0);
+  const double top = std::clamp(v - 0.5, 0.0, image.Height - 1.0);
+  const int x = std::min(static_cast<int>(left), image.Width - 2);
+  const int y = std::min(static_cast<int>(top), image.Height - 2);
+  const double fx = left - x;
+  const double fy = top - y;
+  const std::uint8_t* above = image.At(x, y);
+  const std::uint8_t* below = image.At(x, y + 1);
+  for (std::size_t i = 0; i < sum.size(); ++i) {
+    sum[i] += weight * ((above[i] * (1 - fx) + above[i + 3] * fx) * (1 - fy) +
+                        (below[i] * (1 - fx) + below[i + 3] * fx) * fy);
   }
+}
 
- private:
-  void AddPixel(int x, int y, double weight, Colour& sum) const {
-    if (x < 0 || y < 0 || x >= image_.Width || y >= image_.Height) return;
-    const std::uint8_t* pixel = image_.At(x, y);
-    for (std::size_t i = 0; i < 3; ++i) sum[i] += weight * pixel[i];
-  }
+// How much of pixel i lies on a line of that size, centred on a panel side of that length. A line
+// that is at least as long as the panel covers all of it.
+double Overlap(int i, double length, double line_size) {
+  const double start = std::max<double>(i, (length - line_size) / 2);
+  const double end = std::min<double>(i + 1, (length + line_size) / 2);
+  return std::max(0.0, end - start);
+}
 
-  const RgbImage& image_;
-};
+// A scale of 0 or below leaves nothing of a line.
+double ShareOfPixel(int i, double length, double scale) {
+  return scale > 0 ? Overlap(i, length, length / scale) : 0.0;
+}
 
 int SampleCount(double scale) {
   return static_cast<int>(std::clamp(std::ceil(scale - 0.001), 1.0, double{kMaxSamples}));
@@ -97,6 +100,21 @@ int SampleCount(double scale) {
 double Fetched(int i, int k, int n, double size, double scale) {
   const double position = i + (k + 0.5) / n;
   return size / 2 + (position - size / 2) * scale;
+}
+
+// The mean of the samples within a pixel, as bright as the picture's share of the pixel.
+Colour PixelColour(const RgbImage& picture, int x, int y, double row, double column, double share) {
+  const int across = SampleCount(row);
+  const int down = SampleCount(column);
+  const double weight = share / (across * down);
+  Colour sum{};
+  for (int j = 0; j < down; ++j) {
+    const double v = Fetched(y, j, down, picture.Height, column);
+    for (int i = 0; i < across; ++i) {
+      AddSample(picture, Fetched(x, i, across, picture.Width, row), v, weight, sum);
+    }
+  }
+  return sum;
 }
 
 }  // namespace
@@ -123,23 +141,14 @@ RgbImage TestPicture(PanelSize panel) {
 RgbImage WarpedPicture(const RgbImage& picture, const std::vector<std::int32_t>& row_scales,
                        const std::vector<std::int32_t>& column_scales) {
   RgbImage image = BlackImage({picture.Width, picture.Height});
-  const Sampler sampler(picture);
   std::size_t pixel = 0;
   for (int y = 0; y < image.Height; ++y) {
     const double row = row_scales[static_cast<std::size_t>(y)] / double{kUnitScale};
     for (int x = 0; x < image.Width; ++x, ++pixel) {
       const double column = column_scales[static_cast<std::size_t>(x)] / double{kUnitScale};
-      if (row <= 0 || column <= 0) continue;
-      const int across = SampleCount(row);
-      const int down = SampleCount(column);
-      Colour sum{};
-      for (int j = 0; j < down; ++j) {
-        const double v = Fetched(y, j, down, image.Height, column);
-        for (int i = 0; i < across; ++i) {
-          sampler.Add(Fetched(x, i, across, image.Width, row), v, 1.0 / (across * down), sum);
-        }
-      }
-      PutPixel(image, pixel, sum);
+      const double share =
+          ShareOfPixel(x, image.Width, row) * ShareOfPixel(y, image.Height, column);
+      if (share > 0) PutPixel(image, pixel, PixelColour(picture, x, y, row, column, share));
     }
   }
   return image;

@@ -39,7 +39,9 @@ RgbImage BlackImage(PanelSize panel);
 // marks on a ground that is nowhere black, so that the picture's edge shows.
 RgbImage TestPicture(PanelSize panel);
 
-// The picture through the line scales of both axes (one per row, one per column).
+// The picture (at least 2 pixels each way) through the line scales of both axes, one per row and
+// one per column. A pixel on the picture's edge is as bright as the share of it that the picture
+// covers.
 RgbImage WarpedPicture(const RgbImage& picture, const std::vector<std::int32_t>& row_scales,
                        const std::vector<std::int32_t>& column_scales);
 

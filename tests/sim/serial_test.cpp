@@ -1,0 +1,77 @@
+#include "sim/serial.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "sim/beamlink_standin.h"
+#include "sim/server.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr std::int32_t kSerialKind = 0;
+
+struct SerialWorld {
+  SerialWorld() {
+    std::string reason;
+    EXPECT_TRUE(server.OfferSerial(path, reason)) << reason;
+    ::setenv("WARPLINE_COM3", path.c_str(), 1);
+  }
+  ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
+
+  TempFolder folder;
+  std::filesystem::path path = folder / "projector";
+  Station station{StationSetup{}};
+  Server server{station};
+  BeamlinkStandin library;
+};
+
+TEST(Serial, CarriesEveryByteUnchanged) {
+  SerialWorld world;
+  const std::int32_t handle = world.library.Open(kSerialKind, "COM3", "38400", kBeamlinkBlocking);
+  ASSERT_GE(handle, 0);
+  for (const std::int32_t input : {0x0D0A1104, 0x13031A7F, -1, 0x00FF0D00}) {
+    PJStatus status{};
+    EXPECT_EQ(world.library.SetInput(handle, input), kBeamlinkOk);
+    EXPECT_EQ(world.library.GetStatus(handle, &status), kBeamlinkOk);
+    EXPECT_EQ(status.Input, input);
+  }
+  EXPECT_EQ(world.library.Open(kSerialKind, "COM3", "38400", kBeamlinkBlocking), kOpenPortInUse);
+  EXPECT_EQ(world.library.Open(kSerialKind, "COM4", "38400", kBeamlinkBlocking), kOpenBadPort);
+}
+
+TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
+  SerialWorld world;
+  PJRunningStatus running{};
+  for (std::uint64_t round = 1; round <= 3; ++round) {
+    const std::int32_t handle = world.library.Open(kSerialKind, "COM3", "4800", kBeamlinkBlocking);
+    ASSERT_GE(handle, 0);
+    EXPECT_EQ(world.library.GetRunningStatus(handle, &running), kBeamlinkOk);
+    EXPECT_EQ(world.library.Close(handle), kBeamlinkOk);
+    while (world.station.Snapshot().OpenLinks > 0) std::this_thread::yield();
+    EXPECT_EQ(world.station.Snapshot().Links, round);
+  }
+}
+
+TEST(Serial, CleansUpAndRespectsWhatIsThere) {
+  SerialWorld world;
+  EXPECT_TRUE(std::filesystem::is_symlink(world.path));
+  std::string reason;
+  EXPECT_EQ(PseudoTerminal::Create(world.path, reason), nullptr) << "in use";
+  world.server.Stop();
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(world.path)));
+
+  const std::filesystem::path file = world.folder.Write("file", "kept");
+  EXPECT_EQ(PseudoTerminal::Create(file, reason), nullptr);
+  EXPECT_NE(reason.find("file"), std::string::npos) << reason;
+  EXPECT_EQ(TempFolder::Read(file), "kept");
+  std::filesystem::create_symlink(world.folder / "gone", world.folder / "left");
+  EXPECT_TRUE(PseudoTerminal::Create(world.folder / "left", reason)) << reason;
+}
+
+}  // namespace
+}  // namespace warpline::sim
