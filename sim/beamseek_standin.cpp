@@ -125,7 +125,9 @@ std::int32_t BeamseekStandin::Create(const csAdapterList* adapters, ConnectSelec
   if (adapters == nullptr || callback == nullptr || handle == nullptr || result == nullptr) {
     return 0;
   }
-  auto search = std::make_shared<Search>(range_, callback, user);
+  DiscoveryRange range = range_;
+  if (range.Port == 0) range.Port = DiscoveryPort();
+  auto search = std::make_shared<Search>(range, callback, user);
   const bool japanese = (flags & kSearchJapanese) != 0;
   if ((flags & kSearchShowWindow) != 0 && !search->MakeWindow(make_window_, japanese)) return 0;
   *result = search->Result();

@@ -25,6 +25,7 @@ csResData ResultOf(const std::vector<DiscoveredProjector>& projectors);
 
 class BeamseekStandin {
  public:
+  // Without a factory there are no windows. Port 0 of the range is DiscoveryPort() at each Create.
   BeamseekStandin(SelectionWindowFactory make_window, const DiscoveryRange& range);
   ~BeamseekStandin();
   BeamseekStandin(const BeamseekStandin&) = delete;

@@ -124,6 +124,16 @@ std::optional<DiscoveryAnswer> ParseAnswer(ByteView datagram, std::uint32_t numb
   return answer;
 }
 
+DiscoveryAnswer AnswerOf(const ProjectorSetup& setup, const Endpoint& lan) {
+  DiscoveryAnswer answer;
+  answer.TcpPort = lan.Port;
+  answer.ModelClass = static_cast<std::uint8_t>(setup.ModelClass);
+  answer.PowerState = static_cast<std::uint8_t>(setup.PowerState);
+  answer.Selectable = setup.ModelClass >= kCorrectionClass;
+  answer.Name = "Projector " + TextOf(lan);
+  return answer;
+}
+
 std::unique_ptr<DiscoveryResponder> DiscoveryResponder::Open(const Endpoint& place,
                                                              DiscoveryAnswer answer) {
   DatagramSocket socket;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "sim/channel.h"
+#include "sim/projector.h"
 #include "sim/socket.h"
 #include "sim/wire.h"
 
@@ -47,6 +48,10 @@ Bytes MakeAnswer(std::uint32_t number, const DiscoveryAnswer& answer);
 // The number of a question, the answer to the question of that number; nothing for other datagrams.
 std::optional<std::uint32_t> ParseQuestion(ByteView datagram);
 std::optional<DiscoveryAnswer> ParseAnswer(ByteView datagram, std::uint32_t number);
+
+// What a projector that serves the LAN there tells of itself. It can be chosen when it has a
+// geometric correction at all.
+DiscoveryAnswer AnswerOf(const ProjectorSetup& setup, const Endpoint& lan);
 
 // Answers questions from another thread for as long as it lives.
 class DiscoveryResponder {

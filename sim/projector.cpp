@@ -10,7 +10,6 @@
 namespace warpline::sim {
 namespace {
 
-constexpr int kCorrectionClass = 2;
 constexpr int kWholeBlockClass = 3;
 constexpr int kStoreCommandClass = 5;
 constexpr int kHighestMode = 2;

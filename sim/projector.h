@@ -14,6 +14,7 @@ enum class Power : std::uint8_t { kStandby = 0, kOn = 1 };  // as the library's 
 
 inline constexpr int kMinPanel = 64;  // pixels, each way
 inline constexpr int kMaxPanel = 4096;
+inline constexpr int kCorrectionClass = 2;  // the first model class with a geometric correction
 
 // What does not change while the projector runs.
 struct ProjectorSetup {

@@ -1,9 +1,11 @@
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "core/system.h"
+#include "sim/discovery.h"
 #include "sim/projector_options.h"
 #include "sim/server.h"
 #include "sim/stop_signal.h"
@@ -21,12 +23,23 @@ bool OpenPlaces(Server& server, const ProjectorOptions& options) {
   return open;
 }
 
+// Null when it is not wanted, or when another projector of this address answers already, which is
+// no reason not to work.
+std::unique_ptr<warpline::sim::DiscoveryResponder> AnswerSearches(const ProjectorOptions& options,
+                                                                  const Server& server) {
+  if (!options.Discovery || !options.Listen) return nullptr;
+  return warpline::sim::DiscoveryResponder::Open(
+      {server.Where().Address, warpline::sim::DiscoveryPort()},
+      warpline::sim::AnswerOf(options.Station.Projector, server.Where()));
+}
+
 int Run(ProjectorOptions options) {
   options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
   warpline::sim::StopSignal stop;
   warpline::sim::Station station(options.Station);
   Server server(station);
   if (!OpenPlaces(server, options)) return 1;
+  const auto responder = AnswerSearches(options, server);
   std::cout << "listening on "
             << (options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial))
             << std::endl;

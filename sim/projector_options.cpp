@@ -39,6 +39,7 @@ struct RawOptions {
   int reply5 = 0;
   bool no_panel_info = false;
   bool headless = false;
+  bool no_discovery = false;
 };
 
 void Declare(CLI::App& app, RawOptions& raw) {
@@ -65,6 +66,8 @@ void Declare(CLI::App& app, RawOptions& raw) {
   app.add_option("--power", raw.power, "Power state")
       ->check(CLI::IsMember({"on", "standby"}))
       ->capture_default_str();
+  app.add_flag("--no-discovery", raw.no_discovery,
+               "Do not answer when the tool searches for projectors");
   app.add_flag("--headless", raw.headless, "Run without a window; the only mode so far");
   app.add_option("--state", raw.state,
                  "JSON file that is rewritten after every exchange; the stored correction is read "
@@ -150,6 +153,7 @@ bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& r
   projector.PowerState = raw.power == "on" ? Power::kOn : Power::kStandby;
   options.Station.State = PathIfAny(raw.state);
   options.Station.Picture = PathIfAny(raw.picture);
+  options.Discovery = !raw.no_discovery && raw.usb == 0;
   return ParsePanel(raw.panel, projector.Panel, reason) && ChoosePlaces(raw, options, reason) &&
          ParseFaults(raw.faults, options.Station.Faults, reason);
 }

@@ -17,6 +17,7 @@ struct ProjectorOptions {
   StationSetup Station;
   std::optional<Endpoint> Listen;
   std::optional<std::filesystem::path> Serial;
+  bool Discovery = true;  // answer searches; only where it serves the LAN
 };
 
 // The options of the command line's words (the program's name left out). Nothing when the program

@@ -255,6 +255,7 @@ TEST(IncludeTable, SeesWhatBreaksIt) {
       {"cli/a.cpp", "#include <CLI/CLI.hpp>", true},
       {"cli/a.cpp", "#include \"sim/b.h\"", false},
       {"sim/a.cpp", "#include \"link/beamlink.h\"", true},
+      {"sim/a.cpp", "#include \"link/beamseek.h\"", true},
       {"sim/a.cpp", "#include \"link/command_frames.h\"", false},
       {"sim/picture_window.cpp", "#include <wx/wx.h>", true},
       {"sim/picture.cpp", "#include <wx/wx.h>", false},
