@@ -34,6 +34,7 @@ namespace warpline {
   X(VerbInitialize)           \
   X(VerbMode)                 \
   X(VerbVerify)               \
+  X(VerbPreview)              \
   X(CorrectionFile)           \
   X(CorrectionOrShapeFile)    \
   X(CorrectionOrRegisterFile) \
@@ -41,6 +42,8 @@ namespace warpline {
   X(InputFile)                \
   X(OutputFile)               \
   X(RegisterOutput)           \
+  X(PictureOutput)            \
+  X(AuxOption)                \
   X(PanelOption)              \
   X(AxisOption)               \
   X(CurveAxisOption)          \

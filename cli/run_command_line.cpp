@@ -58,7 +58,7 @@ constexpr ArgumentRow kLanguageRow{kLanguage, "ja|en", Take::kOptional, CliText:
 void SetUpProgram(CLI::App& app, const CliTexts& texts) {
   app.name(kProgram);
   app.allow_windows_style_options(false);
-  app.require_subcommand(0, 1);
+  app.require_subcommand(1);
   app.option_defaults()->group(texts[CliText::kOptionsGroup]);
   app.set_help_flag("-h,--help", texts[CliText::kHelpOption]);
   const auto formatter = std::make_shared<CLI::Formatter>();
@@ -75,6 +75,7 @@ void AddVerbs(CLI::App& app, const CliTexts& texts) {
   for (const Verb& verb : Verbs()) {
     CLI::App* sub = app.add_subcommand(std::string(verb.name), texts[verb.help]);
     sub->group(texts[CliText::kVerbsGroup]);
+    sub->get_help_ptr()->group(texts[CliText::kOptionsGroup]);
     for (const ArgumentRow& row : verb.arguments) AddArgument(*sub, row, texts);
     AddArgument(*sub, kLanguageRow, texts);
   }
@@ -107,6 +108,7 @@ int TellUsageError(const CLI::App& app, const CLI::ParseError& error, const Sess
   if (const std::optional<int> told = TellUnknownWords(app, session)) return *told;
   const std::string message = error.what();
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    if (app.get_subcommands().empty()) return session.UsageError(CliText::kMissingVerb);
     return session.UsageError(CliText::kMissingArgument, {ArgumentNamed(message)});
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
@@ -131,13 +133,12 @@ VerbInput InputOf(const CLI::App& sub, const Verb& verb, Session& session) {
 }
 
 int RunVerb(const CLI::App& app, Session& session) {
-  const auto given = app.get_subcommands();
-  if (given.empty()) return session.UsageError(CliText::kMissingVerb);
+  const CLI::App& given = *app.get_subcommands().front();
   const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&given](const Verb& row) {
-    return row.name == given.front()->get_name();
+    return row.name == given.get_name();
   });
   try {
-    return verb->run(InputOf(*given.front(), *verb, session), session);
+    return verb->run(InputOf(given, *verb, session), session);
   } catch (const Fault& fault) {
     session.messages.ShowFault(fault.code());
     return kExitFailed;

@@ -60,6 +60,12 @@ constexpr ArgumentRow kVerifyArguments[] = {
     {"--state", "STATE.json", Take::kRequired, T::kStateOption},
 };
 
+constexpr ArgumentRow kPreviewArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    {"-o", "OUT.svg", Take::kRequired, T::kPictureOutput},
+    {"--aux", "", Take::kFlag, T::kAuxOption},
+};
+
 constexpr Verb kVerbs[] = {
     {"registers", T::kVerbRegisters, kRegistersArguments, RunRegisters},
     {"profile", T::kVerbProfile, kProfileArguments, RunProfile},
@@ -72,6 +78,7 @@ constexpr Verb kVerbs[] = {
     {"initialize", T::kVerbInitialize, kInitializeArguments, RunInitialize},
     {"mode", T::kVerbMode, kModeArguments, RunMode},
     {"verify", T::kVerbVerify, kVerifyArguments, RunVerify},
+    {"preview", T::kVerbPreview, kPreviewArguments, RunPreview},
 };
 
 }  // namespace

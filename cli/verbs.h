@@ -48,5 +48,6 @@ int RunStore(const VerbInput& input, Session& session);
 int RunInitialize(const VerbInput& input, Session& session);
 int RunMode(const VerbInput& input, Session& session);
 int RunVerify(const VerbInput& input, Session& session);
+int RunPreview(const VerbInput& input, Session& session);
 
 }  // namespace warpline

@@ -17,6 +17,10 @@ struct UsageRow {
 // FLAT stands for a correction file that is there.
 const UsageRow kUsageRows[] = {
     {"nothing at all", {}, "A verb is missing.", "コマンドを指定してください"},
+    {"language without a value",
+     {"--language"},
+     "--language needs a value.",
+     "--language に値を指定してください"},
     {"unknown verb", {"search"}, "no verb \"search\"", "「search」というコマンドはありません"},
     {"unknown option of the program", {"--fast"}, "no option \"--fast\"", "「--fast」"},
     {"unknown option of a verb", {"check", "--fast", "FLAT"}, "no option \"--fast\"", "「--fast」"},
@@ -121,6 +125,8 @@ TEST(Usage, HelpOnEveryLevel) {
       EXPECT_NE(program.out.find(texts[verb.help]), std::string::npos) << verb.name;
       const CliResult help = RunCli({std::string(verb.name), "--help"}, language);
       EXPECT_EQ(help.exit_code, 0) << verb.name;
+      EXPECT_EQ(help.out.find("Options:") == std::string::npos, language == std::string("ja"))
+          << help.out;
       EXPECT_NE(help.out.find(std::string("warpline ") + std::string(verb.name)), std::string::npos)
           << help.out;
       for (const ArgumentRow& row : verb.arguments) {

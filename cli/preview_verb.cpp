@@ -1,0 +1,26 @@
+#include <system_error>
+
+#include "app/preview_geometry.h"
+#include "app/preview_svg.h"
+#include "cli/verbs.h"
+#include "core/system.h"
+
+// preview: the preview window's drawing as a picture.
+
+namespace warpline {
+
+int RunPreview(const VerbInput& input, Session& session) {
+  if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
+  const CorrectionData& correction = session.global.Correction;
+  // Compared with itself nothing differs, so that the bands are drawn.
+  PreviewDrawing drawing = Redraw(correction, correction.Axes);
+  if (input.Has("--aux")) {
+    const PreviewDrawing lines = DrawAuxLine();
+    drawing.insert(drawing.end(), lines.begin(), lines.end());
+  }
+  const std::error_code error = ReplaceFile(input.Path("-o"), PreviewSvg(drawing));
+  if (error) session.messages.ShowSystemError(SystemErrorText(error));
+  return error ? kExitFailed : kExitOk;
+}
+
+}  // namespace warpline
