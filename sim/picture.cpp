@@ -58,7 +58,7 @@ Colour PatternAt(double dx, double dy, double w, double h) {
 
 void PutPixel(RgbImage& image, std::size_t pixel, const Colour& colour) {
   for (std::size_t i = 0; i < 3; ++i) {
-    image.Pixels[pixel * 3 + i] = static_cast<std::uint8_t>(std::lround(colour[i]));
+    image.Pixels[pixel * 3 + i] = static_cast<std::uint8_t>(colour[i] + 0.5);
   }
 }
 
@@ -79,39 +79,48 @@ void AddSample(const RgbImage& image, double u, double v, double weight, Colour&
   }
 }
 
-// How much of pixel i lies on a line of that size, centred on a panel side of that length. A line
-// that is at least as long as the panel covers all of it.
-double Overlap(int i, double length, double line_size) {
-  const double start = std::max<double>(i, (length - line_size) / 2);
-  const double end = std::min<double>(i + 1, (length + line_size) / 2);
+// A row or a column of the panel: its scale (1: full length), how much of the panel's side it then
+// covers, in pixels, and how many samples a pixel on it takes along it.
+struct PanelLine {
+  double scale;
+  double size;
+  int samples;
+};
+
+// A scale of 0 or below leaves nothing of a line.
+std::vector<PanelLine> PanelLines(const std::vector<std::int32_t>& scales, int length) {
+  std::vector<PanelLine> lines;
+  lines.reserve(scales.size());
+  for (const std::int32_t value : scales) {
+    const double scale = value / double{kUnitScale};
+    const double samples = std::clamp(std::round(scale), 1.0, double{kMaxSamples});
+    lines.push_back({scale, value > 0 ? length / scale : 0.0, static_cast<int>(samples)});
+  }
+  return lines;
+}
+
+// How much of pixel i lies on a line of that size, centred on a panel side of that length.
+double Overlap(int i, double length, double size) {
+  const double start = std::max<double>(i, (length - size) / 2);
+  const double end = std::min<double>(i + 1, (length + size) / 2);
   return std::max(0.0, end - start);
 }
 
-// A scale of 0 or below leaves nothing of a line.
-double ShareOfPixel(int i, double length, double scale) {
-  return scale > 0 ? Overlap(i, length, length / scale) : 0.0;
-}
-
-int SampleCount(double scale) {
-  return static_cast<int>(std::clamp(std::ceil(scale - 0.001), 1.0, double{kMaxSamples}));
-}
-
-// Where sample k of n within pixel i fetches: around the centre, by the line's scale.
-double Fetched(int i, int k, int n, double size, double scale) {
-  const double position = i + (k + 0.5) / n;
-  return size / 2 + (position - size / 2) * scale;
+// Where sample k within pixel i of a line fetches: around the centre, by the line's scale.
+double Fetched(int i, int k, const PanelLine& line, double length) {
+  const double position = i + (k + 0.5) / line.samples;
+  return length / 2 + (position - length / 2) * line.scale;
 }
 
 // The mean of the samples within a pixel, as bright as the picture's share of the pixel.
-Colour PixelColour(const RgbImage& picture, int x, int y, double row, double column, double share) {
-  const int across = SampleCount(row);
-  const int down = SampleCount(column);
-  const double weight = share / (across * down);
+Colour PixelColour(const RgbImage& picture, int x, int y, const PanelLine& row,
+                   const PanelLine& column, double share) {
+  const double weight = share / (row.samples * column.samples);
   Colour sum{};
-  for (int j = 0; j < down; ++j) {
-    const double v = Fetched(y, j, down, picture.Height, column);
-    for (int i = 0; i < across; ++i) {
-      AddSample(picture, Fetched(x, i, across, picture.Width, row), v, weight, sum);
+  for (int j = 0; j < column.samples; ++j) {
+    const double v = Fetched(y, j, column, picture.Height);
+    for (int i = 0; i < row.samples; ++i) {
+      AddSample(picture, Fetched(x, i, row, picture.Width), v, weight, sum);
     }
   }
   return sum;
@@ -141,21 +150,24 @@ RgbImage TestPicture(PanelSize panel) {
 RgbImage WarpedPicture(const RgbImage& picture, const std::vector<std::int32_t>& row_scales,
                        const std::vector<std::int32_t>& column_scales) {
   RgbImage image = BlackImage({picture.Width, picture.Height});
+  const std::vector<PanelLine> rows = PanelLines(row_scales, image.Width);
+  const std::vector<PanelLine> columns = PanelLines(column_scales, image.Height);
   std::size_t pixel = 0;
   for (int y = 0; y < image.Height; ++y) {
-    const double row = row_scales[static_cast<std::size_t>(y)] / double{kUnitScale};
+    const PanelLine& row = rows[static_cast<std::size_t>(y)];
     for (int x = 0; x < image.Width; ++x, ++pixel) {
-      const double column = column_scales[static_cast<std::size_t>(x)] / double{kUnitScale};
+      const PanelLine& column = columns[static_cast<std::size_t>(x)];
       const double share =
-          ShareOfPixel(x, image.Width, row) * ShareOfPixel(y, image.Height, column);
+          Overlap(x, image.Width, row.size) * Overlap(y, image.Height, column.size);
       if (share > 0) PutPixel(image, pixel, PixelColour(picture, x, y, row, column, share));
     }
   }
   return image;
 }
 
-RgbImage PanelPicture(const RegisterSet& registers, PanelSize panel) {
-  return WarpedPicture(TestPicture(panel),
+RgbImage PanelPicture(const RgbImage& picture, const RegisterSet& registers) {
+  const PanelSize panel{picture.Width, picture.Height};
+  return WarpedPicture(picture,
                        RebuildLineScales(registers[kHorizontal], LineCount(panel, kHorizontal)),
                        RebuildLineScales(registers[kVertical], LineCount(panel, kVertical)));
 }

@@ -45,8 +45,8 @@ RgbImage TestPicture(PanelSize panel);
 RgbImage WarpedPicture(const RgbImage& picture, const std::vector<std::int32_t>& row_scales,
                        const std::vector<std::int32_t>& column_scales);
 
-// The test picture through a panel's registers.
-RgbImage PanelPicture(const RegisterSet& registers, PanelSize panel);
+// A picture of the panel's size through the panel's registers.
+RgbImage PanelPicture(const RgbImage& picture, const RegisterSet& registers);
 
 // The image as a PNG file's bytes; nothing when it cannot be encoded.
 std::optional<std::string> PngOf(const RgbImage& image);

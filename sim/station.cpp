@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "core/system.h"
-#include "sim/picture.h"
 
 namespace warpline::sim {
 namespace {
@@ -47,10 +46,19 @@ bool IsEcho(ByteView frame) {
          frame[kPayloadStart] == kEchoOperation;
 }
 
+// What the projector is given to show: nothing when it is off, or nobody looks.
+RgbImage SourceOf(const StationSetup& setup) {
+  const PanelSize panel = setup.Projector.Panel;
+  if (!setup.Picture) return {};
+  return setup.Projector.PowerState == Power::kOn ? TestPicture(panel) : BlackImage(panel);
+}
+
 }  // namespace
 
 Station::Station(StationSetup setup)
-    : setup_(Completed(std::move(setup))), projector_(setup_.Projector, StartingSet(setup_)) {
+    : setup_(Completed(std::move(setup))),
+      projector_(setup_.Projector, StartingSet(setup_)),
+      source_(SourceOf(setup_)) {
   WritePicture();
   WriteState();
 }
@@ -124,10 +132,7 @@ void Station::WriteState() {
 
 void Station::WritePicture() {
   if (!setup_.Picture) return;
-  const PanelSize panel = setup_.Projector.Panel;
-  const bool on = setup_.Projector.PowerState == Power::kOn;
-  const std::optional<std::string> png =
-      PngOf(on ? PanelPicture(projector_.Working(), panel) : BlackImage(panel));
+  const std::optional<std::string> png = PngOf(PanelPicture(source_, projector_.Working()));
   if (png) WriteFile(*setup_.Picture, *png);
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "sim/faults.h"
+#include "sim/picture.h"
 #include "sim/projector.h"
 #include "sim/state_file.h"
 
@@ -68,6 +69,7 @@ class Station {
   StationSetup setup_;
   mutable std::mutex mutex_;
   SimulatedProjector projector_;
+  RgbImage source_;  // the picture before any correction
   std::map<int, LinkMemory> links_;
   int newest_link_ = -1;
   std::uint64_t link_count_ = 0;

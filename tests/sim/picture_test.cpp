@@ -41,7 +41,7 @@ double Extent(int count, const std::function<const std::uint8_t*(int)>& at) {
 }
 
 TEST(Picture, IsTheTestPictureWhenNothingIsCorrected) {
-  const RgbImage picture = PanelPicture(NeutralRegisters(kPanel), kPanel);
+  const RgbImage picture = PanelPicture(TestPicture(kPanel), NeutralRegisters(kPanel));
   EXPECT_EQ(picture.Pixels, TestPicture(kPanel).Pixels);
 }
 
@@ -86,7 +86,7 @@ TEST(Picture, FollowsTheRegisters) {
   RegisterSet registers = NeutralRegisters(kPanel);
   registers[kHorizontal][kCorre0] = "00A0";  // 40960: 160 * 0.8 = 128 pixels
   registers[kVertical][kCorre0] = "0090";    // 36864: 120 * 8 / 9 = 106.7 pixels
-  const RgbImage picture = PanelPicture(registers, kPanel);
+  const RgbImage picture = PanelPicture(TestPicture(kPanel), registers);
   const RgbImage meant = WarpedPicture(TestPicture(kPanel), std::vector<std::int32_t>(120, 40960),
                                        std::vector<std::int32_t>(160, 36864));
   EXPECT_EQ(picture.Pixels, meant.Pixels);
