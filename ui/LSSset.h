@@ -1,0 +1,46 @@
+#pragma once
+
+#include <wx/choice.h>
+#include <wx/dialog.h>
+#include <wx/radiobut.h>
+#include <wx/textctrl.h>
+
+#include <array>
+#include <vector>
+
+#include "app/communication_settings.h"
+#include "core/LSSglobal.h"
+#include "core/messages.h"
+
+// The communication settings dialog. Closed by OK it has put its fields into the settings record;
+// writing the settings file is left to whoever opened it.
+
+namespace warpline {
+
+class LSSset : public wxDialog {
+ public:
+  // Both must outlive this object.
+  LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages);
+
+ private:
+  static constexpr int kDeviceCount = 3;
+
+  void Create();
+  void Bind();
+  void Fill(const CommunicationEntry& entry);
+  void SelectDevice(int device);
+  CommunicationEntry Entry() const;
+  void OnAddressKey(wxKeyEvent& event);
+  void Confirm();
+
+  LSSglobal& global_;
+  const Messages& messages_;
+  std::array<wxRadioButton*, kDeviceCount> devices_{};
+  std::array<std::vector<wxWindow*>, kDeviceCount> fields_;  // that go with each device
+  wxChoice* com_port_ = nullptr;
+  wxChoice* com_speed_ = nullptr;
+  wxTextCtrl* address_ = nullptr;
+  wxChoice* usb_port_ = nullptr;
+};
+
+}  // namespace warpline

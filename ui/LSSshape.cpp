@@ -1,0 +1,39 @@
+#include "ui/LSSshape.h"
+
+#include "app/curve_editor.h"
+#include "ui/dialog_controls.h"
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+constexpr int kTitle = 179;
+constexpr int kShapes[] = {180, 181, 182};  // in the order of the shape numbers
+constexpr int kListWidth = 240;             // DIP
+
+}  // namespace
+
+LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
+    : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE, "LSSshape"),
+      shape_(kNoShape) {
+  const DialogControls make(this, global);
+  list_ = make.Choice("Combo1", kTitle);
+  for (const int shape : kShapes) list_->Append(make.Text(shape));
+  list_->SetSelection(0);
+  list_->SetMinSize(wxSize(FromDIP(kListWidth), -1));
+  const DialogButtons buttons = CreateDialogButtons(make, false);
+  buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+    shape_ = list_->GetSelection();
+    EndDialog(wxID_OK);
+  });
+  auto* all = new wxBoxSizer(wxVERTICAL);
+  all->Add(list_, wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
+  all->Add(LayDialogButtons(this, buttons), wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
+  SetSizerAndFit(all);
+  CentreOnParent();
+  list_->SetFocus();
+}
+
+}  // namespace warpline

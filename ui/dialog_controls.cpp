@@ -1,0 +1,69 @@
+#include "ui/dialog_controls.h"
+
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+enum ButtonCaption : int { kCancelCaption = 8, kOkCaption = 9, kApplyCaption = 10 };
+
+}  // namespace
+
+wxString DialogControls::Text(int caption) const {
+  return CaptionOf(global_, caption);
+}
+
+wxButton* DialogControls::Button(const char* name, int caption, int id) const {
+  return new wxButton(parent_, id, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
+                      wxDefaultValidator, name);
+}
+
+wxCheckBox* DialogControls::CheckBox(const char* name, int caption) const {
+  return new wxCheckBox(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
+                        wxDefaultValidator, name);
+}
+
+wxRadioButton* DialogControls::RadioButton(const wxString& name, int caption, bool first) const {
+  return new wxRadioButton(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize,
+                           first ? wxRB_GROUP : 0, wxDefaultValidator, name);
+}
+
+wxStaticText* DialogControls::Caption(int caption) const {
+  return new wxStaticText(parent_, wxID_ANY, Text(caption));
+}
+
+wxChoice* DialogControls::Choice(const char* name, int caption) const {
+  auto* list = new wxChoice(parent_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr, 0,
+                            wxDefaultValidator, name);
+  list->SetLabel(Text(caption));
+  return list;
+}
+
+wxChoice* DialogControls::Choice(const char* name, int caption,
+                                 std::span<const char* const> entries) const {
+  wxChoice* list = Choice(name, caption);
+  for (const char* entry : entries) list->Append(entry);
+  return list;
+}
+
+DialogButtons CreateDialogButtons(const DialogControls& make, bool with_apply) {
+  DialogButtons buttons;
+  buttons.ok = make.Button("OKButton", kOkCaption, wxID_OK);
+  buttons.cancel = make.Button("CancelButton", kCancelCaption, wxID_CANCEL);
+  if (with_apply) buttons.apply = make.Button("applybutton", kApplyCaption);
+  buttons.ok->SetDefault();
+  return buttons;
+}
+
+wxSizer* LayDialogButtons(wxWindow* dialog, const DialogButtons& buttons, wxSizer* left) {
+  auto* line = new wxBoxSizer(wxHORIZONTAL);
+  if (left != nullptr) line->Add(left, AtCentre());
+  line->AddStretchSpacer();
+  for (wxButton* button : {buttons.ok, buttons.cancel, buttons.apply}) {
+    if (button != nullptr) line->Add(button, AtCentre().Border(wxLEFT, Gap(dialog)));
+  }
+  return line;
+}
+
+}  // namespace warpline
