@@ -102,12 +102,14 @@ WARPLINE_BEAMLINK_REQUIRED(WARPLINE_DECLARE_TYPE)
 
 // The loaded library. The required pointers are never null; the declared ones may be.
 struct BeamlinkFunctions {
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is the name of a member
 #define WARPLINE_DECLARE_POINTER(name, parameters) name##Function* name = nullptr;
   WARPLINE_BEAMLINK_REQUIRED(WARPLINE_DECLARE_POINTER)
 #undef WARPLINE_DECLARE_POINTER
 #define WARPLINE_DECLARE_ADDRESS(name) void* name = nullptr;
   WARPLINE_BEAMLINK_DECLARED(WARPLINE_DECLARE_ADDRESS)
 #undef WARPLINE_DECLARE_ADDRESS
+  // NOLINTEND(bugprone-macro-parentheses)
 };
 
 }  // namespace warpline

@@ -120,7 +120,8 @@ bool ProjectorLink::SendCommand(int number) {
   if (!Exchange(FrameOf(*text), TimeOutOf(global_.Settings))) return false;
   // Asking for mode 1 and asking which mode is set are the same bytes, and the answer tells the
   // mode where others tell errors.
-  return *text == ComposeCommandText(kCommandQueryMode, {}, 0) || ReplyAccepted();
+  const auto mode_query = ComposeCommandText(kCommandQueryMode, global_.Registers, 0);
+  return *text == *mode_query || ReplyAccepted();
 }
 
 std::optional<std::int16_t> ProjectorLink::QueryMode() {
