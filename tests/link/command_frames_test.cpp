@@ -1,0 +1,130 @@
+#include "link/command_frames.h"
+
+#include <gtest/gtest.h>
+
+#include "core/fault.h"
+
+namespace warpline {
+namespace {
+
+// Every byte tells where it came from.
+const RegisterSet kRegisters{{
+    {"1122", "3344", "55", "66", "77", "88", "99AA", "BB", "CCDD"},
+    {"0102", "0304", "05", "06", "07", "08", "090A", "0B", "0C0D0E"},
+}};
+
+std::string FrameText(int number, const RegisterSet& registers, std::int16_t mode = 0) {
+  const auto text = ComposeCommandText(number, registers, mode);
+  return text ? HexOf(FrameOf(*text)) : "none";
+}
+
+struct FrameCase {
+  int number;
+  std::int16_t mode;
+  const char* frame;
+};
+
+TEST(CommandFrames, EveryNumberHasItsBytes) {
+  constexpr FrameCase kCases[] = {
+      {0, 0, "01DF0000020000E2"},
+      {1, 0, "01DF0000020100E3"},
+      {2, 0, "01DF00000F02000B001122334499AABB5566CCDD08"},
+      {3, 0, "01DF00001003000C0001020304090A0B05060C0D0E59"},
+      {4, 0, "01DF0000090400050099AABBCCDD99"},
+      {5, 0, "01DF00000A05000600090A0B0C0D0E3A"},
+      {6, 0, "01DF00000606000200112221"},
+      {7, 0, "01DF000006070002000102F2"},
+      {8, 0, "01DF00000608000200334467"},
+      {9, 0, "01DF000006090002000304F8"},
+      {10, 0, "01DF0000050A0001005545"},
+      {11, 0, "01DF0000050B00010005F6"},
+      {12, 0, "01DF0000050C0001006658"},
+      {14, 0, "01DF0000050E000100776B"},
+      {16, 0, "01DF00000510000100887E"},
+      {17, 0, "01DF0000051100010008FF"},
+      {18, 0, "01DE0000020000E1"},
+      {18, 1, "01DE0000020100E2"},
+      {18, 2, "01DE0000020200E3"},
+      {18, 255, "01DE000002FF00E0"},
+      {19, 2, "01DE0000020100E2"},
+      {20, 0, "021A000002020121"},
+      {21, 0, "01DF0000021200F4"},
+  };
+  for (const FrameCase& each : kCases) {
+    EXPECT_EQ(FrameText(each.number, kRegisters, each.mode), each.frame)
+        << "command " << each.number << " mode " << each.mode;
+  }
+  for (const int number : {-1, 13, 15, 22, 1000}) {
+    EXPECT_EQ(FrameText(number, kRegisters), "none") << number;
+  }
+}
+
+TEST(CommandFrames, FixedQueriesHaveTheirBytes) {
+  EXPECT_EQ(HexOf(FrameOf(kProbeText)), "01DF000000E0");
+  EXPECT_EQ(HexOf(FrameOf(kModelClassText)), "00850000010086");
+}
+
+TEST(CommandFrames, LongTablesCarryTheirLengthInBothByteOrders) {
+  RegisterSet registers = kRegisters;
+  registers[kHorizontal][kCorre2] = std::string(766, '0');
+  const std::string frame = FrameText(kCommandHorizontalSet, registers);
+  // 383 + 9 = 0x188 data bytes, 0x18C bytes behind the count.
+  EXPECT_EQ(frame.substr(0, 36), "01DF00018C020088011122334499AABB5566");
+  EXPECT_EQ(frame.size(), 2u * (9 + 0x188 + 1));
+}
+
+TEST(CommandFrames, EmptyCompDispIsSentAsZero) {
+  RegisterSet registers = kRegisters;
+  registers[kHorizontal][kCompDisp].clear();
+  EXPECT_EQ(FrameText(14, registers), "01DF0000050E00010000F4");
+}
+
+TEST(CommandFrames, DataThatNoCountFieldHoldsIsAFault) {
+  RegisterSet registers = kRegisters;
+  registers[kHorizontal][kCorre2] = std::string(2 * 65536, '0');
+  EXPECT_THROW(ComposeCommandText(kCommandHorizontalSet, registers, 0), Fault);
+}
+
+TEST(WholeBlock, AddressFollowsClassAndReply) {
+  struct Case {
+    int model_class;
+    int reply5;
+    const char* head;  // up to the first byte of the tables
+  };
+  constexpr Case kCases[] = {
+      {3, 0, "01FC00061D00500400160600"},  {4, 11, "01FC00061D00500400160600"},
+      {4, 13, "01FC00061D00500400160600"}, {3, 12, "01FC00061D00500400160600"},
+      {4, 0, "01FC00061D00600400160600"},  {4, 12, "01FC00061D00600400160600"},
+      {4, 17, "01FC00061D00600400160600"},
+  };
+  for (const Case& each : kCases) {
+    const auto frame = ComposeWholeBlock(kRegisters, each.model_class, each.reply5);
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(HexOf(*frame).substr(0, 24), each.head) << each.model_class << " " << each.reply5;
+  }
+}
+
+TEST(WholeBlock, TablesMeetFromBothEnds) {
+  const auto frame = ComposeWholeBlock(kRegisters, 3, 0);
+  ASSERT_TRUE(frame);
+  ASSERT_EQ(frame->size(), 1571u);
+  const std::string hex = HexOf(*frame);
+  EXPECT_EQ(hex.substr(2 * 12, 8), "0C0D0E00");
+  EXPECT_EQ(hex.find_first_not_of('0', 2 * 15), 2u * 1546);
+  EXPECT_EQ(hex.substr(2 * 1544), "0000DDCC112201023344030499AA090ABB0B550566067707880804");
+}
+
+TEST(WholeBlock, RefusesTablesThatDoNotFitTogether) {
+  RegisterSet registers = kRegisters;
+  registers[kVertical][kCorre2] = std::string(2 * 1000, '1');
+  registers[kHorizontal][kCorre2] = std::string(2 * 536, '2');
+  const auto full = ComposeWholeBlock(registers, 4, 11);
+  ASSERT_TRUE(full);
+  EXPECT_EQ(HexOf(*full).substr(2 * 1010, 8), "11112222");
+  EXPECT_EQ(full->size(), 1571u);
+  registers[kHorizontal][kCorre2] += "22";
+  EXPECT_FALSE(ComposeWholeBlock(registers, 4, 11));
+}
+
+}  // namespace
+}  // namespace warpline

@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+
+#include "core/system.h"
+#include "link/beamlink_loader.h"
+#include "model/registers.h"
+#include "tests/support/link_rig.h"
+#include "tests/support/projector_server.h"
+
+// The link through the stand-in library, as the tool loads it, over TCP to the simulated projector.
+
+namespace warpline {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct RealRig {
+  explicit RealRig(const sim::ProjectorSetup& setup = {}, const Texts& faults = {})
+      : projector(setup, faults) {
+    ResetModel(global);
+    global.Settings.IPAddress = projector.Address();
+    global.Settings.LANPort = projector.Port();
+    global.Settings.LANTimeOut = 500;
+  }
+
+  std::string ErrorText(int number, int code) const {
+    return TextOf(global, number) + "  Error : " + std::to_string(code);
+  }
+
+  ProjectorServer projector;
+  LSSglobal global;
+  RecordingDisplay display;
+  RecordingBusy busy;
+  Messages messages{global, display};
+  ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
+};
+
+void BuildSomething(LSSglobal& global) {
+  global.Correction.Axes[kHorizontal].Distortion = 30;
+  global.Correction.Axes[kVertical].Linearity = -12;
+  global.Registers = BuildRegisters(global.Correction, global.Panel);
+}
+
+TEST(RealLink, RegistersArriveAsTheyWereSent) {
+  RealRig rig({.Panel = {800, 600}});
+  ASSERT_TRUE(rig.link.OpenLink());
+  ASSERT_TRUE(rig.link.CheckConnection());
+  EXPECT_EQ(rig.global.Panel, (PanelSize{800, 600}));
+  BuildSomething(rig.global);
+  for (const int number : {20, 0, 2, 3, 16, 17, 1}) EXPECT_TRUE(rig.link.SendCommand(number));
+  EXPECT_TRUE(rig.link.CloseLink());
+  EXPECT_EQ(rig.projector.Snapshot().Working, rig.global.Registers);
+  EXPECT_TRUE(rig.display.messages.empty());
+}
+
+TEST(RealLink, StoreReachesEveryModelClassThatKeeps) {
+  struct Case {
+    int model_class;
+    int reply5;
+  };
+  for (const auto& [model_class, reply5] : {Case{3, 0}, {4, 11}, {4, 0}, {5, 0}}) {
+    SCOPED_TRACE(model_class);
+    RealRig rig({.Panel = {800, 600}, .ModelClass = model_class, .Reply5 = reply5});
+    ASSERT_TRUE(rig.link.OpenLink());
+    ASSERT_TRUE(rig.link.CheckConnection());
+    BuildSomething(rig.global);
+    for (const int number : {20, 0, 2, 3, 16, 17, 1, 21}) {
+      EXPECT_TRUE(rig.link.SendCommand(number)) << number;
+    }
+    EXPECT_TRUE(rig.link.CloseLink());
+    EXPECT_EQ(rig.projector.Snapshot().Stored, rig.global.Registers);
+    EXPECT_EQ(rig.projector.Snapshot().Count.Stores, 1u);
+    EXPECT_TRUE(rig.display.messages.empty());
+  }
+}
+
+TEST(RealLink, ModeIsSetAndRead) {
+  RealRig rig;
+  ASSERT_TRUE(rig.link.OpenLink());
+  rig.global.ProjectorMode = 1;
+  EXPECT_TRUE(rig.link.SendCommand(kCommandSetMode));
+  EXPECT_TRUE(rig.link.SwitchInput());
+  EXPECT_EQ(rig.link.QueryMode(), 1);
+  rig.global.ProjectorMode = 2;
+  EXPECT_TRUE(rig.link.SendCommand(kCommandSetMode));
+  EXPECT_EQ(rig.projector.Snapshot().Mode, 2);
+  EXPECT_EQ(rig.link.QueryMode(), 0);
+}
+
+struct FaultCase {
+  const char* rule;
+  int number;  // of the box, 0: the command succeeds
+  int code;
+};
+
+TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
+  constexpr FaultCase kCases[] = {
+      {"kind=0:timeout", 139, -3}, {"kind=0:refuse", 142, 2},    {"kind=0:short", 141, -5},
+      {"kind=0:long", 141, -5},    {"kind=0:checksum", 141, -5}, {"kind=0:late=50", 0, 0},
+      {"kind=0:slow", 0, 0},       {"kind=0:cutmid", 141, -5},   {"kind=running:timeout", 139, -3},
+      {"kind=any:cutmid", 141, -5}};
+  for (const FaultCase& each : kCases) {
+    SCOPED_TRACE(each.rule);
+    RealRig rig({}, {each.rule});
+    ASSERT_TRUE(rig.link.OpenLink());
+    EXPECT_EQ(rig.link.SendCommand(kCommandClear), each.number == 0);
+    EXPECT_TRUE(rig.link.CloseLink());
+    const Texts expected =
+        each.number == 0 ? Texts{} : Texts{rig.ErrorText(each.number, each.code)};
+    EXPECT_EQ(rig.display.Texts(), expected);
+  }
+}
+
+TEST(RealLink, RefusedConnectionIsSaid) {
+  RealRig rig;
+  rig.projector.Stop();
+  EXPECT_FALSE(rig.link.OpenLink());
+  EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(126, -8)});
+}
+
+TEST(RealLink, ProjectorThatHidesItsPanelHasTheUsualOne) {
+  RealRig rig({.Panel = {800, 600}, .ReportsPanel = false});
+  rig.global.Panel = {1, 1};
+  ASSERT_TRUE(rig.link.OpenLink());
+  EXPECT_TRUE(rig.link.CheckConnection());
+  EXPECT_EQ(rig.global.Panel, kDefaultPanelSize);
+}
+
+TEST(RealLink, SwitchedOffProjectorIsToldByItsProbe) {
+  RealRig rig({.Panel = {}, .PowerState = sim::Power::kStandby});
+  ASSERT_TRUE(rig.link.OpenLink());
+  EXPECT_FALSE(rig.link.CheckConnection());
+  EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(75, 3)});
+}
+
+}  // namespace
+}  // namespace warpline

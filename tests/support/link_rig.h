@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "core/LSSglobal.h"
+#include "core/catalogue.h"
+#include "core/messages.h"
+#include "link/projector_link.h"
+#include "tests/support/fake_beamlink.h"
+#include "tests/support/recorder.h"
+
+// A projector link over the fake library, with everything that it needs.
+
+namespace warpline {
+
+struct LinkRig {
+  LinkRig() { ResetModel(global); }
+
+  // The box that a failure of the link calls for.
+  std::string ErrorText(int number, int code) const {
+    return TextOf(global, number) + "  Error : " + std::to_string(code);
+  }
+
+  LSSglobal global;
+  RecordingDisplay display;
+  RecordingBusy busy;
+  FakeBeamlink library;
+  bool library_there = true;
+  Messages messages{global, display};
+  ProjectorLink link{global, messages, busy,
+                     [this] { return library_there ? library.Functions() : nullptr; }};
+};
+
+}  // namespace warpline
