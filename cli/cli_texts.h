@@ -35,6 +35,7 @@ namespace warpline {
   X(VerbMode)                 \
   X(VerbVerify)               \
   X(VerbPreview)              \
+  X(VerbSearch)               \
   X(CorrectionFile)           \
   X(CorrectionOrShapeFile)    \
   X(CorrectionOrRegisterFile) \
@@ -59,6 +60,7 @@ namespace warpline {
   X(SerialOption)             \
   X(UsbOption)                \
   X(TimeOutOption)            \
+  X(SearchTimeOutOption)      \
   X(ErrorPrefix)              \
   X(SeeHelp)                  \
   X(MissingVerb)              \
@@ -82,6 +84,10 @@ namespace warpline {
   X(CorrectionFileNeeded)     \
   X(OutputFailed)             \
   X(DemoMode)                 \
+  X(Selectable)               \
+  X(NotSelectable)            \
+  X(NothingFound)             \
+  X(SearchTooLong)            \
   X(CheckOk)                  \
   X(CheckFailed)              \
   X(StateFileWrong)           \

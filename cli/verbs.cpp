@@ -66,6 +66,10 @@ constexpr ArgumentRow kPreviewArguments[] = {
     {"--aux", "", Take::kFlag, T::kAuxOption},
 };
 
+constexpr ArgumentRow kSearchArguments[] = {
+    {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
+};
+
 constexpr Verb kVerbs[] = {
     {"registers", T::kVerbRegisters, kRegistersArguments, RunRegisters},
     {"profile", T::kVerbProfile, kProfileArguments, RunProfile},
@@ -79,6 +83,7 @@ constexpr Verb kVerbs[] = {
     {"mode", T::kVerbMode, kModeArguments, RunMode},
     {"verify", T::kVerbVerify, kVerifyArguments, RunVerify},
     {"preview", T::kVerbPreview, kPreviewArguments, RunPreview},
+    {"search", T::kVerbSearch, kSearchArguments, RunSearch},
 };
 
 }  // namespace

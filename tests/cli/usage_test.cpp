@@ -21,7 +21,7 @@ const UsageRow kUsageRows[] = {
      {"--language"},
      "--language needs a value.",
      "--language に値を指定してください"},
-    {"unknown verb", {"search"}, "no verb \"search\"", "「search」というコマンドはありません"},
+    {"unknown verb", {"seek"}, "no verb \"seek\"", "「seek」というコマンドはありません"},
     {"unknown option of the program", {"--fast"}, "no option \"--fast\"", "「--fast」"},
     {"unknown option of a verb", {"check", "--fast", "FLAT"}, "no option \"--fast\"", "「--fast」"},
     {"unknown option before what is missing", {"check", "--fast"}, "\"--fast\"", "「--fast」"},
@@ -78,6 +78,7 @@ const UsageRow kUsageRows[] = {
     {"serial speed", {"mode", "--serial", "1:9601"}, "9600", "9600"},
     {"COM9", {"initialize", "--serial", "9:9600"}, "from 1 to 8", "1～8"},
     {"USB0", {"initialize", "--usb", "0"}, "--usb must be", "--usb には"},
+    {"search time too long", {"search", "--timeout", "7001"}, "500 to 7000", "500～7000"},
     {"time-out too short", {"mode", "--timeout", "499"}, "500 to 7000", "500～7000"},
 };
 

@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "sim/discovery.h"
+#include "tests/cli/cli_run.h"
+
+// The whole way: the command line, the stand-in search library from the program's folder,
+// datagrams, projectors that answer.
+
+namespace warpline {
+namespace {
+
+using Responder = std::unique_ptr<sim::DiscoveryResponder>;
+
+constexpr std::uint32_t kLeft = 0x7F000002;   // 127.0.0.2
+constexpr std::uint32_t kRight = 0x7F000003;  // 127.0.0.3
+
+// Puts the search on a port of this test's own.
+class SearchVerbTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    left_ = sim::DiscoveryResponder::Open({kLeft, 0}, {7142, 5, 1, true, "Left wall"});
+    ASSERT_TRUE(left_);
+    setenv(kVariable, std::to_string(Port()).c_str(), 1);
+  }
+  void TearDown() override { unsetenv(kVariable); }
+
+  std::uint16_t Port() const { return left_->Where().Port; }
+
+  static constexpr const char* kVariable = "WARPLINE_DISCOVERY_PORT";
+  Responder left_;
+};
+
+TEST_F(SearchVerbTest, ListsWhatAnswers) {
+  const Responder right =
+      sim::DiscoveryResponder::Open({kRight, Port()}, {7143, 5, 1, true, "Right wall"});
+  ASSERT_TRUE(right);
+  const CliResult english = RunCli({"search"});
+  EXPECT_EQ(english.exit_code, 0) << english;
+  EXPECT_EQ(english.out,
+            "127.0.0.2\tLeft wall\tcan be chosen\n127.0.0.3\tRight wall\tcannot be chosen\n");
+  EXPECT_EQ(english.err, "");
+  const CliResult japanese = RunCli({"search", "--timeout", "7000"}, "ja");
+  EXPECT_EQ(japanese.out, "127.0.0.2\tLeft wall\t選択可\n127.0.0.3\tRight wall\t選択不可\n");
+}
+
+TEST_F(SearchVerbTest, SaysWhenNothingAnswers) {
+  left_.reset();
+  const CliResult result = RunCli({"search"});
+  EXPECT_EQ(result.exit_code, 1) << result;
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "warpline: No projector was found.\n");
+}
+
+}  // namespace
+}  // namespace warpline

@@ -1,0 +1,243 @@
+#include "link/projector_search.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <thread>
+
+#include "core/system.h"
+#include "link/beamseek_loader.h"
+#include "tests/support/fake_beamseek.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+const Calls kStarted{"Create 1", "SetLastPJ 192.168.10.10", "Start"};
+
+Calls StartedAnd(const Calls& more) {
+  Calls all = kStarted;
+  all.insert(all.end(), more.begin(), more.end());
+  return all;
+}
+
+// A fake library that has found three projectors, and a search over it.
+struct SearchRig {
+  SearchRig() {
+    library.AddProjector({127, 0, 0, 2}, "Left", true);
+    library.AddProjector({10, 20, 30, 40}, "", false);
+    library.AddProjector({255, 254, 0, 9}, "Right", true);
+  }
+
+  FakeBeamseek library;
+  LSSglobal global;
+  RecordingDisplay display;
+  ProjectorSearch search{global, display, [this] { return library.Functions(); }};
+};
+
+TEST(ProjectorSearch, HandlesEachNotification) {
+  struct Row {
+    const char* name;
+    std::uint32_t code;
+    std::uint32_t first;
+    Calls calls;  // beyond those of the start
+    const char* address;
+    SearchRequest request;
+    bool running;
+    Calls messages;
+  };
+  constexpr auto kNone = SearchRequest::kNone;
+  const char* const old = "192.168.10.10";
+  const Row rows[] = {
+      {"first selected", 2000, 0, {"Destroy"}, "127.0.0.2", kNone, false, {}},
+      {"last selected", 2000, 2, {"Destroy"}, "255.254.0.9", kNone, false, {}},
+      {"selected beyond", 2000, 3, {"Destroy"}, old, kNone, false, {"[2] Wrong value."}},
+      {"selected nonsense", 2000, ~0U, {"Destroy"}, old, kNone, false, {"[2] Wrong value."}},
+      {"closed", 2001, 0, {"Destroy"}, old, kNone, false, {}},
+      {"cancelled", 2002, 0, {"Destroy"}, old, kNone, false, {}},
+      {"read-me", 2003, 0, {"Restart 0"}, old, SearchRequest::kOpenReadMe, true, {}},
+      {"repeat", 2004, 0, {"Restart 1"}, old, kNone, true, {}},
+      {"finished", 2005, 0, {}, old, kNone, true, {}},
+      {"unknown 2006", 2006, 0, {}, old, kNone, true, {}},
+      {"unknown 2007", 2007, 0, {}, old, kNone, true, {}},
+      {"other repeat", 2008, 0, {"Restart 1"}, old, kNone, true, {}},
+      {"below", 1999, 0, {}, old, kNone, true, {}},
+      {"above", 2009, 0, {}, old, kNone, true, {}},
+      {"zero", 0, 0, {}, old, kNone, true, {}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    SearchRig rig;
+    ASSERT_TRUE(rig.search.Start());
+    EXPECT_EQ(rig.search.Poll(), kNone) << "nothing was notified yet";
+    rig.library.Notify(row.code, row.first);
+    EXPECT_EQ(rig.library.calls, kStarted) << "the callback itself does nothing";
+    EXPECT_EQ(rig.search.Poll(), row.request);
+    EXPECT_EQ(rig.search.Poll(), kNone) << "handled once";
+    EXPECT_EQ(rig.library.calls, StartedAnd(row.calls));
+    EXPECT_EQ(rig.search.IsRunning(), row.running);
+    EXPECT_EQ(rig.global.Settings.IPAddress, row.address);
+    EXPECT_EQ(rig.search.IsChosen(), rig.global.Settings.IPAddress != old);
+    EXPECT_EQ(rig.display.Texts(), row.messages);
+  }
+}
+
+TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
+  struct Row {
+    const char* name;
+    void (*spoil)(FakeBeamseek& library);
+    std::uint32_t code;  // notified after a good start, 0: none
+    Calls calls;
+    const char* text;
+  };
+  const char* const create = "ConnectSelectCreate() に失敗しました。";
+  const char* const start = "ConnectSelectStart() 戻り値が FALSE でした";
+  const char* const handle = "Handle Error!!";
+  const auto no_restart = [](FakeBeamseek& library) { library.restart_result = 0; };
+  const Row rows[] = {
+      {"create", [](FakeBeamseek& library) { library.create_result = 0; }, 0, {"Create 1"}, create},
+      {"handle", [](FakeBeamseek& library) { library.handle = 0; }, 0, {"Create 1"}, handle},
+      {"start", [](FakeBeamseek& library) { library.start_result = 0; }, 0, StartedAnd({"Destroy"}),
+       start},
+      {"restart", no_restart, 2004, StartedAnd({"Restart 1", "Destroy"}), handle},
+      {"restart for the read-me", no_restart, 2003, StartedAnd({"Restart 0", "Destroy"}), handle},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    SearchRig rig;
+    row.spoil(rig.library);
+    EXPECT_EQ(rig.search.Start(), row.code != 0);
+    if (row.code != 0) rig.library.Notify(row.code);
+    rig.search.Poll();
+    EXPECT_FALSE(rig.search.IsRunning());
+    EXPECT_EQ(rig.library.calls, row.calls);
+    const RecordedMessage expected{"Warpline Tool 3.0", row.text, MessageIcon::kCritical};
+    EXPECT_EQ(rig.display.messages, std::vector<RecordedMessage>{expected});
+  }
+}
+
+TEST(ProjectorSearch, SaysWhenThereIsNoLibrary) {
+  LSSglobal global;
+  RecordingDisplay display;
+  ProjectorSearch search(global, display, [] { return nullptr; });
+  EXPECT_FALSE(search.Start());
+  EXPECT_EQ(search.Poll(), SearchRequest::kNone);
+  ASSERT_EQ(display.messages.size(), 1U);
+  EXPECT_EQ(display.messages[0].text.find("A required file cannot be found."), 0U);
+}
+
+TEST(ProjectorSearch, DestroysExactlyOnceHoweverItEnds) {
+  FakeBeamseek library;
+  LSSglobal global;
+  RecordingDisplay display;
+  {
+    ProjectorSearch search(global, display, [&library] { return library.Functions(); });
+    ASSERT_TRUE(search.Start());
+    EXPECT_FALSE(search.Start()) << "it runs already";
+    // The user was quicker than the timer; what comes after the end is void.
+    for (const std::uint32_t code : {2004U, 2002U, 2000U, 2001U, 2003U}) library.Notify(code);
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(search.Poll(), SearchRequest::kNone);
+    EXPECT_EQ(library.calls, StartedAnd({"Restart 1", "Destroy"}));
+    library.calls.clear();
+    ASSERT_TRUE(search.Start());
+    EXPECT_EQ(search.Poll(), SearchRequest::kNone) << "old notifications do not count";
+    EXPECT_TRUE(search.IsRunning());
+  }
+  EXPECT_EQ(library.calls, StartedAnd({"Destroy"})) << "still running when it was let go";
+  EXPECT_TRUE(display.messages.empty());
+}
+
+// The library may let window events run, and so the timer's, while it is being called.
+TEST(ProjectorSearch, HandlesOneNotificationAtATime) {
+  SearchRig rig;
+  ASSERT_TRUE(rig.search.Start());
+  rig.library.Notify(2004);
+  rig.library.Notify(2003);
+  rig.library.on_restart = [&rig] { EXPECT_EQ(rig.search.Poll(), SearchRequest::kNone); };
+  EXPECT_EQ(rig.search.Poll(), SearchRequest::kNone);
+  EXPECT_EQ(rig.library.calls, StartedAnd({"Restart 1"}));
+  EXPECT_EQ(rig.search.Poll(), SearchRequest::kOpenReadMe);
+  EXPECT_EQ(rig.library.calls, StartedAnd({"Restart 1", "Restart 0"}));
+}
+
+TEST(ProjectorSearch, TellsTheLibraryAddressLanguageAndAdapters) {
+  SearchRig rig;
+  rig.global.Language = 1;
+  rig.global.Settings.IPAddress = "projector-in-the-great-hall";
+  ASSERT_TRUE(rig.search.Start(SearchWindow::kHidden));
+  EXPECT_EQ(rig.library.calls, (Calls{"Create 2", "SetLastPJ projector-in-the", "Start"}))
+      << "16 characters and a NUL";
+  std::set<IPv4Address> told;
+  for (std::int32_t i = 0; i < rig.library.adapters.iAdapterNum; ++i) {
+    const auto& address = rig.library.adapters.Adapter[i].ucIP;
+    EXPECT_NE(address[0], 127) << "loopback is no network to search";
+    told.insert(std::to_array(address));
+  }
+  const std::vector<IPv4Address> local = LocalIPv4Addresses();
+  EXPECT_EQ(told, std::set<IPv4Address>(local.begin(), local.end()));
+}
+
+TEST(ProjectorSearch, CopiesTheRecordBeforeItIsGone) {
+  SearchRig rig;
+  ASSERT_TRUE(rig.search.Start(SearchWindow::kHidden));
+  EXPECT_TRUE(rig.search.Found().empty());
+  EXPECT_EQ(rig.search.Diagnosis(), "csResData.iPjNum = 0");
+  std::thread([&rig] { rig.library.Notify(2005); }).join();
+  rig.search.Poll();
+  EXPECT_FALSE(rig.search.IsRunning()) << "without a window there is nothing to wait for";
+  std::memset(&rig.library.result, 0xEE, sizeof rig.library.result);
+  const std::vector<FoundProjector> expected{
+      {"127.0.0.2", "Left", true}, {"10.20.30.40", "", false}, {"255.254.0.9", "Right", true}};
+  EXPECT_EQ(rig.search.Found(), expected);
+  EXPECT_EQ(rig.search.Diagnosis(),
+            "csResData.iPjNum = 3\r\n"
+            "csResData.PJData(0).bSelectable = 1\r\ncsResData.PJData(0).ucIP        = 127.0.0.2\r\n"
+            "csResData.PJData(1).bSelectable = 0\r\n"
+            "csResData.PJData(1).ucIP        = 10.20.30.40\r\n"
+            "csResData.PJData(2).bSelectable = 1\r\n"
+            "csResData.PJData(2).ucIP        = 255.254.0.9");
+}
+
+TEST(ProjectorSearch, StaysWithinARecordThatIsNonsense) {
+  struct Row {
+    std::int32_t count;
+    std::size_t entries;
+  };
+  for (const Row& row : {Row{1000000, 64}, Row{65, 64}, Row{-1, 0}}) {
+    SearchRig rig;
+    std::memset(&rig.library.result, 0x41, sizeof rig.library.result);
+    rig.library.result.iPjNum = row.count;
+    ASSERT_TRUE(rig.search.Start());
+    rig.library.Notify(2000, 64);
+    rig.search.Poll();
+    ASSERT_EQ(rig.search.Found().size(), row.entries);
+    if (row.entries > 0) {
+      EXPECT_EQ(rig.search.Found()[63].Name, std::string(32, 'A'));
+    }
+    EXPECT_EQ(rig.global.Settings.IPAddress, "192.168.10.10");
+    EXPECT_EQ(rig.display.Texts(), Calls{"[2] Wrong value."});
+  }
+}
+
+TEST(Beamseek, IsLoadedWithItsRequiredEntryPoints) {
+  BeamseekFunctions functions;
+  int code = 0;
+  const auto lacking = [&code](std::string_view missing) {
+    return
+        [&code, missing](const char* name) -> void* { return name == missing ? nullptr : &code; };
+  };
+  EXPECT_TRUE(BindBeamseek(lacking(""), functions));
+  EXPECT_TRUE(BindBeamseek(lacking("CS_GetPJList"), functions)) << "never called";
+  EXPECT_EQ(functions.CS_GetPJList, nullptr);
+  EXPECT_FALSE(BindBeamseek(lacking("ConnectSelectRestart"), functions));
+  const TempFolder folder;
+  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr);
+  folder.Write("Beamseek2.so", "no library");
+  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr);
+}
+
+}  // namespace
+}  // namespace warpline
