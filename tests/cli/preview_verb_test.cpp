@@ -49,7 +49,6 @@ TEST(PreviewVerb, SaysWhatIsWrong) {
   } cases[] = {
       {"no picture named", {"preview", file}, 2, "-o"},
       {"no correction", {"preview", (folder / "none.wlt").string(), "-o", picture}, 1, "o such"},
-      {"register file", {"preview", "a.wlr", "-o", picture}, 1, "register file"},
       {"folder is missing",
        {"preview", file, "-o", (folder / "none/out.svg").string()},
        1,
