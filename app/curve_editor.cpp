@@ -196,6 +196,10 @@ void CurveEditor::Deselect() {
   selected_.reset();
 }
 
+int CurveEditor::FewestPoints() const {
+  return std::min<int>(EntryAt(InterpolationIndex()).fewest_points, curve_.CorrePointNum);
+}
+
 void CurveEditor::Press(int x, int y) {
   Deselect();
   const std::vector<GraphPosition> positions = GraphPositions();

@@ -59,6 +59,10 @@ class CurveEditor {
   Axis EditedAxis() const { return axis_; }
   int InterpolationIndex() const { return curve_.CorreInterp - 1; }
 
+  // The lowest point count to offer: the interpolation's fewest, less when an imported curve has
+  // less.
+  int FewestPoints() const;
+
   // Whether there are changes that were not applied yet (the Apply button).
   bool Changed() const { return changed_; }
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <system_error>
 #include <utility>
 
 #include "app/correction_file.h"
+#include "app/save_name.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
 #include "core/fault.h"
@@ -22,11 +22,6 @@ bool HasRegisterFileName(const std::filesystem::path& path) {
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   return extension == ".WLR";
-}
-
-// "name" and "name.".
-bool LacksExtension(const std::filesystem::path& path) {
-  return path.extension().native().size() <= 1;
 }
 
 // The outer edge of the arithmetic: a fault ends the work and becomes the run-time error report.
@@ -172,7 +167,8 @@ void MainController::SetTestPattern(bool shown) {
 
 void MainController::Open() {
   if (ConfirmSaveChanges() == SaveAnswer::kAbort) return;
-  const std::filesystem::path path = view_.ChooseFileToOpen(DialogFolder());
+  const std::filesystem::path path =
+      view_.ChooseFileToOpen(DialogFolder(global_, application_data_));
   if (!path.empty()) OpenFile(path);
 }
 
@@ -207,17 +203,11 @@ bool MainController::SaveAs() {
   return HasRegisterFileName(path) ? SaveRegistersTo(path) : SaveTo(path);
 }
 
-// The dialog asks before an existing file is replaced, but only for the name that the user gave it.
-// When the completed name is taken, it is offered there, so that the question is asked about it.
 std::filesystem::path MainController::ChooseSaveName() {
-  std::filesystem::path path = view_.ChooseFileToSave(DialogFolder(), global_.CurrentFile);
-  std::error_code ignored;
-  while (!path.empty() && LacksExtension(path)) {
-    path.replace_extension(kTypeWlt);
-    if (!std::filesystem::exists(path, ignored)) break;
-    path = view_.ChooseFileToSave(DialogFolder(), path);
-  }
-  return path;
+  const std::filesystem::path folder = DialogFolder(global_, application_data_);
+  return warpline::ChooseSaveName(
+      [&](const std::filesystem::path& offered) { return view_.ChooseFileToSave(folder, offered); },
+      global_.CurrentFile, kTypeWlt);
 }
 
 bool MainController::SaveTo(const std::filesystem::path& path) {
@@ -257,11 +247,6 @@ bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
 
 void MainController::CurveChanged() {
   view_.ShowModel();
-}
-
-std::filesystem::path MainController::DialogFolder() const {
-  if (global_.CurrentFile.has_parent_path()) return global_.CurrentFile.parent_path();
-  return MakeDataFolder(application_data_);
 }
 
 void MainController::TakeSnapshot() {

@@ -129,7 +129,6 @@ class MainController {
   void OpenRegisterFile(const std::filesystem::path& path);
   void OpenCorrectionFile(const std::filesystem::path& path);
   std::filesystem::path ChooseSaveName();
-  std::filesystem::path DialogFolder() const;
   template <typename Command>
   void RunCommand(Command command);
   void ApplyInRealTime();

@@ -171,9 +171,9 @@ std::filesystem::path LSSmain::ChooseFileToSave(const std::filesystem::path& fol
 }
 
 // A question may be open already when the window system asks once more, and a command that is at
-// work still uses the window.
+// work, or a dialog that keeps the window disabled, still uses it.
 void LSSmain::OnClose(wxCloseEvent& event) {
-  if (event.CanVeto() && (closing_ || parts_.busy.IsBusy())) {
+  if (event.CanVeto() && (closing_ || parts_.busy.IsBusy() || !IsThisEnabled())) {
     event.Veto();
     return;
   }

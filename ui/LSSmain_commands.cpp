@@ -71,8 +71,8 @@ void LSSmain::Run(std::string_view name) {
 
 void LSSmain::EditCurve() {
   if (!EditorAvailable()) return;
-  parts_.dialogs.curve_editor(this, AxisOfGroup(controller_.Group()));
-  controller_.CurveChanged();
+  parts_.dialogs.curve_editor(this, AxisOfGroup(controller_.Group()),
+                              [this] { controller_.CurveChanged(); });
 }
 
 void LSSmain::OpenSettings() {

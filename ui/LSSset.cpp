@@ -33,35 +33,108 @@ bool IsAddressKey(const wxKeyEvent& event) {
   return key < WXK_DELETE && IsAddressCharacter(static_cast<char>(key));
 }
 
-// One device after the other: its option button in a line of its own, its fields indented below.
-class DeviceBlock {
- public:
-  DeviceBlock(wxWindow* parent, wxRadioButton* option)
-      : parent_(parent), fields_(new wxFlexGridSizer(2, wxSize(WideGap(parent), Gap(parent)))) {
-    fields_->AddGrowableCol(1);
-    column_->Add(option);
-    column_->Add(fields_,
-                 wxSizerFlags().Expand().Border(wxLEFT, 2 * WideGap(parent)).Border(wxTOP, 0));
-  }
-
-  void Add(wxStaticText* caption, wxWindow* field) {
-    fields_->Add(caption, AtCentre());
-    fields_->Add(field, wxSizerFlags().Expand());
-  }
-
-  wxSizer* Sizer() const { return column_; }
-
- private:
-  wxWindow* parent_;
-  wxFlexGridSizer* fields_;
-  wxBoxSizer* column_ = new wxBoxSizer(wxVERTICAL);
-};
-
 }  // namespace
 
 LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
     : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE, "LSSset"),
       global_(global),
-      messages_(messages) {}
+      messages_(messages) {
+  auto* all = new wxBoxSizer(wxVERTICAL);
+  all->Add(CreateFields(), wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
+  const DialogButtons buttons = CreateDialogButtons(DialogControls(this, global), false);
+  all->Add(LayDialogButtons(this, buttons),
+           wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
+  buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
+  BindControls();
+  Fill(CommunicationEntryOf(global.Settings));
+  SetSizerAndFit(all);
+  CentreOnParent();
+}
+
+// The option buttons come first in tab order: one group has to be created in one go.
+wxSizer* LSSset::CreateFields() {
+  auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global_, kDevices));
+  wxWindow* box = frame->GetStaticBox();
+  const DialogControls make(box, global_);
+  devices_ = {make.RadioButton("com_option", kSerialCaption, true),
+              make.RadioButton("lan_option", kLanCaption, false),
+              make.RadioButton("usb_option", kUsbCaption, false)};
+  auto* grid = new wxFlexGridSizer(3, wxSize(WideGap(this), Gap(this)));
+  grid->AddGrowableCol(2);
+  const auto add_row = [&](wxWindow* option, int device, int caption, wxWindow* field) {
+    wxWindow* text = make.Caption(caption);
+    std::vector<wxWindow*>& fields = fields_.at(static_cast<std::size_t>(device));
+    fields.insert(fields.end(), {text, field});
+    if (option != nullptr) {
+      grid->Add(option, AtCentre());
+    } else {
+      grid->AddSpacer(0);
+    }
+    grid->Add(text, AtCentre());
+    grid->Add(field, wxSizerFlags().Expand());
+  };
+  com_port_ = make.Choice("Combo1", kPort, kComPortNames);
+  add_row(devices_[kSerial], kSerial, kPort, com_port_);
+  com_speed_ = make.Choice("Combo2", kSpeed, kComSpeedNames);
+  add_row(nullptr, kSerial, kSpeed, com_speed_);
+  address_ = new wxTextCtrl(box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, 0,
+                            wxDefaultValidator, "Text1");
+  address_->SetMinSize(
+      wxSize(address_->GetSizeFromTextSize(address_->GetTextExtent(kWidestAddress).x).x, -1));
+  add_row(devices_[kLan], kLan, kAddress, address_);
+  usb_port_ = make.Choice("Combo3", kUsbPort, kUsbPortNames);
+  add_row(devices_[kUsb], kUsb, kUsbPort, usb_port_);
+  frame->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
+  return frame;
+}
+
+void LSSset::BindControls() {
+  for (int device = 0; device < kDeviceCount; ++device) {
+    devices_[static_cast<std::size_t>(device)]->Bind(
+        wxEVT_RADIOBUTTON, [this, device](wxCommandEvent&) { SelectDevice(device); });
+  }
+  address_->Bind(wxEVT_CHAR, &LSSset::OnAddressKey, this);
+}
+
+void LSSset::Fill(const CommunicationEntry& entry) {
+  devices_.at(static_cast<std::size_t>(entry.ConnectDevice))->SetValue(true);
+  SelectDevice(entry.ConnectDevice);
+  com_port_->SetSelection(entry.ComPort);
+  com_speed_->SetSelection(entry.ComSpeed);
+  address_->ChangeValue(WxText(entry.IPAddress));
+  usb_port_->SetSelection(entry.USBPort);
+}
+
+void LSSset::SelectDevice(int device) {
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    for (wxWindow* field : fields_[i]) field->Enable(static_cast<int>(i) == device);
+  }
+}
+
+CommunicationEntry LSSset::Entry() const {
+  CommunicationEntry entry;
+  for (std::int16_t device = 0; device < kDeviceCount; ++device) {
+    if (devices_[static_cast<std::size_t>(device)]->GetValue()) entry.ConnectDevice = device;
+  }
+  entry.ComPort = static_cast<std::int16_t>(com_port_->GetSelection());
+  entry.ComSpeed = static_cast<std::int16_t>(com_speed_->GetSelection());
+  entry.IPAddress = address_->GetValue().utf8_string();
+  entry.USBPort = static_cast<std::int16_t>(usb_port_->GetSelection());
+  return entry;
+}
+
+void LSSset::OnAddressKey(wxKeyEvent& event) {
+  if (IsAddressKey(event)) event.Skip();
+}
+
+void LSSset::Confirm() {
+  if (StoreCommunication(Entry(), global_.Settings, messages_)) {
+    EndDialog(wxID_OK);
+    return;
+  }
+  address_->SetFocus();
+  address_->SelectAll();
+}
+
 }  // namespace warpline

@@ -25,8 +25,8 @@ class LSSset : public wxDialog {
  private:
   static constexpr int kDeviceCount = 3;
 
-  void Create();
-  void Bind();
+  wxSizer* CreateFields();
+  void BindControls();
   void Fill(const CommunicationEntry& entry);
   void SelectDevice(int device);
   CommunicationEntry Entry() const;

@@ -30,7 +30,8 @@ LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
   });
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(list_, wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
-  all->Add(LayDialogButtons(this, buttons), wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
+  all->Add(LayDialogButtons(this, buttons),
+           wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   SetSizerAndFit(all);
   CentreOnParent();
   list_->SetFocus();

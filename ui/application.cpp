@@ -11,6 +11,7 @@
 #include "app/startup.h"
 #include "core/system.h"
 #include "ui/layout.h"
+#include "ui/open_dialogs.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
 
@@ -33,7 +34,10 @@ wxPoint DefaultPosition() {
 
 Application::Run::Run()
     : link(global, messages, busy, BeamlinkFromProgramFolder()),
-      commands(global, link, messages, busy) {}
+      commands(global, link, messages, busy),
+      dialogs(CreateMainDialogs({global, files, commands, messages, display, busy,
+                                 BeamseekFromProgramFolder(), SystemFileChoosers(global, kTypeWls),
+                                 ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor})) {}
 
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
@@ -70,7 +74,7 @@ void Application::PrepareState() {
 
 void Application::ShowMainWindow() {
   auto* window = new LSSmain({run_->global, run_->files, run_->commands, run_->messages, run_->busy,
-                              SystemFileChoosers(run_->global, kTypeWlt), MainDialogs{},
+                              SystemFileChoosers(run_->global, kTypeWlt), run_->dialogs,
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
   SetTopWindow(window);
   window->ShowFirst();

@@ -35,6 +35,7 @@ class Application : public wxApp {
     LSSfile files{global, messages};
     ProjectorLink link;
     ProjectorCommands commands;
+    MainDialogs dialogs;
   };
 
   bool AnotherInstanceRuns();

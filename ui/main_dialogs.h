@@ -4,17 +4,20 @@
 
 #include "core/correction.h"
 
-class wxWindow;
+class wxTopLevelWindow;
 
 // The dialogs that the main window opens. An empty function keeps its command unavailable.
 
 namespace warpline {
 
 struct MainDialogs {
-  std::function<void(wxWindow* owner, Axis axis)> curve_editor;  // corre_edit
-  std::function<void(wxWindow* owner)> communication_settings;   // menu_opt_setting, detailed mode
-  std::function<void(wxWindow* owner)> projector_search;         // menu_opt_setting, simple mode
-  std::function<void(wxWindow* owner)> projector_mode;           // menu_opt_pjmode
+  // corre_edit; applied is called whenever the live curve of the axis has changed
+  std::function<void(wxTopLevelWindow* owner, Axis axis, const std::function<void()>& applied)>
+      curve_editor;
+  // menu_opt_setting in detailed mode, and in simple mode
+  std::function<void(wxTopLevelWindow* owner)> communication_settings;
+  std::function<void(wxTopLevelWindow* owner)> projector_search;
+  std::function<void(wxTopLevelWindow* owner)> projector_mode;  // menu_opt_pjmode
 };
 
 }  // namespace warpline

@@ -12,7 +12,7 @@ TEST(MainControls, GroupsShowTheirRowsAndExtras) {
   rig.H() = {40, -10, 7, 8, -9, 1};
   rig.V() = {0, 5, -70, -80, 90, 0};
   rig.global.Correction.ScreenType = kOtherScreens;
-  rig.dialogs.curve_editor = [](wxWindow*, Axis) {};
+  rig.dialogs.curve_editor = [](wxWindow*, Axis, const std::function<void()>&) {};
   rig.Open();
   const struct {
     int group;
@@ -196,7 +196,9 @@ TEST(MainControls, ScreenTypeAsksClearsAndInitializes) {
 TEST(MainControls, CurveEditorOpensForTheAxisShown) {
   WindowRig rig;
   std::vector<Axis> opened;
-  rig.dialogs.curve_editor = [&opened](wxWindow*, Axis axis) { opened.push_back(axis); };
+  rig.dialogs.curve_editor = [&opened](wxWindow*, Axis axis, const std::function<void()>&) {
+    opened.push_back(axis);
+  };
   rig.Open();
   EXPECT_FALSE(rig.Enabled("corre_edit")) << "the other screen types have fixed curves";
   rig.Choose("scr_select", kOtherScreens);

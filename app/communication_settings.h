@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "core/messages.h"
+#include "core/settings.h"
+
+// What the communication settings dialog edits and decides, without its window.
+
+namespace warpline {
+
+inline constexpr int kMsgAddressInvalid = 162;
+
+// The entries of the dialog's lists, in the order of the stored indices.
+inline constexpr std::array<const char*, 8> kComPortNames{"COM1", "COM2", "COM3", "COM4",
+                                                          "COM5", "COM6", "COM7", "COM8"};
+inline constexpr std::array<const char*, 4> kComSpeedNames{"4800", "9600", "19200", "38400"};
+inline constexpr std::array<const char*, 8> kUsbPortNames{"USB1", "USB2", "USB3", "USB4",
+                                                          "USB5", "USB6", "USB7", "USB8"};
+
+// The fields of the settings record that the dialog shows, as it holds them until it is confirmed.
+struct CommunicationEntry {
+  std::int16_t ConnectDevice = kLan;
+  std::int16_t ComPort = 0;
+  std::int16_t ComSpeed = 0;
+  std::string IPAddress;
+  std::int16_t USBPort = 0;
+
+  bool operator==(const CommunicationEntry&) const = default;
+};
+
+CommunicationEntry CommunicationEntryOf(const Settings& settings);
+
+// Puts all fields into the settings. False, with the message shown and nothing stored, when the
+// connection is by LAN and the address is none that a projector can have.
+bool StoreCommunication(const CommunicationEntry& entry, Settings& settings,
+                        const Messages& messages);
+
+}  // namespace warpline

@@ -1,0 +1,75 @@
+#include "ui/LSSapmode.h"
+
+#include <wx/statbox.h>
+
+#include <cstddef>
+
+#include "ui/dialog_controls.h"
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+enum ModeCaption : int { kTitle = 21, kFrame = 38, kFirstMode = 39 };
+
+}  // namespace
+
+LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorCommands& commands,
+                     WindowBusy& busy)
+    : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE, "LSSapmode"),
+      choice_(global, commands),
+      owner_(owner),
+      busy_(busy) {
+  auto* all = new wxBoxSizer(wxVERTICAL);
+  all->Add(CreateOptions(global), wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
+  const DialogButtons buttons = CreateDialogButtons(DialogControls(this, global), true);
+  apply_ = buttons.apply;
+  all->Add(LayDialogButtons(this, buttons),
+           wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
+  apply_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Apply(); });
+  buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+    Apply();
+    EndDialog(wxID_OK);
+  });
+  ShowPending();
+  SetSizerAndFit(all);
+  CentreOnParent();
+  busy_.Attach(this);
+}
+
+LSSapmode::~LSSapmode() {
+  busy_.Attach(owner_);
+}
+
+wxSizer* LSSapmode::CreateOptions(const LSSglobal& global) {
+  auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global, kFrame));
+  const DialogControls make(frame->GetStaticBox(), global);
+  for (int mode = 0; mode < kProjectorModeCount; ++mode) {
+    auto* option =
+        make.RadioButton(wxString::Format("Option1%d", mode), kFirstMode + mode, mode == 0);
+    option->Bind(wxEVT_RADIOBUTTON, [this, mode](wxCommandEvent&) { Choose(mode); });
+    frame->Add(option, wxSizerFlags().Border(wxALL, Gap(this)));
+    options_[static_cast<std::size_t>(mode)] = option;
+  }
+  frame->AddSpacer(Gap(this));
+  options_.at(static_cast<std::size_t>(choice_.Chosen()))->SetValue(true);
+  return frame;
+}
+
+void LSSapmode::Choose(int mode) {
+  choice_.Choose(static_cast<std::int16_t>(mode));
+  ShowPending();
+}
+
+void LSSapmode::Apply() {
+  choice_.Apply();
+  ShowPending();
+}
+
+void LSSapmode::ShowPending() {
+  apply_->Enable(choice_.Pending());
+}
+
+}  // namespace warpline
