@@ -46,7 +46,9 @@ BeamlinkResult Caller::Resynchronize(Clock::time_point deadline) {
     if (ReadMore(received, Until(deadline)).Status == ChannelStatus::kClosed) {
       return kBeamlinkReceiveError;
     }
-    if (!std::ranges::search(received, expected).empty()) return kBeamlinkOk;
+    const auto found =
+        std::search(received.begin(), received.end(), expected.begin(), expected.end());
+    if (found != received.end()) return kBeamlinkOk;
     const std::size_t kept = std::min(received.size(), expected.size() - 1);
     received.erase(received.begin(), received.end() - static_cast<std::ptrdiff_t>(kept));
   }
@@ -86,7 +88,7 @@ ReadResult Caller::ReadMore(Bytes& received, milliseconds time_out) {
 
 // Bounded, so that a peer that never stops sending cannot hold the caller here.
 void Caller::Drain() {
-  static constexpr std::size_t kEnough = 64 * 1024;
+  static constexpr std::size_t kEnough = 65536;
   Bytes dropped;
   while (!closed_ && dropped.size() < kEnough &&
          ReadMore(dropped, milliseconds(0)).Status == ChannelStatus::kOk) {

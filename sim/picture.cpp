@@ -58,7 +58,8 @@ Colour PatternAt(double dx, double dy, double w, double h) {
 
 void PutPixel(RgbImage& image, std::size_t pixel, const Colour& colour) {
   for (std::size_t i = 0; i < 3; ++i) {
-    image.Pixels[pixel * 3 + i] = static_cast<std::uint8_t>(colour[i] + 0.5);
+    const int doubled = static_cast<int>(2 * colour[i]);  // rounds without a library call
+    image.Pixels[pixel * 3 + i] = static_cast<std::uint8_t>((doubled + 1) / 2);
   }
 }
 

@@ -14,6 +14,7 @@ namespace warpline::sim {
 // A caller waits while this runs, so speed counts for more than the last tenth of the size: a quick
 // search, and one filter (each byte less its left neighbour) instead of the best of five per row.
 std::optional<std::string> PngOf(const RgbImage& image) {
+  if (image.Width < 1 || image.Height < 1) return std::nullopt;
   stbi_write_png_compression_level = 5;
   stbi_write_force_png_filter = 1;
   std::string bytes;

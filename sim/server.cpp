@@ -44,8 +44,9 @@ void Server::AcceptLinks() {
     if (!channel || links_.size() >= kMaxLinks) continue;
     Link& link = links_.emplace_back();
     link.channel = std::move(channel);
-    link.thread = std::thread([this, &link] {
-      ServeLink(*link.channel);
+    // Numbered here and not by the link's own thread, so that the newest is the last accepted one.
+    link.thread = std::thread([this, &link, number = station_.OpenLink()] {
+      ServeLink(*link.channel, number);
       link.channel.reset();
       link.done = true;
     });
@@ -62,12 +63,11 @@ void Server::JoinEnded() {
 
 void Server::ServeSerial() {
   while (!stopping_) {
-    if (terminal_->WaitForPeer(kStopCheckMs)) ServeLink(terminal_->Line());
+    if (terminal_->WaitForPeer(kStopCheckMs)) ServeLink(terminal_->Line(), station_.OpenLink());
   }
 }
 
-void Server::ServeLink(Channel& channel) {
-  const int link = station_.OpenLink();
+void Server::ServeLink(Channel& channel, int link) {
   FrameReader reader;
   std::array<std::uint8_t, 4096> buffer{};
   Clock::time_point last_byte = Clock::now();

@@ -47,7 +47,7 @@ class Server {
 
   void AcceptLinks();
   void ServeSerial();
-  void ServeLink(Channel& channel);
+  void ServeLink(Channel& channel, int link);
   bool AnswerFrames(Channel& channel, int link, FrameReader& reader);
   bool Deliver(Channel& channel, const Outgoing& outgoing);
   bool Pause(milliseconds time);
