@@ -92,12 +92,14 @@ WARPLINE_BEAMSEEK_REQUIRED(WARPLINE_DECLARE_TYPE)
 
 // The loaded library. The required pointers are never null; the declared ones may be.
 struct BeamseekFunctions {
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is the name of a member
 #define WARPLINE_DECLARE_POINTER(name, parameters) name##Function* name = nullptr;
   WARPLINE_BEAMSEEK_REQUIRED(WARPLINE_DECLARE_POINTER)
 #undef WARPLINE_DECLARE_POINTER
 #define WARPLINE_DECLARE_ADDRESS(name) void* name = nullptr;
   WARPLINE_BEAMSEEK_DECLARED(WARPLINE_DECLARE_ADDRESS)
 #undef WARPLINE_DECLARE_ADDRESS
+  // NOLINTEND(bugprone-macro-parentheses)
 };
 
 }  // namespace warpline

@@ -183,6 +183,7 @@ std::vector<DiscoveredProjector> DiscoverProjectors(const DiscoveryRange& range,
     if (answer) answers.emplace(from.Address, *answer);
   }
   std::vector<DiscoveredProjector> found;
+  found.reserve(answers.size());
   for (const auto& [address, answer] : answers) found.push_back({address, answer});
   return found;
 }

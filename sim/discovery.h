@@ -80,7 +80,7 @@ struct DiscoveryRange {
   std::uint32_t First = 0x7F000001;  // 127.0.0.1, host byte order
   std::uint32_t Count = 16;
   std::uint16_t Port = kDiscoveryPort;
-  milliseconds Time{300};  // at most; less when all have answered
+  milliseconds Time{500};  // at most; less when all have answered
 };
 
 struct DiscoveredProjector {

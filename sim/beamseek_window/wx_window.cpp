@@ -86,6 +86,7 @@ class SelectionDialog : public wxDialog {
     found_ = {};
     list_->DeleteAllItems();
     state_->SetLabel(Text(texts_.Searching));
+    list_->SetFocus();
     again_->Disable();
     ShowChoice();
     timer_.Start(kLookMilliseconds);

@@ -52,7 +52,7 @@ TEST_F(SearchVerbTest, SaysWhenNothingAnswers) {
   const CliResult result = RunCli({"search"});
   EXPECT_EQ(result.exit_code, 1) << result;
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "warpline: No projector was found.\n");
+  EXPECT_EQ(result.err, "No projector was found.\n");
 }
 
 }  // namespace

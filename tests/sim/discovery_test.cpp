@@ -1,0 +1,195 @@
+#include "sim/discovery.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <thread>
+
+#include "sim/discovery_os.h"
+#include "sim/projector_options.h"
+#include "sim/server.h"
+#include "tests/sim/hex.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr std::uint32_t kFirst = 0x7F000001;  // 127.0.0.1
+constexpr std::uint32_t kNumber = 0x12345678;
+const std::atomic<bool> kNeverStop{false};
+
+const DiscoveryAnswer kLeft{7142, 5, 1, true, "Left wall"};
+constexpr const char* kLeftHex = "574C44410178563412E61B050101094C6566742077616C6C";
+
+TEST(Discovery, DatagramsAreTheseBytes) {
+  EXPECT_EQ(ToHex(MakeQuestion(kNumber)), "574C44510178563412");
+  EXPECT_EQ(ToHex(MakeAnswer(kNumber, kLeft)), kLeftHex);
+  EXPECT_EQ(ParseQuestion(FromHex("574C44510178563412")), kNumber);
+  EXPECT_EQ(ParseAnswer(FromHex(kLeftHex), kNumber), kLeft);
+  const DiscoveryAnswer nameless{65535, 255, 0, false, ""};
+  EXPECT_EQ(ParseAnswer(MakeAnswer(0, nameless), 0), nameless);
+  const Bytes odd = MakeAnswer(1, {1, 1, 1, true, "\x07\xE5" + std::string(40, 'n')});
+  EXPECT_EQ(ParseAnswer(odd, 1)->Name, "??" + std::string(29, 'n'));
+}
+
+TEST(Discovery, RefusesWhatHasAnotherShape) {
+  struct Row {
+    const char* name;
+    const char* hex;
+  };
+  const Row rows[] = {
+      {"nothing", ""},
+      {"one byte", "57"},
+      {"head alone", "574C4441"},
+      {"other mark", "574C44420178563412E61B05010100"},
+      {"other version", "574C44410278563412E61B05010100"},
+      {"other number", "574C44410178563413E61B05010100"},
+      {"selectable 2", "574C44410178563412E61B05010200"},
+      {"cut before the name's length", "574C44410178563412E61B050101"},
+      {"name missing", "574C44410178563412E61B05010105"},
+      {"name short", "574C44410178563412E61B050101024C"},
+      {"name long", "574C44410178563412E61B050101014C4C"},
+      {"control character", "574C44410178563412E61B0501010109"},
+      {"no ASCII", "574C44410178563412E61B05010101E5"},
+      {"name of 255", "574C44410178563412E61B050101FF4C"},
+  };
+  for (const Row& row : rows) {
+    const Bytes datagram = FromHex(row.hex);
+    EXPECT_EQ(ParseAnswer(datagram, kNumber), std::nullopt) << row.name;
+    EXPECT_EQ(ParseQuestion(datagram), std::nullopt) << row.name;
+  }
+  EXPECT_EQ(ParseQuestion(FromHex("574C4451017856341200")), std::nullopt) << "too long";
+  EXPECT_EQ(ParseQuestion(FromHex("574C44510078563412")), std::nullopt) << "version";
+}
+
+// A socket of a test, at a loopback address.
+class RawSocket {
+ public:
+  explicit RawSocket(const Endpoint& place)
+      : handle_(StartSockets() ? NewDatagramSocket() : kNoSocket) {
+    EXPECT_TRUE(BindDatagramSocket(handle_, place)) << TextOf(place);
+  }
+  ~RawSocket() { CloseSocket(handle_); }
+  RawSocket(const RawSocket&) = delete;
+  RawSocket& operator=(const RawSocket&) = delete;
+
+  std::uint16_t Port() const { return BoundPort(handle_); }
+
+  void Send(ByteView datagram, const Endpoint& to) { SendDatagram(handle_, datagram, to); }
+
+  // The next datagram; empty when none comes.
+  Bytes Receive(Endpoint& from) {
+    Bytes buffer(2048);
+    if (WaitForSocket(handle_, Direction::kRead, milliseconds(5000)) != WaitStatus::kReady) {
+      return {};
+    }
+    const std::ptrdiff_t size = ReceiveDatagram(handle_, buffer, from);
+    buffer.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return buffer;
+  }
+
+ private:
+  SocketHandle handle_;
+};
+
+// A projector that serves a LAN port of an address and answers searches there.
+class FoundProjectorServer {
+ public:
+  FoundProjectorServer(std::uint32_t address, std::uint16_t discovery_port, int model_class) {
+    setup_.Projector.ModelClass = model_class;
+    std::string reason;
+    EXPECT_TRUE(server_.Listen({address, 0}, reason)) << reason;
+    responder_ = DiscoveryResponder::Open({address, discovery_port},
+                                          AnswerOf(setup_.Projector, server_.Where()));
+    EXPECT_TRUE(responder_);
+  }
+  std::uint16_t DiscoveryPort() const { return responder_->Where().Port; }
+  std::uint16_t LanPort() const { return server_.Where().Port; }
+
+ private:
+  StationSetup setup_;
+  Station station_{setup_};
+  Server server_{station_};
+  std::unique_ptr<DiscoveryResponder> responder_;
+};
+
+TEST(Discovery, FindsTheProjectorsOfTheRange) {
+  const FoundProjectorServer second(kFirst + 1, 0, 5);
+  const std::uint16_t port = second.DiscoveryPort();
+  const FoundProjectorServer third(kFirst + 2, port, 1);
+  const FoundProjectorServer beyond(kFirst + 3, port, 5);
+  const auto name = [](const char* address, std::uint16_t lan_port) {
+    return std::string("Projector ") + address + ":" + std::to_string(lan_port);
+  };
+  const std::vector<DiscoveredProjector> expected{
+      {kFirst + 1, {second.LanPort(), 5, 1, true, name("127.0.0.2", second.LanPort())}},
+      {kFirst + 2, {third.LanPort(), 1, 1, false, name("127.0.0.3", third.LanPort())}}};
+  const DiscoveryRange range{kFirst + 1, 2, port, milliseconds(600'000)};
+  EXPECT_EQ(DiscoverProjectors(range, kNeverStop), expected) << "ends when all have answered";
+  EXPECT_EQ(DiscoveryResponder::Open({kFirst + 1, port}, {}), nullptr) << "taken";
+  const std::atomic<bool> stop{true};
+  EXPECT_TRUE(DiscoverProjectors(range, stop).empty());
+}
+
+TEST(Discovery, IgnoresHostileAnswers) {
+  RawSocket inside({kFirst + 1, 0});
+  RawSocket last({kFirst + 2, inside.Port()});
+  RawSocket outside({kFirst + 99, inside.Port()});
+  RawSocket liar({kFirst + 1, 0});
+  const DiscoveryRange range{kFirst + 1, 2, inside.Port(), milliseconds(600'000)};
+  std::vector<DiscoveredProjector> found;
+  std::jthread asking([&] { found = DiscoverProjectors(range, kNeverStop); });
+  Endpoint asker;
+  const std::optional<std::uint32_t> number = ParseQuestion(inside.Receive(asker));
+  ASSERT_TRUE(number);
+  liar.Send(MakeAnswer(*number, kLeft), asker);        // from another port
+  outside.Send(MakeAnswer(*number, kLeft), asker);     // from an address that was not asked
+  inside.Send(MakeAnswer(*number + 1, kLeft), asker);  // to another question
+  inside.Send(MakeQuestion(*number), asker);
+  inside.Send({}, asker);
+  inside.Send(Bytes(1500, 0x57), asker);
+  Bytes padded = MakeAnswer(*number, kLeft);
+  padded.resize(1500);
+  inside.Send(padded, asker);
+  inside.Send(MakeAnswer(*number, {7142, 5, 1, true, "First"}), asker);
+  inside.Send(MakeAnswer(*number, {7142, 5, 1, true, "Second"}), asker);
+  last.Send(MakeAnswer(*number, {7142, 5, 1, true, "Last"}), asker);
+  asking.join();
+  ASSERT_EQ(found.size(), 2U) << "one address is one projector";
+  EXPECT_EQ(found[0].Answer.Name, "First");
+  EXPECT_EQ(found[1].Answer.Name, "Last");
+}
+
+TEST(Discovery, AnswersOnAfterHostileQuestions) {
+  const auto responder = DiscoveryResponder::Open({kFirst + 1, 0}, kLeft);
+  ASSERT_TRUE(responder);
+  RawSocket asker({kFirst, 0});
+  for (const char* hex : {"", "00", "574C4451", "574C445101785634", "574C4451017856341200"}) {
+    asker.Send(FromHex(hex), responder->Where());
+  }
+  asker.Send(Bytes(8000, 0x57), responder->Where());
+  asker.Send(MakeQuestion(kNumber), responder->Where());
+  Endpoint from;
+  EXPECT_EQ(ToHex(asker.Receive(from)), kLeftHex) << "the first answer";
+  EXPECT_EQ(TextOf(from), TextOf(responder->Where()));
+}
+
+TEST(Discovery, CanBeSwitchedOff) {
+  struct Row {
+    std::vector<std::string> words;
+    bool answers;
+  };
+  const Row rows[] = {{{}, true},
+                      {{"--listen", "127.0.0.2:0"}, true},
+                      {{"--no-discovery"}, false},
+                      {{"--usb", "3"}, false}};
+  for (const Row& row : rows) {
+    std::ostringstream out;
+    int exit_code = 0;
+    const auto options = ParseProjectorOptions(row.words, out, out, exit_code);
+    ASSERT_TRUE(options) << out.str();
+    EXPECT_EQ(options->Discovery, row.answers);
+  }
+}
+
+}  // namespace
+}  // namespace warpline::sim
