@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "core/system.h"
-#include "link/beamseek_loader.h"
+#include "link/library_loader.h"
 #include "tests/support/fake_beamseek.h"
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
@@ -229,10 +229,10 @@ TEST(Beamseek, IsLoadedWithItsRequiredEntryPoints) {
     return
         [&code, missing](const char* name) -> void* { return name == missing ? nullptr : &code; };
   };
-  EXPECT_TRUE(BindBeamseek(lacking(""), functions));
-  EXPECT_TRUE(BindBeamseek(lacking("CS_GetPJList"), functions)) << "never called";
+  EXPECT_TRUE(BindEntryPoints(lacking(""), functions));
+  EXPECT_TRUE(BindEntryPoints(lacking("CS_GetPJList"), functions)) << "never called";
   EXPECT_EQ(functions.CS_GetPJList, nullptr);
-  EXPECT_FALSE(BindBeamseek(lacking("ConnectSelectRestart"), functions));
+  EXPECT_FALSE(BindEntryPoints(lacking("ConnectSelectRestart"), functions));
   const TempFolder folder;
   EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr);
   folder.Write("Beamseek2.so", "no library");

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/system.h"
-#include "link/beamlink_loader.h"
+#include "link/library_loader.h"
 #include "model/registers.h"
 #include "tests/support/link_rig.h"
 #include "tests/support/projector_server.h"

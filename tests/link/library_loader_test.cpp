@@ -1,4 +1,4 @@
-#include "link/beamlink_loader.h"
+#include "link/library_loader.h"
 
 #include <gtest/gtest.h>
 
@@ -20,11 +20,11 @@ SymbolLookup AllBut(std::string_view missing) {
 
 TEST(BeamlinkLoader, EveryRequiredEntryIsAskedFor) {
   BeamlinkFunctions functions;
-  EXPECT_TRUE(BindBeamlink(AllBut(""), functions));
+  EXPECT_TRUE(BindEntryPoints(AllBut(""), functions));
   for (const char* name :
        {"PJCommDevOpen", "PJCommDevClose", "PJCommDevSetAckTimeout", "PJGetRunningStatus",
         "PJAnyCommand", "PJGetStatus", "PJSetInput", "PJGetPcViewerInformation"}) {
-    EXPECT_FALSE(BindBeamlink(AllBut(name), functions)) << name;
+    EXPECT_FALSE(BindEntryPoints(AllBut(name), functions)) << name;
   }
 }
 
@@ -35,7 +35,7 @@ TEST(BeamlinkLoader, EntriesThatAreNeverCalledMayBeMissing) {
         "PJSetLogo", "PJCommDevGetLastError", "PJCommDevCheckOpenStatus", "PJGetFunctionResult",
         "USBStart", "USBConnectPjGet", "USBConnectPjChangeCheck", "USBConnectPjUpdate"}) {
     BeamlinkFunctions functions;
-    EXPECT_TRUE(BindBeamlink(AllBut(name), functions)) << name;
+    EXPECT_TRUE(BindEntryPoints(AllBut(name), functions)) << name;
   }
 }
 
