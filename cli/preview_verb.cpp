@@ -18,7 +18,7 @@ int RunPreview(const VerbInput& input, Session& session) {
     const PreviewDrawing lines = DrawAuxLine();
     drawing.insert(drawing.end(), lines.begin(), lines.end());
   }
-  const std::error_code error = ReplaceFile(input.Path("-o"), PreviewSvg(drawing));
+  const std::error_code error = ReplaceFileContents(input.Path("-o"), PreviewSvg(drawing));
   if (error) session.messages.ShowSystemError(SystemErrorText(error));
   return error ? kExitFailed : kExitOk;
 }

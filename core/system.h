@@ -43,7 +43,7 @@ std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& by
 // Makes the file hold exactly these bytes: they are written beside it, flushed to disk and moved
 // into its place, so that whatever goes wrong the file is either the old one or the new one and no
 // other file stays behind.
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
+std::error_code ReplaceFileContents(const std::filesystem::path& path, std::string_view bytes);
 
 // Bytes that this user may still write in the folder that holds the path; a failure in error.
 std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error);

@@ -161,7 +161,7 @@ std::uint32_t FileAttributes(const std::filesystem::path& path) {
   return attributes;
 }
 
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code ReplaceFileContents(const std::filesystem::path& path, std::string_view bytes) {
   const std::filesystem::path folder =
       path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
   bool unsupported = false;

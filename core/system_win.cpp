@@ -10,8 +10,6 @@
 #include <memory>
 #include <random>
 
-// The system's macro of that name would rename our function in this file alone.
-#undef ReplaceFile
 #include "core/system.h"
 
 namespace warpline {
@@ -126,7 +124,7 @@ std::uint32_t FileAttributes(const std::filesystem::path& path) {
   return (found & kSame) | alias;
 }
 
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code ReplaceFileContents(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::path temporary;
   if (const std::error_code error = WriteTemporary(path, bytes, temporary)) return error;
   if (::MoveFileExW(temporary.c_str(), path.c_str(),

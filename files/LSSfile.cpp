@@ -62,7 +62,7 @@ bool LSSfile::SaveDataFile(const std::filesystem::path& path, std::string_view t
     messages_.ShowText(kMsgSaveFailed);
     return false;
   }
-  error = ReplaceFile(path, JoinLines(lines));
+  error = ReplaceFileContents(path, JoinLines(lines));
   return error ? RefuseForSystem(messages_, error) : true;
 }
 

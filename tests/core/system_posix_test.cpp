@@ -26,7 +26,7 @@ TEST(ReplaceFilePosix, KeepsTheModeOfTheOldFile) {
   const fs::path path = folder.Write("old.wlt", "old");
   for (const mode_t mode : {0640u, 0600u, 0664u}) {
     ASSERT_EQ(::chmod(path.c_str(), mode), 0);
-    ASSERT_EQ(ReplaceFile(path, "new"), std::error_code());
+    ASSERT_EQ(ReplaceFileContents(path, "new"), std::error_code());
     EXPECT_EQ(ModeOf(path), mode);
   }
 }
@@ -58,8 +58,8 @@ TEST(ReplaceFilePosix, WritingThatFailsHalfwayLeavesTheOldFile) {
   std::error_code fresh;
   {
     const FileSizeLimit limit(1000);
-    existing = ReplaceFile(path, std::string(2000, 'n'));
-    fresh = ReplaceFile(folder / "fresh.wlt", std::string(2000, 'n'));
+    existing = ReplaceFileContents(path, std::string(2000, 'n'));
+    fresh = ReplaceFileContents(folder / "fresh.wlt", std::string(2000, 'n'));
   }
   EXPECT_TRUE(existing);
   EXPECT_TRUE(fresh);

@@ -10,35 +10,36 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-TEST(ReplaceFile, WritesExactlyTheseBytesAndNoOtherFile) {
+TEST(ReplaceFileContents, WritesExactlyTheseBytesAndNoOtherFile) {
   const TempFolder folder;
   const std::string bytes("a\r\nb\0c\n\x1A\xE3", 9);
-  ASSERT_EQ(ReplaceFile(folder / "new.wlt", bytes), std::error_code());
+  ASSERT_EQ(ReplaceFileContents(folder / "new.wlt", bytes), std::error_code());
   EXPECT_EQ(TempFolder::Read(folder / "new.wlt"), bytes);
-  ASSERT_EQ(ReplaceFile(folder / "new.wlt", ""), std::error_code());
+  ASSERT_EQ(ReplaceFileContents(folder / "new.wlt", ""), std::error_code());
   EXPECT_EQ(fs::file_size(folder / "new.wlt"), 0u) << "nothing of the longer text stays";
   EXPECT_EQ(folder.Names(), (Names{"new.wlt"}));
 }
 
-TEST(ReplaceFile, TakesLongAndJapaneseNames) {
+TEST(ReplaceFileContents, TakesLongAndJapaneseNames) {
   const TempFolder folder;
   const Names names{std::string(251, 'n') + ".wlt", "曲面スクリーン.wlt"};
   for (const std::string& name : names) {
-    ASSERT_EQ(ReplaceFile(PathOf(Utf8Of(folder.Path()) + "/" + name), name), std::error_code());
+    ASSERT_EQ(ReplaceFileContents(PathOf(Utf8Of(folder.Path()) + "/" + name), name),
+              std::error_code());
     EXPECT_EQ(TempFolder::Read(folder.Path() / PathOf(name)), name);
   }
   EXPECT_EQ(folder.Names(), names);
 }
 
-TEST(ReplaceFile, FailsWithNothingBehind) {
+TEST(ReplaceFileContents, FailsWithNothingBehind) {
   const TempFolder folder;
   const fs::path occupied = folder / "occupied.wlt";
   fs::create_directory(occupied);
   const fs::path inner = folder.Write("occupied.wlt/old", "old");
-  EXPECT_TRUE(ReplaceFile(occupied, "new")) << "a folder stands in the way";
-  EXPECT_TRUE(ReplaceFile(folder / "missing" / "x.wlt", "new")) << "no such folder";
-  EXPECT_TRUE(ReplaceFile(inner / "x.wlt", "new")) << "a file is no folder";
-  EXPECT_TRUE(ReplaceFile(folder / std::string(300, 'n'), "new")) << "name too long";
+  EXPECT_TRUE(ReplaceFileContents(occupied, "new")) << "a folder stands in the way";
+  EXPECT_TRUE(ReplaceFileContents(folder / "missing" / "x.wlt", "new")) << "no such folder";
+  EXPECT_TRUE(ReplaceFileContents(inner / "x.wlt", "new")) << "a file is no folder";
+  EXPECT_TRUE(ReplaceFileContents(folder / std::string(300, 'n'), "new")) << "name too long";
   EXPECT_EQ(folder.Names(), (Names{"occupied.wlt"}));
   EXPECT_EQ(TempFolder::Read(inner), "old");
 }
