@@ -54,9 +54,8 @@ class AboutBox : public wxDialog {
   }
 
   wxStaticText* CreateText(const wxString& name, const wxString& text) {
-    auto* shown = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize, 0, name);
-    shown->Wrap(FromDIP(kTextWidth));
-    return shown;
+    return new wxStaticText(this, wxID_ANY, WrappedText(*this, text, FromDIP(kTextWidth)),
+                            wxDefaultPosition, wxDefaultSize, 0, name);
   }
 };
 

@@ -20,4 +20,40 @@ wxRect UsableScreen(const wxPoint& point) {
   return wxDisplay(static_cast<unsigned>(std::max(found, 0))).GetClientArea();
 }
 
+namespace {
+
+bool IsWide(wxUniChar c) {
+  return c >= 0x3000;
+}
+
+bool IsClosingMark(wxUniChar c) {
+  return wxString::FromUTF8("、。，．・：；？！）」』】〉》ー").Contains(c);
+}
+
+// Where a line that has become too long with its last character ends: behind a blank, or beside a
+// Japanese character; at its end when there is no such place.
+std::size_t BreakBefore(const wxString& line) {
+  for (std::size_t at = line.length() - 1; at > 0; --at) {
+    const wxUniChar next = line[at];
+    if (line[at - 1] == ' ') return at;
+    if ((IsWide(next) || IsWide(line[at - 1])) && !IsClosingMark(next)) return at;
+  }
+  return line.length();
+}
+
+}  // namespace
+
+wxString WrappedText(const wxWindow& window, const wxString& text, int width) {
+  wxString wrapped;
+  wxString line;
+  for (const wxUniChar c : text) {
+    line += c;
+    if (c == ' ' || window.GetTextExtent(line).x <= width) continue;
+    const std::size_t end = BreakBefore(line);
+    wrapped += line.Left(end).Trim() + "\n";
+    line = line.Mid(end);
+  }
+  return wrapped + line;
+}
+
 }  // namespace warpline

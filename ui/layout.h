@@ -2,6 +2,7 @@
 
 #include <wx/gdicmn.h>
 #include <wx/sizer.h>
+#include <wx/string.h>
 #include <wx/window.h>
 
 // Distances and flags that all windows share.
@@ -30,5 +31,9 @@ wxPoint HeldInside(const wxRect& area, wxPoint wanted, const wxSize& size);
 // The part of the screen that windows may use: that of the screen that holds the point, or of the
 // first one.
 wxRect UsableScreen(const wxPoint& point);
+
+// The text with line breaks, so that no line is wider than width in the window's font. Lines end at
+// blanks, and between any two Japanese characters except before a closing mark.
+wxString WrappedText(const wxWindow& window, const wxString& text, int width);
 
 }  // namespace warpline

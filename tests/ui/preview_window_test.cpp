@@ -150,6 +150,22 @@ TEST(Layout, WindowsAreHeldInsideTheScreen) {
   EXPECT_EQ(HeldInside(area, {50, 50}, wxSize(2000, 400)), wxPoint(0, 50));
 }
 
+TEST(Layout, LongTextsAreWrappedInBothLanguages) {
+  WindowRig rig;
+  const LSSmain& window = rig.Open();
+  constexpr int kDescription = 61;
+  for (const int identifier : {kDescription, kDescription + kEnglishOffset}) {
+    const wxString text = WxText(CatalogueText(identifier));
+    wxString lines = WrappedText(window, text, 200);
+    EXPECT_GT(lines.Freq('\n'), 2);
+    EXPECT_LE(window.GetTextExtent(lines.BeforeFirst('\n')).x, 200);
+    EXPECT_FALSE(lines.Contains(WxText("\n。")));
+    wxString joined = lines;
+    joined.Replace("\n", identifier == kDescription ? "" : " ");
+    EXPECT_EQ(joined, text) << "nothing is lost";
+  }
+}
+
 TEST(MainWindow, StartsInsideTheScreen) {
   WindowRig rig;
   rig.global.Settings.DialogPosX = -30000;
