@@ -13,6 +13,7 @@ namespace {
 constexpr int kWholeBlockClass = 3;
 constexpr int kStoreCommandClass = 5;
 constexpr int kHighestMode = 2;
+constexpr std::int32_t kFirstInput = 1;
 
 constexpr int kClearCommand = 0x00;
 constexpr int kShowCommand = 0x01;
@@ -48,7 +49,11 @@ bool RegistersFit(const RegisterSet& registers, PanelSize panel) {
 }
 
 SimulatedProjector::SimulatedProjector(const ProjectorSetup& setup, const RegisterSet& stored)
-    : setup_(setup), incoming_(NeutralRegisters(setup.Panel)), working_(stored), stored_(stored) {}
+    : setup_(setup),
+      incoming_(NeutralRegisters(setup.Panel)),
+      working_(stored),
+      stored_(stored),
+      input_(kFirstInput) {}
 
 // What each header means, and on which condition it is executed.
 struct SimulatedProjector::HeaderRow {
@@ -79,7 +84,7 @@ Bytes SimulatedProjector::HandleFrame(LinkMemory& link, ByteView frame) {
   if (!IsWholeFrame(frame)) return Answer(frame, {kRefused});
   const HeaderRow* row = FindHeader(frame);
   if (row == nullptr) return Answer(frame, {kNotSupported});
-  if (row->needs_power && setup_.PowerState == Power::kStandby) {
+  if (row->needs_power && setup_.PowerState != Power::kOn) {
     return Answer(frame, {kPowerOff, 0});
   }
   return (this->*row->handle)(link, frame);
@@ -89,6 +94,22 @@ Bytes SimulatedProjector::Refuse(ByteView frame) {
   if (frame.size() < 2) return {};
   ++counters_.Exchanges;
   return Answer(frame, {kRefused});
+}
+
+Bytes SimulatedProjector::HandleWithoutKeeping(ByteView frame) {
+  SimulatedProjector other = *this;
+  LinkMemory forgotten;
+  Bytes reply = other.HandleFrame(forgotten, frame);
+  counters_.Exchanges = other.counters_.Exchanges;
+  counters_.Refused = other.counters_.Refused;
+  return reply;
+}
+
+void SimulatedProjector::Restart() {
+  incoming_ = NeutralRegisters(setup_.Panel);
+  working_ = stored_;
+  mode_ = 0;
+  input_ = kFirstInput;
 }
 
 // Every answer but the model class's begins with the error byte.
@@ -102,6 +123,7 @@ Bytes SimulatedProjector::HandleData(LinkMemory& link, ByteView frame) {
   const std::size_t payload = PayloadSize(frame);
   if (payload == 0) return Answer(frame, {kAccepted});  // the probe
   if (payload < 2 || frame[6] != 0) return Answer(frame, {kRefused});
+  if (!setup_.TakesCommands) return Answer(frame, {kNotSupported});
   const int number = frame[5];
   if (EntriesOf(number).empty()) {
     return Answer(frame, {payload == 2 ? RunBareCommand(link, number) : kRefused});
@@ -202,7 +224,7 @@ Bytes SimulatedProjector::HandleLibrary(LinkMemory& link, ByteView frame) {
     payload.push_back(power);
     AppendWord(payload, static_cast<std::uint32_t>(input_));
   } else if (operation == kInputOperation && arguments == 4) {
-    if (setup_.PowerState == Power::kStandby) return Answer(frame, {kPowerOff});
+    if (setup_.PowerState != Power::kOn) return Answer(frame, {kPowerOff});
     input_ = static_cast<std::int32_t>(ReadWord(frame, kPayloadStart + 1));
     SettleMode(link, true);
   } else if (operation == kEchoOperation && arguments == 4) {

@@ -10,19 +10,21 @@
 
 namespace warpline::sim {
 
-enum class Power : std::uint8_t { kStandby = 0, kOn = 1 };  // as the library's records count
+// As the library's records count.
+enum class Power : std::uint8_t { kStandby = 0, kOn = 1, kWarmingUp = 2, kCoolingDown = 3 };
 
 inline constexpr int kMinPanel = 64;  // pixels, each way
 inline constexpr int kMaxPanel = 4096;
 inline constexpr int kCorrectionClass = 2;  // the first model class with a geometric correction
 
-// What does not change while the projector runs.
+// What a projector is. Only its power changes while it runs.
 struct ProjectorSetup {
-  PanelSize Panel;           // kMinPanel..kMaxPanel each way
-  bool ReportsPanel = true;  // false: asked for its panel, it says that this is not supported
-  int ModelClass = 5;        // 0..255; below 2 it has no geometric correction, below 3 no store,
-                             // 3 and 4 store by the whole block, 5 and above by command 21
-  int Reply5 = 0;            // 0..255, byte 5 of the model-class answer: class 4's memory layout
+  PanelSize Panel;            // kMinPanel..kMaxPanel each way
+  bool ReportsPanel = true;   // false: asked for its panel, it says that this is not supported
+  int ModelClass = 5;         // 0..255; below 2 it has no geometric correction, below 3 no store,
+                              // 3 and 4 store by the whole block, 5 and above by command 21
+  int Reply5 = 0;             // 0..255, byte 5 of the model-class answer: class 4's memory layout
+  bool TakesCommands = true;  // false: an old one that takes registers as a whole block alone
   Power PowerState = Power::kOn;
 };
 
@@ -58,6 +60,14 @@ class SimulatedProjector {
   // The answer of a projector that refuses a frame without looking at it.
   Bytes Refuse(ByteView frame);
 
+  // Executes a frame for its reply alone: registers, mode and input stay as they are.
+  Bytes HandleWithoutKeeping(ByteView frame);
+
+  // What a restart leaves: the stored set is shown, everything that was only set is lost.
+  void Restart();
+
+  void SetPower(Power power) { setup_.PowerState = power; }
+
   const ProjectorSetup& Setup() const { return setup_; }
   const RegisterSet& Working() const { return working_; }
   const RegisterSet& Stored() const { return stored_; }
@@ -87,7 +97,7 @@ class SimulatedProjector {
   RegisterSet working_;
   RegisterSet stored_;
   int mode_ = 0;
-  std::int32_t input_ = 1;
+  std::int32_t input_;
   Counters counters_;
 };
 

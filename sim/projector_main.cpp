@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/system.h"
+#include "sim/control.h"
 #include "sim/discovery.h"
 #include "sim/projector_options.h"
 #include "sim/server.h"
@@ -12,13 +13,16 @@
 
 namespace {
 
+using warpline::sim::ControlServer;
 using warpline::sim::ProjectorOptions;
 using warpline::sim::Server;
 
-bool OpenPlaces(Server& server, const ProjectorOptions& options) {
+bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& options) {
   std::string reason;
-  const bool open = (!options.Listen || server.Listen(*options.Listen, reason)) &&
-                    (!options.Serial || server.OfferSerial(*options.Serial, reason));
+  const bool open =
+      (!options.Listen || server.Listen(*options.Listen, reason)) &&
+      (!options.Control || control.Listen(*options.Control, reason)) &&
+      (!options.Serial || server.OfferSerial(*options.Serial, options.FastSerial, reason));
   if (!open) std::cerr << reason << "\n";
   return open;
 }
@@ -33,17 +37,28 @@ std::unique_ptr<warpline::sim::DiscoveryResponder> AnswerSearches(const Projecto
       warpline::sim::AnswerOf(options.Station.Projector, server.Where()));
 }
 
+// What a caller of the program waits for. A seed that was drawn here is of use only when it is
+// told.
+void TellPlaces(const Server& server, const ControlServer& control,
+                const ProjectorOptions& options) {
+  std::cout << "listening on "
+            << (options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial))
+            << std::endl;
+  if (options.Control) std::cout << "control on " << TextOf(control.Where()) << std::endl;
+  if (options.LeftToChance) std::cerr << "fault seed " << options.Station.Seed << std::endl;
+}
+
 int Run(ProjectorOptions options) {
   options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
   warpline::sim::StopSignal stop;
   warpline::sim::Station station(options.Station);
   Server server(station);
-  if (!OpenPlaces(server, options)) return 1;
+  ControlServer control(station);
+  if (!OpenPlaces(server, control, options)) return 1;
   const auto responder = AnswerSearches(options, server);
-  std::cout << "listening on "
-            << (options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial))
-            << std::endl;
+  TellPlaces(server, control, options);
   stop.Wait();
+  control.Stop();
   server.Stop();
   return 0;
 }

@@ -1,12 +1,12 @@
 #include "sim/projector_options.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <charconv>
+#include <random>
 #include <string_view>
 
 #include "core/system.h"
 #include "sim/beamlink_standin.h"
+#include "sim/profile.h"
 
 namespace warpline::sim {
 namespace {
@@ -17,26 +17,35 @@ constexpr const char* kDescription =
 
 constexpr const char* kFooter =
     "Faults: a rule is WHEN:WHAT.\n"
-    "  WHEN  nth=N (the Nth exchange, from 1) or kind=NAME with any, probe, class, running,\n"
-    "        panel, status, input, prepare, mode, block or a command number\n"
-    "  WHAT  timeout, refuse, short, long, checksum, late=MS, slow, cut, cutmid\n"
-    "  Example: --fault kind=21:refuse --fault nth=3:late=400\n"
-    "When it is ready it prints one line, \"listening on \" and the place. Ctrl+C or SIGTERM ends "
-    "it.\n"
+    "  WHEN  conditions with commas between: nth=N (the Nth exchange, from 1), kind=NAME (any,\n"
+    "        probe, class, running, panel, status, input, prepare, mode, block or a command\n"
+    "        number), every=N, once, chance=P, always\n"
+    "  WHAT  of an exchange: timeout, refuse, unkept, short, long, duplicate, checksum, late=MS,\n"
+    "        late=MS~JITTER, slow, cut, cutmid, restart; of a connection: refuselink, halfopen,\n"
+    "        single\n"
+    "  Example: --fault kind=21:refuse --fault nth=3:late=400 --fault chance=0.1:checksum\n"
+    "When it is ready it prints \"listening on \" and the place, and with --control a second "
+    "line,\n"
+    "\"control on \" and the place. Ctrl+C or SIGTERM ends it.\n"
     "Exit codes: 0 ended as asked, 1 it could not work, 2 wrong usage.";
 
 // What the words say, before it is understood.
 struct RawOptions {
   std::string listen;
-  std::string panel = "1024x768";
+  std::string panel;
+  std::string profile;
+  std::string control;
   std::string power = "on";
   std::string serial;
   std::string state;
   std::string picture;
   std::vector<std::string> faults;
   int usb = 0;
-  int model_class = 5;
-  int reply5 = 0;
+  int speed_up = 1;
+  std::optional<int> model_class;
+  std::optional<int> reply5;
+  std::optional<std::uint64_t> seed;
+  bool fast_serial = false;
   bool no_panel_info = false;
   bool headless = false;
   bool no_discovery = false;
@@ -52,19 +61,26 @@ void Declare(CLI::App& app, RawOptions& raw) {
       ->excludes(listen);
   app.add_option("--serial", raw.serial,
                  "Also offer a serial device at PATH (a pseudo-terminal; not on Windows)");
-  app.add_option("--panel", raw.panel, "Panel size WxH, 64 to 4096 pixels each way")
-      ->capture_default_str();
+  app.add_flag("--fast-serial", raw.fast_serial,
+               "Let the serial device's bytes pass at once and not at the speed that is set");
+  app.add_option("--profile", raw.profile,
+                 "JSON file that says what the projector is; the options below change it");
+  app.add_option("--panel", raw.panel,
+                 "Panel size WxH, 64 to 4096 pixels each way (default 1024x768)");
   app.add_flag("--no-panel-info", raw.no_panel_info, "Do not report the panel size when asked");
   app.add_option("--class", raw.model_class,
                  "Model class: below 2 no correction, below 3 no store, 3 and 4 store as a whole "
-                 "block, from 5 on by command")
-      ->check(CLI::Range(0, 255))
-      ->capture_default_str();
-  app.add_option("--reply5", raw.reply5, "Byte 5 of the model-class answer (memory layout)")
-      ->check(CLI::Range(0, 255))
-      ->capture_default_str();
+                 "block, from 5 on by command (default 5)")
+      ->check(CLI::Range(0, 255));
+  app.add_option("--reply5", raw.reply5,
+                 "Byte 5 of the model-class answer (memory layout, default 0)")
+      ->check(CLI::Range(0, 255));
   app.add_option("--power", raw.power, "Power state")
       ->check(CLI::IsMember({"on", "standby"}))
+      ->capture_default_str();
+  app.add_option("--speed-up", raw.speed_up,
+                 "How many times as fast it warms up (30 s) and cools down (60 s)")
+      ->check(CLI::Range(1, kHighestSpeedUp))
       ->capture_default_str();
   app.add_flag("--no-discovery", raw.no_discovery,
                "Do not answer when the tool searches for projectors");
@@ -77,54 +93,38 @@ void Declare(CLI::App& app, RawOptions& raw) {
   app.add_option("--fault", raw.faults, "A fault rule, see below; may be given several times")
       ->take_all()
       ->allow_extra_args(false);
+  app.add_option("--seed", raw.seed,
+                 "Seed of the faults that are left to chance; a new one is drawn and printed "
+                 "without it");
+  app.add_option("--control", raw.control,
+                 "ADDRESS:PORT (loopback) that takes commands as lines of text: help lists them");
 }
 
-std::optional<int> PanelSide(std::string_view text) {
-  int value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < kMinPanel || value > kMaxPanel) {
-    return std::nullopt;
-  }
-  return value;
-}
-
-bool ParsePanel(std::string_view text, PanelSize& panel, std::string& reason) {
-  const std::size_t cross = text.find('x');
-  const std::optional<int> width = PanelSide(text.substr(0, cross));
-  const std::optional<int> height =
-      cross == std::string_view::npos ? std::nullopt : PanelSide(text.substr(cross + 1));
-  if (width && height) {
-    panel = {*width, *height};
-    return true;
-  }
-  reason = "--panel needs WIDTHxHEIGHT with 64 to 4096 pixels each way, as in 1024x768.";
-  return false;
-}
-
-bool ParseListen(std::string_view text, Endpoint& endpoint, std::string& reason) {
+bool ParsePlace(const std::string& option, std::string_view text, Endpoint& endpoint,
+                std::string& reason) {
   const std::size_t colon = text.rfind(':');
   const std::optional<std::uint32_t> address = LoopbackAddress(text.substr(0, colon));
   const std::optional<std::uint16_t> port =
       colon == std::string_view::npos ? std::nullopt : PortNumber(text.substr(colon + 1));
   if (!address) {
-    reason =
-        "--listen needs a loopback address (127.x.x.x or localhost) and a port, as in "
-        "127.0.0.1:7142; the simulated projector serves this machine only.";
+    reason = option +
+             " needs a loopback address (127.x.x.x or localhost) and a port, as in "
+             "127.0.0.1:7142; the simulated projector serves this machine only.";
   } else if (!port) {
-    reason = "--listen needs a port from 0 to 65535 behind the address, as in 127.0.0.1:7142.";
+    reason = option + " needs a port from 0 to 65535 behind the address, as in 127.0.0.1:7142.";
   } else {
     endpoint = {*address, *port};
   }
   return address && port;
 }
 
-bool ParseFaults(const std::vector<std::string>& texts, std::vector<FaultRule>& rules,
+bool ParseFaults(const std::vector<std::string>& texts, ProjectorOptions& options,
                  std::string& reason) {
   for (const std::string& text : texts) {
     const std::optional<FaultRule> rule = ParseFaultRule(text, reason);
     if (!rule) return false;
-    rules.push_back(*rule);
+    options.LeftToChance = options.LeftToChance || rule->Chance < 1 || rule->Jitter.count() > 0;
+    options.Station.Faults.push_back(*rule);
   }
   return true;
 }
@@ -140,22 +140,61 @@ bool ChoosePlaces(const RawOptions& raw, ProjectorOptions& options, std::string&
   if (raw.usb == 0 && raw.listen.empty() && options.Serial) return true;
   Endpoint endpoint{Endpoint{}.Address, kDefaultLanPort};
   if (raw.usb > 0) endpoint.Port = static_cast<std::uint16_t>(kUsbPortBase + raw.usb);
-  if (!raw.listen.empty() && !ParseListen(raw.listen, endpoint, reason)) return false;
+  if (!raw.listen.empty() && !ParsePlace("--listen", raw.listen, endpoint, reason)) return false;
   options.Listen = endpoint;
   return true;
 }
 
-bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
-  ProjectorSetup& projector = options.Station.Projector;
-  projector.ModelClass = raw.model_class;
-  projector.Reply5 = raw.reply5;
-  projector.ReportsPanel = !raw.no_panel_info;
+bool ParseControl(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
+  if (raw.control.empty()) return true;
+  options.Control.emplace();
+  return ParsePlace("--control", raw.control, *options.Control, reason);
+}
+
+bool ReadProfile(const std::string& path, ProjectorSetup& projector, std::string& reason) {
+  if (path.empty()) return true;
+  std::string text;
+  if (const std::error_code error = ReadWholeFile(PathOf(path), text)) {
+    reason = SystemErrorText(error);
+  } else if (const std::optional<Profile> profile = ParseProfile(text, reason)) {
+    projector = profile->Projector;
+    return true;
+  }
+  reason = "The profile \"" + path + "\" cannot be used: " + reason;
+  return false;
+}
+
+// What the options say about the projector itself goes over what its profile says.
+bool DescribeProjector(const RawOptions& raw, ProjectorSetup& projector, std::string& reason) {
+  if (!ReadProfile(raw.profile, projector, reason)) return false;
+  projector.ModelClass = raw.model_class.value_or(projector.ModelClass);
+  projector.Reply5 = raw.reply5.value_or(projector.Reply5);
+  if (raw.no_panel_info) projector.ReportsPanel = false;
   projector.PowerState = raw.power == "on" ? Power::kOn : Power::kStandby;
+  if (raw.panel.empty()) return true;
+  const std::optional<PanelSize> panel = PanelSizeOf(raw.panel);
+  projector.Panel = panel.value_or(projector.Panel);
+  if (!panel) {
+    reason = "--panel needs WIDTHxHEIGHT with 64 to 4096 pixels each way, as in 1024x768.";
+  }
+  return panel.has_value();
+}
+
+std::uint64_t NewSeed() {
+  return std::random_device()() % 1'000'000;
+}
+
+bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
   options.Station.State = PathIfAny(raw.state);
   options.Station.Picture = PathIfAny(raw.picture);
+  options.Station.Seed = raw.seed ? *raw.seed : NewSeed();
+  options.Station.SpeedUp = raw.speed_up;
+  options.FastSerial = raw.fast_serial;
+  options.Headless = raw.headless;
   options.Discovery = !raw.no_discovery && raw.usb == 0;
-  return ParsePanel(raw.panel, projector.Panel, reason) && ChoosePlaces(raw, options, reason) &&
-         ParseFaults(raw.faults, options.Station.Faults, reason);
+  return DescribeProjector(raw, options.Station.Projector, reason) &&
+         ChoosePlaces(raw, options, reason) && ParseControl(raw, options, reason) &&
+         ParseFaults(raw.faults, options, reason);
 }
 
 }  // namespace

@@ -17,6 +17,10 @@ struct ProjectorOptions {
   StationSetup Station;
   std::optional<Endpoint> Listen;
   std::optional<std::filesystem::path> Serial;
+  bool FastSerial = false;
+  std::optional<Endpoint> Control;
+  bool LeftToChance = false;  // a fault depends on the seed
+  bool Headless = false;
   bool Discovery = true;  // answer searches; only where it serves the LAN
 };
 

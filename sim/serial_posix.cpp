@@ -75,9 +75,10 @@ class TerminalChannel : public Channel {
   int descriptor_;
 };
 
+constexpr std::array<std::pair<int, speed_t>, 4> kSpeeds{
+    {{4800, B4800}, {9600, B9600}, {19200, B19200}, {38400, B38400}}};
+
 speed_t SpeedCode(int speed) {
-  static constexpr std::array<std::pair<int, speed_t>, 4> kSpeeds{
-      {{4800, B4800}, {9600, B9600}, {19200, B19200}, {38400, B38400}}};
   const auto* row = std::ranges::find(kSpeeds, speed, &std::pair<int, speed_t>::first);
   return row == kSpeeds.end() ? B38400 : row->second;
 }
@@ -137,6 +138,15 @@ class PosixPseudoTerminal : public PseudoTerminal {
       std::this_thread::sleep_for(std::min(Until(deadline), milliseconds(5)));
     }
     return true;
+  }
+
+  // The master sees the settings that the program made on the device.
+  int Speed() const override {
+    termios settings{};
+    if (::tcgetattr(line_.Descriptor(), &settings) != 0) return 0;
+    const speed_t code = ::cfgetospeed(&settings);
+    const auto* row = std::ranges::find(kSpeeds, code, &std::pair<int, speed_t>::second);
+    return row == kSpeeds.end() ? 0 : row->first;
   }
 
   Channel& Line() override { return line_; }

@@ -20,9 +20,10 @@ bool Server::Listen(const Endpoint& endpoint, std::string& reason) {
   return true;
 }
 
-bool Server::OfferSerial(const std::filesystem::path& path, std::string& reason) {
+bool Server::OfferSerial(const std::filesystem::path& path, bool fast, std::string& reason) {
   terminal_ = PseudoTerminal::Create(path, reason);
   if (!terminal_) return false;
+  fast_serial_ = fast;
   serial_thread_ = std::thread([this] { ServeSerial(); });
   return true;
 }
@@ -39,17 +40,42 @@ void Server::Stop() {
 
 void Server::AcceptLinks() {
   while (!stopping_) {
-    std::unique_ptr<Channel> channel = listener_->Accept(kStopCheckMs);
+    std::unique_ptr<Channel> channel = NextCaller();
     JoinEnded();
     if (!channel || links_.size() >= kMaxLinks) continue;
-    Link& link = links_.emplace_back();
-    link.channel = std::move(channel);
     // Numbered here and not by the link's own thread, so that the newest is the last accepted one.
-    link.thread = std::thread([this, &link, number = station_.OpenLink()] {
-      ServeLink(*link.channel, number);
-      link.channel.reset();
-      link.done = true;
-    });
+    const Reception reception = station_.Receive();
+    if (reception.How != Welcome::kTurnedAway) StartLink(std::move(channel), reception);
+  }
+}
+
+// While every caller is refused there is no listener, as the system itself refuses best.
+std::unique_ptr<Channel> Server::NextCaller() {
+  std::string reason;
+  if (station_.RefusesEveryLink()) {
+    listener_.reset();
+  } else if (!listener_) {
+    listener_ = Listener::Open(where_, reason);
+  }
+  if (listener_) return listener_->Accept(kStopCheckMs);
+  std::this_thread::sleep_for(kStopCheckMs);
+  return nullptr;
+}
+
+void Server::StartLink(std::unique_ptr<Channel> channel, const Reception& reception) {
+  Link& link = links_.emplace_back();
+  link.channel = std::move(channel);
+  link.thread = std::thread([this, &link, reception] {
+    if (reception.How == Welcome::kServed) ServeLink(*link.channel, reception.Link);
+    if (reception.How == Welcome::kIgnored) IgnoreLink(*link.channel);
+    link.channel.reset();
+    link.done = true;
+  });
+}
+
+void Server::IgnoreLink(Channel& channel) {
+  std::array<std::uint8_t, 4096> dropped{};
+  while (!stopping_ && channel.Read(dropped, kStopCheckMs).Status != ChannelStatus::kClosed) {
   }
 }
 
@@ -63,7 +89,10 @@ void Server::JoinEnded() {
 
 void Server::ServeSerial() {
   while (!stopping_) {
-    if (terminal_->WaitForPeer(kStopCheckMs)) ServeLink(terminal_->Line(), station_.OpenLink());
+    if (!terminal_->WaitForPeer(kStopCheckMs)) continue;
+    PacedLine paced(*terminal_);
+    Channel& line = fast_serial_ ? terminal_->Line() : paced;
+    ServeLink(line, station_.OpenLink());
   }
 }
 
@@ -71,7 +100,7 @@ void Server::ServeLink(Channel& channel, int link) {
   FrameReader reader;
   std::array<std::uint8_t, 4096> buffer{};
   Clock::time_point last_byte = Clock::now();
-  while (!stopping_) {
+  while (!stopping_ && station_.IsOpen(link)) {
     const ReadResult read = channel.Read(buffer, kStopCheckMs);
     if (read.Status == ChannelStatus::kClosed) break;
     if (read.Status == ChannelStatus::kTimedOut) {

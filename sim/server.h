@@ -30,7 +30,8 @@ class Server {
 
   // Accept callers from now on. False with the reason when that is not possible.
   bool Listen(const Endpoint& endpoint, std::string& reason);
-  bool OfferSerial(const std::filesystem::path& path, std::string& reason);
+  // Bytes pass at the speed that the caller sets, or, when fast, as quickly as they can.
+  bool OfferSerial(const std::filesystem::path& path, bool fast, std::string& reason);
 
   // Where it listens or listened, the port that was found included.
   Endpoint Where() const { return where_; }
@@ -46,6 +47,9 @@ class Server {
   };
 
   void AcceptLinks();
+  std::unique_ptr<Channel> NextCaller();
+  void StartLink(std::unique_ptr<Channel> channel, const Reception& reception);
+  void IgnoreLink(Channel& channel);
   void ServeSerial();
   void ServeLink(Channel& channel, int link);
   bool AnswerFrames(Channel& channel, int link, FrameReader& reader);
@@ -58,6 +62,7 @@ class Server {
   std::unique_ptr<Listener> listener_;
   Endpoint where_;
   std::unique_ptr<PseudoTerminal> terminal_;
+  bool fast_serial_ = false;
   std::thread accept_thread_;
   std::thread serial_thread_;
   std::list<Link> links_;

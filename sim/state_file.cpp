@@ -37,6 +37,12 @@ RegisterSet RegistersOf(const Json& json) {
 
 }  // namespace
 
+std::string_view PowerName(Power power) {
+  static constexpr std::array<std::string_view, 4> kNames{"standby", "on", "warming up",
+                                                          "cooling down"};
+  return kNames[static_cast<std::size_t>(power)];
+}
+
 std::string StateText(const SimulatedProjector& projector, const StateExtras& extras) {
   const ProjectorSetup& setup = projector.Setup();
   const Counters& count = projector.Count();
@@ -45,7 +51,7 @@ std::string StateText(const SimulatedProjector& projector, const StateExtras& ex
   json["panel_reported"] = setup.ReportsPanel;
   json["class"] = setup.ModelClass;
   json["reply5"] = setup.Reply5;
-  json["power"] = setup.PowerState == Power::kOn ? "on" : "standby";
+  json["power"] = PowerName(setup.PowerState);
   json["mode"] = projector.Mode();
   json["wished_mode"] = extras.ModeOneAsked ? Json(1) : Json(nullptr);
   json["input"] = projector.Input();

@@ -13,7 +13,8 @@
 // The state file: one JSON object that shows what the projector holds, for people, scripts and
 // tests. At start the stored set is read back from it.
 //   panel         {width, height}, pixels
-//   panel_reported, class, reply5, power ("on" or "standby"), mode, wished_mode (1 or null), input
+//   panel_reported, class, reply5, power ("on", "standby", "warming up", "cooling
+//                 down"), mode, wished_mode (1 or null), input
 //   working, stored   the register texts by name: {"h_panel_ext": "0000", ...}
 //   line_scales   {horizontal: [...], vertical: [...]}, rebuilt from the working set; 32768 is full
 //                 length; one number per panel row and per panel column
@@ -36,6 +37,9 @@ struct StateExtras {
   bool ModeOneAsked = false;
   std::vector<std::string> Faults;
 };
+
+// "on", "standby", "warming up", "cooling down".
+std::string_view PowerName(Power power);
 
 std::string StateText(const SimulatedProjector& projector, const StateExtras& extras);
 

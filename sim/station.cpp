@@ -34,6 +34,7 @@ RegisterSet StartingSet(const StationSetup& setup) {
 
 StationSetup Completed(StationSetup setup) {
   if (!setup.Log) setup.Log = [](const std::string&) {};
+  if (!setup.OnStrike) setup.OnStrike = [](const std::string&) {};
   return setup;
 }
 
@@ -46,30 +47,43 @@ bool IsEcho(ByteView frame) {
          frame[kPayloadStart] == kEchoOperation;
 }
 
-// What the projector is given to show: nothing when it is off, or nobody looks.
-RgbImage SourceOf(const StationSetup& setup) {
-  const PanelSize panel = setup.Projector.Panel;
-  if (!setup.Picture) return {};
-  return setup.Projector.PowerState == Power::kOn ? TestPicture(panel) : BlackImage(panel);
-}
-
 }  // namespace
 
 Station::Station(StationSetup setup)
     : setup_(Completed(std::move(setup))),
       projector_(setup_.Projector, StartingSet(setup_)),
-      source_(SourceOf(setup_)) {
+      power_(setup_.Projector.PowerState),
+      faults_(std::exchange(setup_.Faults, {}), setup_.Seed),
+      source_(setup_.Picture ? TestPicture(setup_.Projector.Panel) : RgbImage{}) {
+  power_.SetSpeedUp(setup_.SpeedUp, setup_.Now());
   WritePicture();
   WriteState();
 }
 
+Reception Station::Receive() {
+  const std::lock_guard lock(mutex_);
+  ++callers_;
+  const std::optional<FaultRule> fault = faults_.StrikeLink(callers_, !links_.empty());
+  if (fault) TellStrike();
+  if (fault) ++revision_;
+  if (fault && fault->Effect == FaultEffect::kHalfOpen) return {Welcome::kIgnored};
+  if (fault) return {Welcome::kTurnedAway};
+  OpenLinkLocked();
+  return {Welcome::kServed, newest_link_};
+}
+
 int Station::OpenLink() {
   const std::lock_guard lock(mutex_);
+  OpenLinkLocked();
+  return newest_link_;
+}
+
+void Station::OpenLinkLocked() {
   newest_link_ = static_cast<int>(link_count_++);
   links_[newest_link_] = {};
   session_ = {};
   tool_frames_.clear();
-  return newest_link_;
+  ++revision_;
 }
 
 void Station::CloseLink(int link) {
@@ -78,66 +92,167 @@ void Station::CloseLink(int link) {
   WriteState();
 }
 
+bool Station::RefusesEveryLink() const {
+  const std::lock_guard lock(mutex_);
+  return faults_.RefusesEveryLink();
+}
+
+bool Station::IsOpen(int link) const {
+  const std::lock_guard lock(mutex_);
+  return links_.contains(link);
+}
+
 Outgoing Station::Exchange(int link, ByteView frame) {
   const std::lock_guard lock(mutex_);
   const auto memory = links_.find(link);
   if (memory == links_.end()) return {};
   if (IsEcho(frame)) return {.Reply = projector_.HandleFrame(memory->second, frame)};
-  Note(link, frame);
-  const FaultRule* fault = FaultFor(frame);
+  FollowPower();
+  const std::optional<FaultRule> fault =
+      faults_.StrikeExchange(projector_.Count().Exchanges + 1, frame);
   const std::uint64_t shows = projector_.Count().Shows;
-  const bool executed = fault == nullptr || IsExecuted(fault->Effect);
-  Bytes reply = executed ? projector_.HandleFrame(memory->second, frame) : projector_.Refuse(frame);
+  Bytes reply = Execute(memory->second, fault, frame);
+  const Outgoing outgoing =
+      fault ? Spoil(*fault, std::move(reply)) : Outgoing{.Reply = std::move(reply)};
+  Note(link, frame, outgoing, fault);
   if (projector_.Count().Shows != shows) WritePicture();
+  if (fault && fault->Effect == FaultEffect::kRestart) RestartLocked();
   WriteState();
-  if (fault != nullptr) return Spoil(*fault, std::move(reply));
-  return {.Reply = std::move(reply)};
+  return outgoing;
 }
 
-StationSnapshot Station::Snapshot() const {
+Bytes Station::Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame) {
+  if (!fault) return projector_.HandleFrame(memory, frame);
+  if (fault->Effect == FaultEffect::kUnkept) return projector_.HandleWithoutKeeping(frame);
+  return IsExecuted(fault->Effect) ? projector_.HandleFrame(memory, frame)
+                                   : projector_.Refuse(frame);
+}
+
+StationSnapshot Station::Snapshot() {
   const std::lock_guard lock(mutex_);
-  return {projector_.Working(), projector_.Stored(), projector_.Mode(),
-          projector_.Input(),   projector_.Count(),  session_,
-          tool_frames_,         link_count_,         links_.size()};
+  FollowPower();
+  return {.Working = projector_.Working(),
+          .Stored = projector_.Stored(),
+          .Mode = projector_.Mode(),
+          .Input = projector_.Input(),
+          .Count = projector_.Count(),
+          .LastSession = session_,
+          .ToolFrames = tool_frames_,
+          .Links = link_count_,
+          .OpenLinks = links_.size(),
+          .Setup = projector_.Setup(),
+          .PowerLeft = power_.Left(setup_.Now()),
+          .SpeedUp = power_.SpeedUp(),
+          .BytesIn = bytes_in_,
+          .BytesOut = bytes_out_,
+          .Faults = faults_.Texts(),
+          .Strikes = faults_.Strikes(),
+          .Seed = faults_.Seed(),
+          .Exchanges = exchanges_};
+}
+
+std::uint64_t Station::Revision() {
+  const std::lock_guard lock(mutex_);
+  FollowPower();
+  return revision_;
 }
 
 void Station::SetFaults(std::vector<FaultRule> faults) {
   const std::lock_guard lock(mutex_);
-  setup_.Faults = std::move(faults);
+  faults_.Replace(std::move(faults));
+  WriteState();
 }
 
-const FaultRule* Station::FaultFor(ByteView frame) const {
-  const std::uint64_t exchange = projector_.Count().Exchanges + 1;
-  const auto rule = std::ranges::find_if(setup_.Faults, [&](const FaultRule& candidate) {
-    return Matches(candidate, exchange, frame);
-  });
-  return rule == setup_.Faults.end() ? nullptr : &*rule;
+void Station::AddFault(FaultRule fault) {
+  const std::lock_guard lock(mutex_);
+  faults_.Add(std::move(fault));
+  WriteState();
 }
 
-void Station::Note(int link, ByteView frame) {
+bool Station::RemoveFault(std::string_view text) {
+  const std::lock_guard lock(mutex_);
+  const bool removed = faults_.Remove(text);
+  WriteState();
+  return removed;
+}
+
+void Station::SetSeed(std::uint64_t seed) {
+  const std::lock_guard lock(mutex_);
+  faults_.SetSeed(seed);
+  ++revision_;
+}
+
+void Station::TurnPower(bool on) {
+  const std::lock_guard lock(mutex_);
+  power_.Turn(on, setup_.Now());
+  FollowPower();
+}
+
+void Station::SetSpeedUp(int factor) {
+  const std::lock_guard lock(mutex_);
+  power_.SetSpeedUp(factor, setup_.Now());
+  FollowPower();
+  ++revision_;
+}
+
+void Station::Restart() {
+  const std::lock_guard lock(mutex_);
+  RestartLocked();
+  WriteState();
+}
+
+void Station::RestartLocked() {
+  projector_.Restart();
+  links_.clear();
+  WritePicture();
+}
+
+void Station::FollowPower() {
+  const Power power = power_.At(setup_.Now());
+  if (power == projector_.Setup().PowerState) return;
+  projector_.SetPower(power);
+  if (power == Power::kStandby) projector_.Restart();
+  WritePicture();
+  WriteState();
+}
+
+void Station::Note(int link, ByteView frame, const Outgoing& outgoing,
+                   const std::optional<FaultRule>& fault) {
+  bytes_in_ += frame.size();
+  bytes_out_ += outgoing.Reply.size();
+  if (exchanges_.size() >= kKeptExchanges) exchanges_.pop_front();
+  exchanges_.push_back({projector_.Count().Exchanges, link, Bytes(frame.begin(), frame.end()),
+                        outgoing.Reply, fault ? fault->Text : std::string()});
+  if (fault) TellStrike();
   if (link != newest_link_ || IsLibraryFrame(frame)) return;
   ++session_.Frames;
   session_.Bytes += frame.size();
   if (tool_frames_.size() < kKeptFrames) tool_frames_.emplace_back(frame.begin(), frame.end());
 }
 
+void Station::TellStrike() const {
+  setup_.OnStrike(faults_.Strikes().back());
+}
+
 void Station::WriteState() {
+  ++revision_;
   if (!setup_.State) return;
-  StateExtras extras{session_, link_count_, false, {}};
+  StateExtras extras{session_, link_count_, false, faults_.Texts()};
   const auto newest = links_.find(newest_link_);
   extras.ModeOneAsked = newest != links_.end() && newest->second.ModeOneAsked;
-  for (const FaultRule& rule : setup_.Faults) extras.Faults.push_back(rule.Text);
   WriteFile(*setup_.State, StateText(projector_, extras));
 }
 
 void Station::WritePicture() {
   if (!setup_.Picture) return;
-  const std::optional<std::string> png = PngOf(PanelPicture(source_, projector_.Working()));
+  const bool on = projector_.Setup().PowerState == Power::kOn;
+  const std::optional<std::string> png =
+      PngOf(on ? PanelPicture(source_, projector_.Working()) : BlackImage(setup_.Projector.Panel));
   if (png) WriteFile(*setup_.Picture, *png);
 }
 
 void Station::WriteFile(const std::filesystem::path& path, const std::string& bytes) {
-  const std::error_code error = ReplaceFile(path, bytes);
+  const std::error_code error = ReplaceFileContents(path, bytes);
   if (error) setup_.Log("Cannot write \"" + Utf8Of(path) + "\": " + SystemErrorText(error));
 }
 

@@ -1,15 +1,20 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "sim/faults.h"
+#include "sim/fault_box.h"
 #include "sim/picture.h"
+#include "sim/power.h"
 #include "sim/projector.h"
 #include "sim/state_file.h"
 
@@ -18,13 +23,27 @@
 
 namespace warpline::sim {
 
+using Log = std::function<void(const std::string&)>;
+
+// One exchange as it went over the line, the library's own operations included.
+struct LoggedExchange {
+  std::uint64_t Number = 0;  // since the start, from 1; 0: an echo
+  int Link = 0;
+  Bytes Request;
+  Bytes Reply;        // as it went out
+  std::string Fault;  // the rule that struck, empty when none did
+};
+
 struct StationSetup {
-  ProjectorSetup Projector;
-  std::vector<FaultRule> Faults;                 // the first rule that matches strikes
-  std::optional<std::filesystem::path> State;    // rewritten after every exchange
-  std::optional<std::filesystem::path> Picture;  // rewritten whenever the shown set changes
-  std::function<void(const std::string&)>
-      Log;  // told, in sentences, what cannot be read or written
+  ProjectorSetup Projector = {};
+  std::vector<FaultRule> Faults = {};                 // the first rule that matches strikes
+  std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
+  std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
+  sim::Log Log = {};       // told, in sentences, what cannot be read or written
+  sim::Log OnStrike = {};  // told when a fault strikes: "exchange 7: kind=21:refuse"
+  std::uint64_t Seed = 1;  // of the faults that are left to chance
+  int SpeedUp = 1;         // of warming up and cooling down
+  std::function<Clock::time_point()> Now = &Clock::now;
 };
 
 // What can be asked about a projector in operation.
@@ -38,9 +57,27 @@ struct StationSnapshot {
   std::vector<Bytes> ToolFrames;  // the most recent link's raw frames, at most kKeptFrames
   std::uint64_t Links = 0;        // opened so far
   std::size_t OpenLinks = 0;
+  ProjectorSetup Setup;       // with the power state of now
+  milliseconds PowerLeft{0};  // how long warming up or cooling down lasts
+  int SpeedUp = 1;
+  std::uint64_t BytesIn = 0;  // echoes excepted
+  std::uint64_t BytesOut = 0;
+  std::vector<std::string> Faults;   // in force
+  std::vector<std::string> Strikes;  // the last ones, oldest first
+  std::uint64_t Seed = 0;
+  std::deque<LoggedExchange> Exchanges;  // the last ones, oldest first, at most kKeptExchanges
 };
 
 inline constexpr std::size_t kKeptFrames = 1024;
+inline constexpr std::size_t kKeptExchanges = 200;
+
+// How a caller is received.
+enum class Welcome { kServed, kTurnedAway, kIgnored };
+
+struct Reception {
+  Welcome How = Welcome::kServed;
+  int Link = 0;  // of a served one
+};
 
 class Station {
  public:
@@ -48,20 +85,43 @@ class Station {
   // is kept beside the new one under the name with ".kept" behind it.
   explicit Station(StationSetup setup);
 
+  // A caller is there: opens a link unless a fault is in the way.
+  Reception Receive();
   int OpenLink();
   void CloseLink(int link);
+
+  // True when callers are not even to be heard.
+  bool RefusesEveryLink() const;
+
+  // True while the link stands; a restart ends all links.
+  bool IsOpen(int link) const;
 
   // Executes a frame that came over an open link. The files are complete when this returns.
   Outgoing Exchange(int link, ByteView frame);
 
-  StationSnapshot Snapshot() const;
+  StationSnapshot Snapshot();
 
-  // Puts other rules in force from the next exchange on.
+  // Changes with everything that a snapshot shows, but for a power change's remaining time.
+  std::uint64_t Revision();
+
+  // Faults, from the next exchange on.
   void SetFaults(std::vector<FaultRule> faults);
+  void AddFault(FaultRule fault);
+  bool RemoveFault(std::string_view text);
+  void SetSeed(std::uint64_t seed);
+
+  void TurnPower(bool on);
+  void SetSpeedUp(int factor);
+  void Restart();
 
  private:
-  const FaultRule* FaultFor(ByteView frame) const;
-  void Note(int link, ByteView frame);
+  void OpenLinkLocked();
+  void FollowPower();
+  void RestartLocked();
+  Bytes Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
+  void Note(int link, ByteView frame, const Outgoing& outgoing,
+            const std::optional<FaultRule>& fault);
+  void TellStrike() const;
   void WriteState();
   void WritePicture();
   void WriteFile(const std::filesystem::path& path, const std::string& bytes);
@@ -69,12 +129,19 @@ class Station {
   StationSetup setup_;
   mutable std::mutex mutex_;
   SimulatedProjector projector_;
+  PowerSwitch power_;
+  FaultBox faults_;
   RgbImage source_;  // the picture before any correction
   std::map<int, LinkMemory> links_;
   int newest_link_ = -1;
   std::uint64_t link_count_ = 0;
+  std::uint64_t callers_ = 0;
+  std::uint64_t revision_ = 0;
+  std::uint64_t bytes_in_ = 0;
+  std::uint64_t bytes_out_ = 0;
   Session session_;
   std::vector<Bytes> tool_frames_;
+  std::deque<LoggedExchange> exchanges_;
 };
 
 }  // namespace warpline::sim

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 namespace warpline::sim {
 
 // The system's wish that the program ends (SIGINT, SIGTERM; on Windows Ctrl+C, Ctrl+Break and the
@@ -10,6 +12,9 @@ class StopSignal {
 
   // Returns when the wish has come.
   void Wait();
+
+  // True when the wish has come; waits that long for it. Once true, it is taken: ask no further.
+  bool WaitFor(std::chrono::milliseconds time);
 };
 
 }  // namespace warpline::sim

@@ -28,4 +28,11 @@ void StopSignal::Wait() {
   sigwait(&signals, &received);
 }
 
+bool StopSignal::WaitFor(std::chrono::milliseconds time) {
+  const sigset_t signals = StopSignals();
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+  const timespec limit{seconds.count(), static_cast<long>((time - seconds).count() * 1'000'000)};
+  return sigtimedwait(&signals, nullptr, &limit) > 0;
+}
+
 }  // namespace warpline::sim

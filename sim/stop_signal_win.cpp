@@ -29,4 +29,8 @@ void StopSignal::Wait() {
   ::WaitForSingleObject(StopEvent(), INFINITE);
 }
 
+bool StopSignal::WaitFor(std::chrono::milliseconds time) {
+  return ::WaitForSingleObject(StopEvent(), static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;
+}
+
 }  // namespace warpline::sim

@@ -43,6 +43,13 @@ TEST(FaultRules, RefuseWhatMakesNoSense) {
       {"nth=1:late=", "milliseconds"},
       {"nth=1:late=-5", "milliseconds"},
       {"nth=1:late=600001", "milliseconds"},
+      {"nth=1:late=5~", "milliseconds"},
+      {"nth=1,:cut", "begin with nth"},
+      {"every=0:cut", "from 1 on"},
+      {"chance=0:cut", "above 0"},
+      {"chance=1.5:cut", "above 0"},
+      {"chance=nan:cut", "above 0"},
+      {"kind=20:halfopen", "no kind="},
   };
   for (const auto& row : cases) {
     std::string reason;
@@ -101,6 +108,9 @@ TEST(FaultRules, SpoilTheReply) {
   } cases[] = {
       {"timeout", false, "", 0, false, false},
       {"refuse", false, "21DF0000010203", 0, false, false},
+      {"unkept", true, "21DF0000010203", 0, false, false},
+      {"duplicate", true, "21DF000001020321DF0000010203", 0, false, false},
+      {"restart", false, "", 0, false, true},
       {"short", true, "21DF000001", 0, false, false},
       {"long", true, "21DF000001020300FF", 0, false, false},
       {"checksum", true, "21DF0000010256", 0, false, false},

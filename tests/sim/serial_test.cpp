@@ -18,7 +18,7 @@ constexpr std::int32_t kSerialKind = 0;
 struct SerialWorld {
   SerialWorld() {
     std::string reason;
-    EXPECT_TRUE(server.OfferSerial(path, reason)) << reason;
+    EXPECT_TRUE(server.OfferSerial(path, true, reason)) << reason;
     ::setenv("WARPLINE_COM3", path.c_str(), 1);
   }
   ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
@@ -42,6 +42,42 @@ TEST(Serial, CarriesEveryByteUnchanged) {
   }
   EXPECT_EQ(world.library.Open(kSerialKind, "COM3", "38400", kBeamlinkBlocking), kOpenPortInUse);
   EXPECT_EQ(world.library.Open(kSerialKind, "COM4", "38400", kBeamlinkBlocking), kOpenBadPort);
+}
+
+TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
+  const TempFolder folder;
+  const std::filesystem::path path = folder / "projector";
+  std::string reason;
+  const auto terminal = PseudoTerminal::Create(path, reason);
+  ASSERT_TRUE(terminal) << reason;
+  ::setenv("WARPLINE_COM5", path.c_str(), 1);
+  for (const int speed : {4800, 9600, 19200, 38400}) {
+    SerialStatus status{};
+    const auto port = OpenSerialPort(5, speed, status);
+    EXPECT_EQ(terminal->Speed(), speed);
+  }
+  ::unsetenv("WARPLINE_COM5");
+  EXPECT_EQ(LineTime(480, 4800), std::chrono::seconds(1));
+  EXPECT_EQ(LineTime(1, 38400).count(), 260);
+}
+
+TEST(Serial, CarriesEveryByteAtTheLinesSpeedToo) {
+  const TempFolder folder;
+  const std::filesystem::path path = folder / "projector";
+  Station station{StationSetup{}};
+  Server server{station};
+  std::string reason;
+  ASSERT_TRUE(server.OfferSerial(path, false, reason)) << reason;
+  ::setenv("WARPLINE_COM5", path.c_str(), 1);
+  BeamlinkStandin library;
+  const std::int32_t handle = library.Open(kSerialKind, "COM5", "38400", kBeamlinkBlocking);
+  for (const std::int32_t input : {0x0D0A1104, -1}) {
+    PJStatus status{};
+    EXPECT_EQ(library.SetInput(handle, input), kBeamlinkOk);
+    EXPECT_EQ(library.GetStatus(handle, &status), kBeamlinkOk);
+    EXPECT_EQ(status.Input, input);
+  }
+  ::unsetenv("WARPLINE_COM5");
 }
 
 TEST(Serial, EndsTheLinkWhenThePortIsClosed) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -29,13 +32,24 @@ class ProjectorServer {
  public:
   explicit ProjectorServer(const sim::ProjectorSetup& projector = {},
                            const std::vector<std::string>& faults = {})
-      : ProjectorServer(
-            sim::StationSetup{projector, FaultRules(faults), std::nullopt, std::nullopt, {}}) {}
+      : ProjectorServer(sim::StationSetup{.Projector = projector, .Faults = FaultRules(faults)}) {}
 
-  explicit ProjectorServer(sim::StationSetup setup) : station_(std::move(setup)) {
+  explicit ProjectorServer(sim::StationSetup setup) : station_(Telling(std::move(setup))) {
     std::string reason;
     if (!server_.Listen({}, reason)) throw std::runtime_error(reason);
   }
+
+  // A test that has failed says what its projector was told to do wrong.
+  ~ProjectorServer() {
+    if (!testing::Test::HasFailure()) return;
+    const sim::StationSnapshot state = station_.Snapshot();
+    std::cerr << "projector at " << Place() << "\n";
+    for (const std::string& fault : state.Faults)
+      std::cerr << "  fault in force: " << fault << "\n";
+    for (const std::string& strike : state.Strikes) std::cerr << "  struck " << strike << "\n";
+  }
+  ProjectorServer(const ProjectorServer&) = delete;
+  ProjectorServer& operator=(const ProjectorServer&) = delete;
 
   std::string Address() const { return "127.0.0.1"; }
   std::string Port() const { return std::to_string(server_.Where().Port); }
@@ -55,7 +69,17 @@ class ProjectorServer {
   void Stop() { server_.Stop(); }
 
  private:
-  sim::Station station_;
+  // Told at once too, as a test that hangs never gets to its end.
+  static sim::StationSetup Telling(sim::StationSetup setup) {
+    if (!setup.OnStrike) {
+      setup.OnStrike = [](const std::string& strike) {
+        std::cerr << "fault struck " << strike << "\n";
+      };
+    }
+    return setup;
+  }
+
+  mutable sim::Station station_;  // a look at it lets its time pass
   sim::Server server_{station_};
 };
 

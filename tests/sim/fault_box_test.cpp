@@ -1,0 +1,95 @@
+#include "sim/fault_box.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/sim/hex.h"
+#include "tests/support/projector_server.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr const char* kProbe = "01DF000000E0";
+constexpr const char* kStore = "01DF0000021200F4";
+
+// The exchanges, of as many, that the rules strike: "x" struck, "." spared; every second exchange
+// is a store.
+std::string Struck(FaultBox& box, int count) {
+  std::string marks;
+  for (int i = 1; i <= count; ++i) {
+    const Bytes frame = FromHex(i % 2 == 0 ? kStore : kProbe);
+    marks += box.StrikeExchange(static_cast<std::uint64_t>(i), frame) ? "x" : ".";
+  }
+  return marks;
+}
+
+TEST(FaultBox, StrikesAsOftenAsTheRuleSays) {
+  const struct {
+    const char* when;
+    const char* struck;
+    std::size_t left;  // rules in force afterwards
+  } cases[] = {
+      {"always", "xxxxxxxx", 1},       {"nth=3", "..x.....", 0},
+      {"once", "x.......", 0},         {"once,kind=21", ".x......", 0},
+      {"every=3", "..x..x..", 1},      {"kind=21,every=2", "...x...x", 1},
+      {"every=3,once", "..x.....", 0}, {"nth=3,kind=21", "........", 0},
+      {"kind=21", ".x.x.x.x", 1},      {"chance=1", "xxxxxxxx", 1},
+  };
+  for (const auto& row : cases) {
+    FaultBox box(FaultRules({row.when + std::string(":timeout")}), 1);
+    EXPECT_EQ(Struck(box, 8), row.struck) << row.when;
+    EXPECT_EQ(box.Texts().size(), row.left) << row.when;
+  }
+}
+
+TEST(FaultBox, DrawsTheSameForTheSameSeed) {
+  const auto drawn = [](std::uint64_t seed) {
+    FaultBox box(FaultRules({"chance=0.3:cut"}), seed);
+    return Struck(box, 200);
+  };
+  EXPECT_EQ(drawn(5), drawn(5));
+  EXPECT_NE(drawn(5), drawn(6));
+  const std::string marks = drawn(5);
+  const auto count = std::count(marks.begin(), marks.end(), 'x');
+  EXPECT_GT(count, 35);
+  EXPECT_LT(count, 85);
+}
+
+TEST(FaultBox, KeepsJitterWithinItsBounds) {
+  FaultBox box(FaultRules({"always:late=100~150"}), 9);
+  std::chrono::milliseconds least{1000};
+  std::chrono::milliseconds most{0};
+  for (std::uint64_t i = 1; i <= 300; ++i) {
+    const auto delay = box.StrikeExchange(i, FromHex(kProbe)).value().Delay;
+    least = std::min(least, delay);
+    most = std::max(most, delay);
+  }
+  EXPECT_EQ(least.count(), 0);
+  EXPECT_GT(most.count(), 200);
+  EXPECT_LE(most.count(), 250);
+}
+
+TEST(FaultBox, KeepsLinksAndExchangesApart) {
+  FaultBox box(FaultRules({"nth=2:halfopen", "always:single", "once:cut"}), 1);
+  EXPECT_FALSE(box.StrikeLink(1, false));
+  EXPECT_EQ(box.StrikeLink(2, true).value().Effect, FaultEffect::kHalfOpen);
+  EXPECT_EQ(box.StrikeLink(3, true).value().Effect, FaultEffect::kSingle);
+  EXPECT_FALSE(box.StrikeLink(4, false));
+  EXPECT_FALSE(box.RefusesEveryLink());
+  EXPECT_EQ(box.StrikeExchange(1, FromHex(kProbe)).value().Effect, FaultEffect::kCut);
+  EXPECT_EQ(box.Strikes(),
+            (std::vector<std::string>{"connection 2: nth=2:halfopen", "connection 3: always:single",
+                                      "exchange 1: once:cut"}));
+  box.Replace(FaultRules({"once:refuselink"}));
+  EXPECT_FALSE(box.RefusesEveryLink()) << "only one is";
+  box.Add(FaultRules({"always:refuselink"})[0]);
+  EXPECT_TRUE(box.RefusesEveryLink());
+  EXPECT_TRUE(box.Remove("always:refuselink"));
+  EXPECT_FALSE(box.Remove("always:refuselink"));
+  EXPECT_FALSE(box.RefusesEveryLink());
+}
+
+}  // namespace
+}  // namespace warpline::sim

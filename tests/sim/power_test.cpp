@@ -1,0 +1,72 @@
+#include "sim/power.h"
+
+#include <gtest/gtest.h>
+
+#include "sim/station.h"
+#include "tests/sim/hex.h"
+
+namespace warpline::sim {
+namespace {
+
+using std::chrono::seconds;
+
+TEST(PowerSwitch, WarmsUpAndCoolsDown) {
+  const Clock::time_point start = Clock::now();
+  PowerSwitch power(Power::kStandby);
+  power.Turn(true, start);
+  EXPECT_EQ(power.At(start + seconds(29)), Power::kWarmingUp);
+  EXPECT_EQ(power.Left(start + seconds(29)), milliseconds(1000));
+  EXPECT_EQ(power.At(start + seconds(30)), Power::kOn);
+  EXPECT_EQ(power.Left(start + seconds(30)), milliseconds(0));
+  power.Turn(false, start + seconds(40));
+  EXPECT_EQ(power.At(start + seconds(99)), Power::kCoolingDown);
+  EXPECT_EQ(power.At(start + seconds(100)), Power::kStandby);
+}
+
+TEST(PowerSwitch, FinishesWhatItIsDoingBeforeItTurnsAround) {
+  const Clock::time_point start = Clock::now();
+  PowerSwitch power(Power::kOn);
+  power.Turn(false, start);
+  power.Turn(true, start + seconds(10));
+  EXPECT_EQ(power.At(start + seconds(59)), Power::kCoolingDown);
+  EXPECT_EQ(power.At(start + seconds(61)), Power::kWarmingUp);
+  EXPECT_EQ(power.At(start + seconds(300)), Power::kOn);
+}
+
+TEST(PowerSwitch, SpeedsUpFromNowOn) {
+  const Clock::time_point start = Clock::now();
+  PowerSwitch power(Power::kStandby);
+  power.Turn(true, start);
+  power.SetSpeedUp(10, start + seconds(10));
+  EXPECT_EQ(power.Left(start + seconds(10)), milliseconds(2000));
+  EXPECT_EQ(power.At(start + seconds(11)), Power::kWarmingUp);
+  EXPECT_EQ(power.At(start + seconds(12)), Power::kOn);
+}
+
+TEST(Station, FollowsItsPower) {
+  Clock::time_point now = Clock::now();
+  StationSetup setup;
+  setup.Now = [&now] { return now; };
+  Station station(setup);
+  const int link = station.OpenLink();
+  const auto send = [&](const char* hex) {
+    return ToHex(station.Exchange(link, FromHex(hex)).Reply);
+  };
+  const char* show = "01DF0000020100E3";
+  const char* running = "7F5700000101D8";
+  EXPECT_EQ(send("01DF00000608000200334467"), "21DF0000010001");
+  EXPECT_EQ(send(show), "21DF0000010001");
+  station.TurnPower(false);
+  EXPECT_EQ(send(show), "21DF000002030005") << "cooling down it takes no command";
+  EXPECT_EQ(send(running), "7F570000020003DB");
+  now += kCoolDownMs;
+  EXPECT_EQ(send(running), "7F570000020000D8");
+  station.TurnPower(true);
+  EXPECT_EQ(send(running), "7F570000020002DA");
+  now += kWarmUpMs;
+  EXPECT_EQ(send(running), "7F570000020001D9");
+  EXPECT_EQ(station.Snapshot().Working[kHorizontal][kScroll], "0000") << "only what was stored";
+}
+
+}  // namespace
+}  // namespace warpline::sim
