@@ -92,9 +92,9 @@ wxSizer* LSSwedit::CreateColumn() {
   column->Add(fixedpos_, below);
   symmetry_ = make.CheckBox("symmetry", kSymmetry);
   column->Add(symmetry_, field);
+  initselect_ = make.Button("initselect", kInitialize);
   reverse_ = make.Button("reverse", kReverse);
   regularize_ = make.Button("regularize", kNormalize);
-  initselect_ = make.Button("initselect", kInitialize);
   importbutton_ = make.Button("importbutton", kLoad);
   exportbutton_ = make.Button("exportbutton", kSave);
   auto* works = new wxGridSizer(2, wxSize(Gap(this), Gap(this)));
