@@ -42,13 +42,17 @@ Application::Run::Run()
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
   SetAppName("WarplineTool");
-  if (AnotherInstanceRuns()) return false;
+  if (AnotherInstanceRuns()) return true;  // a second start ends at once, and that is no failure
   std::error_code ignored;
   std::filesystem::current_path(ProgramFolder(), ignored);
   run_ = std::make_unique<Run>();
   PrepareState();
   ShowMainWindow();
   return true;
+}
+
+int Application::OnRun() {
+  return run_ ? wxApp::OnRun() : 0;
 }
 
 int Application::OnExit() {

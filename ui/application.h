@@ -21,6 +21,7 @@ namespace warpline {
 class Application : public wxApp {
  public:
   bool OnInit() override;
+  int OnRun() override;
   int OnExit() override;
 
  private:
