@@ -4,19 +4,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "core/register_set.h"
+#include "sim/panel_lines.h"
 
-// What the projector throws: a test picture, warped by the registers.
-//
-// The panel works backwards: for the pixel in row y and column x it fetches the picture at
-//   u = W/2 + (x - W/2) * q_h[y] / 32768,   v = H/2 + (y - H/2) * q_v[x] / 32768
-// with q the rebuilt line scales of the row and of the column, and W, H the panel's size; positions
-// are those of pixel centres. So the whole width of the picture fills W * 32768 / q_h[y] pixels of
-// row y, centred, and its height H * 32768 / q_v[x] pixels of column x. What lies outside the
-// picture is black; a line whose scale is not above 0 is black altogether. Shift, optical centre,
-// linearity and extension registers do not move the picture here.
+// What the projector throws: a picture, warped by the registers. The panel works backwards: the
+// pixel in row y and column x shows the picture at u = what row y shows at x, v = what column x
+// shows at y (see panel_lines.h). What lies outside the picture is black.
 
 namespace warpline::sim {
 
@@ -35,20 +30,27 @@ struct RgbImage {
 // A black picture.
 RgbImage BlackImage(PanelSize panel);
 
-// The test picture as it is sent to the projector: cross-hatch, circles, centre cross and corner
-// marks on a ground that is nowhere black, so that the picture's edge shows.
-RgbImage TestPicture(PanelSize panel);
-
-// The picture (at least 2 pixels each way) through the line scales of both axes, one per row and
-// one per column. A pixel on the picture's edge is as bright as the share of it that the picture
-// covers.
-RgbImage WarpedPicture(const RgbImage& picture, const std::vector<std::int32_t>& row_scales,
-                       const std::vector<std::int32_t>& column_scales);
+// The picture (at least 2 pixels each way) through the lines of both axes, one per row and one per
+// column. A pixel on the picture's edge is as bright as the share of it that the picture covers.
+RgbImage WarpedPicture(const RgbImage& picture, const std::vector<PanelLine>& rows,
+                       const std::vector<PanelLine>& columns);
 
 // A picture of the panel's size through the panel's registers.
 RgbImage PanelPicture(const RgbImage& picture, const RegisterSet& registers);
 
+// Adds to a colour (red, green, blue) the picture's colour at a position times the weight. Between
+// pixel centres it is interpolated; beyond the outermost centres the edge's colour counts.
+void AddSample(const RgbImage& image, double u, double v, double weight, double (&sum)[3]);
+
+// The picture in another size, both at least 2 pixels each way.
+RgbImage Resized(const RgbImage& picture, PanelSize size);
+
 // The image as a PNG file's bytes; nothing when it cannot be encoded.
 std::optional<std::string> PngOf(const RgbImage& image);
+
+// The picture of a PNG file's bytes, at most kMaxPictureSide pixels each way, transparency on
+// black. Else nothing, and the reason.
+inline constexpr int kMaxPictureSide = 16384;
+std::optional<RgbImage> ImageOfPng(std::string_view bytes, std::string& reason);
 
 }  // namespace warpline::sim

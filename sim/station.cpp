@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/system.h"
+#include "sim/test_picture.h"
 
 namespace warpline::sim {
 namespace {

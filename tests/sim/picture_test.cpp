@@ -4,19 +4,13 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#define STB_IMAGE_IMPLEMENTATION
-#define STB_IMAGE_STATIC
-#define STBI_ONLY_PNG
-#define STBI_NO_STDIO
-#include <stb/stb_image.h>
-
 #include "model/registers.h"
 #include "sim/projector.h"
+#include "sim/test_picture.h"
 
 namespace warpline::sim {
 namespace {
@@ -25,6 +19,14 @@ constexpr PanelSize kPanel{160, 120};
 
 std::vector<std::int32_t> Flat(int count) {
   return std::vector<std::int32_t>(static_cast<std::size_t>(count), kUnitScale);
+}
+
+// Lines of these scales, shorter ones in the middle.
+std::vector<PanelLine> Rows(const std::vector<std::int32_t>& scales) {
+  return PanelLinesOf(scales, kPanel.Width, {});
+}
+std::vector<PanelLine> Columns(const std::vector<std::int32_t>& scales) {
+  return PanelLinesOf(scales, kPanel.Height, {});
 }
 
 RgbImage White() {
@@ -50,12 +52,12 @@ TEST(Picture, MakesEachLineAsLongAsItsScaleSays) {
   std::vector<std::int32_t> columns;
   for (int y = 0; y < kPanel.Height; ++y) rows.push_back(kUnitScale + 250 * y);
   for (int x = 0; x < kPanel.Width; ++x) columns.push_back(kUnitScale + 90 * (x % 100));
-  const RgbImage by_rows = WarpedPicture(White(), rows, Flat(kPanel.Width));
+  const RgbImage by_rows = WarpedPicture(White(), Rows(rows), Columns(Flat(kPanel.Width)));
   for (int y = 0; y < kPanel.Height; ++y) {
     const double meant = kPanel.Width * 32768.0 / rows[static_cast<std::size_t>(y)];
     EXPECT_NEAR(Extent(kPanel.Width, [&](int x) { return by_rows.At(x, y); }), meant, 0.02) << y;
   }
-  const RgbImage by_columns = WarpedPicture(White(), Flat(kPanel.Height), columns);
+  const RgbImage by_columns = WarpedPicture(White(), Rows(Flat(kPanel.Height)), Columns(columns));
   for (int x = 0; x < kPanel.Width; ++x) {
     const double meant = kPanel.Height * 32768.0 / columns[static_cast<std::size_t>(x)];
     EXPECT_NEAR(Extent(kPanel.Height, [&](int y) { return by_columns.At(x, y); }), meant, 0.02)
@@ -69,7 +71,7 @@ TEST(Picture, HalvesARowByMeetingPairsOfPixels) {
   rows[32] = 0;
   rows[33] = -5;
   const RgbImage source = TestPicture(kPanel);
-  const RgbImage warped = WarpedPicture(source, rows, Flat(kPanel.Width));
+  const RgbImage warped = WarpedPicture(source, Rows(rows), Columns(Flat(kPanel.Width)));
   for (int x = 40; x < 120; ++x) {
     for (int i = 0; i < 3; ++i) {
       const double pair = (source.At(2 * x - 80, 31)[i] + source.At(2 * x - 79, 31)[i]) / 2.0;
@@ -87,8 +89,9 @@ TEST(Picture, FollowsTheRegisters) {
   registers[kHorizontal][kCorre0] = "00A0";  // 40960: 160 * 0.8 = 128 pixels
   registers[kVertical][kCorre0] = "0090";    // 36864: 120 * 8 / 9 = 106.7 pixels
   const RgbImage picture = PanelPicture(TestPicture(kPanel), registers);
-  const RgbImage meant = WarpedPicture(TestPicture(kPanel), std::vector<std::int32_t>(120, 40960),
-                                       std::vector<std::int32_t>(160, 36864));
+  const RgbImage meant =
+      WarpedPicture(TestPicture(kPanel), Rows(std::vector<std::int32_t>(120, 40960)),
+                    Columns(std::vector<std::int32_t>(160, 36864)));
   EXPECT_EQ(picture.Pixels, meant.Pixels);
   EXPECT_EQ(picture.At(15, 60)[2], 0) << "beside the picture";
   EXPECT_GT(picture.At(16, 60)[2], 60) << "its first column";
@@ -98,16 +101,15 @@ TEST(Picture, IsWrittenAsAPng) {
   const RgbImage picture = TestPicture(kPanel);
   const std::optional<std::string> png = PngOf(picture);
   ASSERT_TRUE(png);
-  int width = 0;
-  int height = 0;
-  int channels = 0;
-  const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
-      stbi_load_from_memory(reinterpret_cast<const stbi_uc*>(png->data()),
-                            static_cast<int>(png->size()), &width, &height, &channels, 3),
-      stbi_image_free);
-  ASSERT_TRUE(pixels);
-  EXPECT_EQ((PanelSize{width, height}), kPanel);
-  EXPECT_TRUE(std::equal(picture.Pixels.begin(), picture.Pixels.end(), pixels.get()));
+  std::string reason;
+  const std::optional<RgbImage> read = ImageOfPng(*png, reason);
+  ASSERT_TRUE(read) << reason;
+  EXPECT_EQ((PanelSize{read->Width, read->Height}), kPanel);
+  EXPECT_EQ(read->Pixels, picture.Pixels);
+  EXPECT_FALSE(ImageOfPng(png->substr(0, png->size() / 2), reason));
+  EXPECT_FALSE(ImageOfPng("", reason));
+  EXPECT_FALSE(ImageOfPng("GIF89a", reason));
+  EXPECT_NE(reason, "");
 }
 
 }  // namespace

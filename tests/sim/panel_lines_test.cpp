@@ -1,0 +1,162 @@
+#include "sim/panel_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include "model/registers.h"
+#include "sim/test_picture.h"
+#include "sim/wall.h"
+#include "tests/sim/examples.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+// Where the panel shows the picture's left and right end, straight from what was meant: a line
+// shorter than the panel is held where the optical centre says.
+struct Ends {
+  double left;
+  double right;
+};
+
+Ends MeantEnds(double size, int length, const AxisParameters& parameters) {
+  const double inset = length - size;
+  const double k = parameters.Optical / 32.0;
+  const double shift = -parameters.Position / 32768.0 * length / 2;
+  return {inset * (1 - k) / 2 + shift, length - inset * (1 + k) / 2 + shift};
+}
+
+Ends ShownEnds(const PanelLine& line, int length) {
+  return {-line.Offset / line.Slope, (length - line.Offset) / line.Slope};
+}
+
+TEST(PanelLines, ShowEachExampleWithinAPixelOfWhatWasMeant) {
+  int compared = 0;
+  for (const Example& example : Examples()) {
+    for (const PanelSize panel :
+         {PanelSize{800, 600}, PanelSize{1024, 768}, PanelSize{1920, 1200}}) {
+      const RegisterSet registers = BuildRegisters(example.Correction, panel);
+      for (const Axis axis : {kHorizontal, kVertical}) {
+        const AxisCorrection correction = CorrectionOf(example.Correction, axis);
+        if (std::abs(correction.Parameters.Optical) > 32) continue;  // drawn smaller as a whole
+        const int length = LineLength(panel, axis);
+        const std::vector<double> meant =
+            LineSizeProfile(correction.Parameters, correction.Projection,
+                            SampleCurve(correction.Curve, LineCount(panel, axis)), length);
+        const std::vector<PanelLine> lines = PanelLinesOf(registers[axis], axis, panel);
+        const std::vector<LineMark> marks = LineMarks(registers[axis], LineCount(panel, axis));
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+          if (marks[i] != LineMark::kSure) break;
+          const Ends want = MeantEnds(meant[i], length, correction.Parameters);
+          const Ends have = ShownEnds(lines[i], length);
+          ASSERT_NEAR(have.left, want.left, 1) << example.Name << " axis " << axis << " line " << i;
+          ASSERT_NEAR(have.right, want.right, 1) << example.Name << " axis " << axis << " " << i;
+          ++compared;
+        }
+      }
+    }
+  }
+  EXPECT_GT(compared, 20000);
+}
+
+TEST(PanelLines, DrawEverythingSmallerWhenTheCentreLiesOutside) {
+  const PanelSize panel{1024, 768};
+  CorrectionData correction;
+  ResetToScreenType(correction);
+  for (const int optical : {-48, -33, 40, 64}) {
+    for (std::int16_t& flag : correction.Projection) flag = static_cast<std::int16_t>(optical > 0);
+    correction.Axes[kVertical].Distortion = 30;
+    correction.Axes[kVertical].Optical = static_cast<std::int16_t>(optical);
+    const RegisterSet registers = BuildRegisters(correction, panel);
+    double first = panel.Height;
+    double last = 0;
+    for (const PanelLine& line : PanelLinesOf(registers[kVertical], kVertical, panel)) {
+      first = std::min(first, ShownEnds(line, panel.Height).left);
+      last = std::max(last, ShownEnds(line, panel.Height).right);
+    }
+    EXPECT_NEAR(first, 0, 1.5) << optical << ": all fits, and fills the panel";
+    EXPECT_NEAR(last, panel.Height, 1.5) << optical;
+  }
+}
+
+TEST(LineMarks, FollowTheLimitOfTheDifferences) {
+  // Differences of lines 2 to 9: 0, 7, -8, 7, 1, -1, 0, 0.
+  const AxisRegisters registers{"0000", "0000", "00", "00", "00", "00", "0080", "00", "7078F100"};
+  using enum LineMark;
+  const std::vector<LineMark> marks = LineMarks(registers, 10);
+  EXPECT_EQ(marks, (std::vector<LineMark>{kSure, kSure, kSure, kAtLimit, kAtLimit, kAtLimit,
+                                          kBehindLimit, kBehindLimit, kBehindLimit, kBehindLimit}));
+}
+
+// A corner's two walls turn away evenly, and so the size of a column on the panel, seen from the
+// middle, falls evenly: a setting that does just this must show level lines level.
+TEST(Wall, ShowsStraightLinesWhenTheSettingIsRight) {
+  const PanelSize panel{1024, 768};
+  Wall wall;
+  wall.Shape = WallShape::kCorner;
+  wall.Curvature = 0.4;
+  const double turn = std::tan(wall.Curvature * std::numbers::pi / 4) / kThrowRatio;
+  std::vector<std::int32_t> scales;
+  double nearest = 1;
+  for (int x = 0; x < panel.Width; ++x) {
+    const double off = std::abs(x + 0.5 - panel.Width / 2.0) / panel.Width;
+    nearest = std::min(nearest, 1 - turn * off);
+    scales.push_back(static_cast<std::int32_t>(std::lround(32768 / (1 - turn * off))));
+  }
+  ASSERT_LT(nearest, 0.9);
+  // The lens's axis meets the bottom edge; there the columns are held.
+  const std::vector<PanelLine> columns = PanelLinesOf(scales, panel.Height, {-1, 0, 0});
+  const double half = wall.Distance / kThrowRatio / 2;
+  for (const double height : {-0.2, -0.6, -1.0}) {
+    double least = panel.Height;
+    double most = 0;
+    double bare_least = panel.Height;
+    double bare_most = 0;
+    for (double x = -0.8 * half; x <= 0.8 * half; x += half / 50) {
+      std::array<double, 2> at{};
+      ASSERT_TRUE(PanelPositionAt(wall, panel, x, height, at));
+      const PanelLine& column = columns[static_cast<std::size_t>(at[0])];
+      const double shown = column.Offset + column.Slope * at[1];
+      least = std::min(least, shown);
+      most = std::max(most, shown);
+      bare_least = std::min(bare_least, at[1]);
+      bare_most = std::max(bare_most, at[1]);
+    }
+    EXPECT_LT(most - least, 1) << height;
+    EXPECT_GT(bare_most - bare_least, 5) << "without the setting, " << height;
+  }
+}
+
+TEST(Wall, MatchesAGoldenPicture) {
+  const PanelSize panel{320, 240};
+  for (const Example& example : Examples()) {
+    if (example.Name != "cylinder.wlt") continue;
+    const RegisterSet registers = BuildRegisters(example.Correction, panel);
+    const RgbImage shown = PanelPicture(TestPicture(panel), registers);
+    std::string reason;
+    const auto golden = ImageOfPng(
+        TempFolder::Read(std::filesystem::path(WARPLINE_SOURCE_DIR) / "tests/sim/cylinder.png"),
+        reason);
+    ASSERT_TRUE(golden) << reason;
+    ASSERT_EQ(golden->Pixels.size(), shown.Pixels.size());
+    int far_off = 0;
+    double sum = 0;
+    for (std::size_t i = 0; i < shown.Pixels.size(); ++i) {
+      const int off = std::abs(golden->Pixels[i] - shown.Pixels[i]);
+      sum += off;
+      if (off > 8) ++far_off;
+    }
+    EXPECT_EQ(far_off, 0);
+    EXPECT_LT(sum / static_cast<double>(shown.Pixels.size()), 0.5);
+  }
+}
+
+}  // namespace
+}  // namespace warpline::sim
