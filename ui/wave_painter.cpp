@@ -90,7 +90,7 @@ class WavePainter {
     const GraphPlace foot = placement_.ToPixels({kGraphUnits, kGraphBottom});
     const GraphPlace top = placement_.ToPixels({0, kGraphTop});
     const wxSize size = Extent("X");
-    context_.DrawText("X", foot.x + 2 * gap, foot.y - size.y / 2.0);
+    context_.DrawText("X", foot.x + 1.4 * gap, foot.y - size.y / 2.0);
     context_.DrawText("Y", top.x - size.x / 2.0, top.y - gap - size.y);
   }
 
