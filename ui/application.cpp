@@ -25,9 +25,16 @@ std::string CommandLineOf(int argc, wxChar** argv) {
   return line;
 }
 
-// Where the main window stands when no settings say so: in the middle of the first screen.
+// The width that the preview takes beside the main window at first, in DIP.
+constexpr int kPreviewWidth = 640;
+
+// Where the main window stands when no settings say so: in the middle of the first screen together
+// with the preview, which opens at its right.
 wxPoint DefaultPosition() {
-  return wxRect(LSSmain::FirstSize()).CentreIn(UsableScreen({})).GetPosition();
+  wxSize both = LSSmain::FirstSize();
+  both.x += wxWindow::FromDIP(kPreviewWidth, nullptr);
+  const wxRect screen = UsableScreen({});
+  return HeldInside(screen, wxRect(both).CentreIn(screen).GetPosition(), both);
 }
 
 }  // namespace
