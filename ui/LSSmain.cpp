@@ -34,6 +34,7 @@ LSSmain::LSSmain(MainParts parts)
                       [this] { controller_.SetTestPattern(false); });
   SetPreviewSize("menu_disp_regular");
   parts_.busy.Attach(this);
+  parts_.busy.SetSilentControl(controls_.scr_select);
   BindControls();
   BindWindow();
   ShowModel();

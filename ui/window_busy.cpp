@@ -8,6 +8,7 @@ void WindowBusy::BeginBusy() {
   if (depth_++ > 0) return;
   hourglass_ = std::make_unique<wxBusyCursor>();
   focus_ = wxWindow::FindFocus();
+  if (!focus_ && window_ && window_->IsActive()) focus_ = silent_;
   if (window_) window_->Disable();
 }
 

@@ -17,6 +17,10 @@ class WindowBusy : public BusyIndicator {
   // The window that asks for work. It may go away before this object.
   void Attach(wxTopLevelWindow* window) { window_ = window; }
 
+  // A control of the main window that gets the focus back when the toolkit could not tell which one
+  // had it: GTK's drop-down lists never say that they have the focus.
+  void SetSilentControl(wxWindow* control) { silent_ = control; }
+
   // Work is under way: commands that arrive now are dropped.
   bool IsBusy() const { return depth_ > 0; }
 
@@ -31,6 +35,7 @@ class WindowBusy : public BusyIndicator {
   int depth_ = 0;
   wxWeakRef<wxTopLevelWindow> window_;
   wxWeakRef<wxWindow> focus_;
+  wxWeakRef<wxWindow> silent_;
   std::unique_ptr<wxBusyCursor> hourglass_;
 };
 
