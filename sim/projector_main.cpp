@@ -1,3 +1,4 @@
+#include <chrono>
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -10,6 +11,7 @@
 #include "sim/projector_options.h"
 #include "sim/server.h"
 #include "sim/stop_signal.h"
+#include "sim/window/window.h"
 
 namespace {
 
@@ -37,13 +39,15 @@ std::unique_ptr<warpline::sim::DiscoveryResponder> AnswerSearches(const Projecto
       warpline::sim::AnswerOf(options.Station.Projector, server.Where()));
 }
 
+std::string TextOf(const Server& server, const ProjectorOptions& options) {
+  return options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial);
+}
+
 // What a caller of the program waits for. A seed that was drawn here is of use only when it is
 // told.
 void TellPlaces(const Server& server, const ControlServer& control,
                 const ProjectorOptions& options) {
-  std::cout << "listening on "
-            << (options.Listen ? TextOf(server.Where()) : warpline::Utf8Of(*options.Serial))
-            << std::endl;
+  std::cout << "listening on " << TextOf(server, options) << std::endl;
   if (options.Control) std::cout << "control on " << TextOf(control.Where()) << std::endl;
   if (options.LeftToChance) std::cerr << "fault seed " << options.Station.Seed << std::endl;
 }
@@ -57,7 +61,14 @@ int Run(ProjectorOptions options) {
   if (!OpenPlaces(server, control, options)) return 1;
   const auto responder = AnswerSearches(options, server);
   TellPlaces(server, control, options);
-  stop.Wait();
+  if (!options.Headless) {
+    const warpline::sim::WindowRequest request{
+        station, TextOf(server, options), options.Japanese,
+        [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }};
+    options.Headless = !RunWindow(request);
+    if (options.Headless) std::cerr << "No window can be shown; running without." << std::endl;
+  }
+  if (options.Headless) stop.Wait();
   control.Stop();
   server.Stop();
   return 0;

@@ -48,6 +48,7 @@ struct RawOptions {
   bool fast_serial = false;
   bool no_panel_info = false;
   bool headless = false;
+  std::string language;
   bool no_discovery = false;
 };
 
@@ -84,7 +85,10 @@ void Declare(CLI::App& app, RawOptions& raw) {
       ->capture_default_str();
   app.add_flag("--no-discovery", raw.no_discovery,
                "Do not answer when the tool searches for projectors");
-  app.add_flag("--headless", raw.headless, "Run without a window; the only mode so far");
+  app.add_flag("--headless", raw.headless, "Run without a window");
+  app.add_option("--language", raw.language,
+                 "Language of the window, ja or en; the system's if not given")
+      ->check(CLI::IsMember({"ja", "en"}));
   app.add_option("--state", raw.state,
                  "JSON file that is rewritten after every exchange; the stored correction is read "
                  "back from it at start");
@@ -191,6 +195,7 @@ bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& r
   options.Station.SpeedUp = raw.speed_up;
   options.FastSerial = raw.fast_serial;
   options.Headless = raw.headless;
+  options.Japanese = raw.language.empty() ? SystemLanguageIsJapanese() : raw.language == "ja";
   options.Discovery = !raw.no_discovery && raw.usb == 0;
   return DescribeProjector(raw, options.Station.Projector, reason) &&
          ChoosePlaces(raw, options, reason) && ParseControl(raw, options, reason) &&

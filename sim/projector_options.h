@@ -21,6 +21,7 @@ struct ProjectorOptions {
   std::optional<Endpoint> Control;
   bool LeftToChance = false;  // a fault depends on the seed
   bool Headless = false;
+  bool Japanese = false;  // the window's language
   bool Discovery = true;  // answer searches; only where it serves the LAN
 };
 

@@ -1,0 +1,205 @@
+#include "sim/window/projector_frame.h"
+
+#include <wx/button.h>
+#include <wx/filedlg.h>
+#include <wx/msgdlg.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include "core/system.h"
+#include "sim/window/wx_texts.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr int kLookMilliseconds = 30;
+constexpr int kPaneWidth = 420;  // DIP
+
+PanelSize SizeOf(const wxSize& size) {
+  return {std::max(size.GetWidth(), 2), std::max(size.GetHeight(), 2)};
+}
+
+}  // namespace
+
+ProjectorFrame::ProjectorFrame(const WindowRequest& request)
+    : wxFrame(nullptr, wxID_ANY, ""),
+      request_(request),
+      texts_(WindowTextFile(request.Japanese)),
+      timer_(this),
+      source_(TestPicture(request.Station.Snapshot().Setup.Panel)) {
+  SetName("warpline-projector");
+  SetTitle(Wx(texts_.Fill(WindowText::kTitle, {request.Place})));
+  BuildMenus();
+  auto* const column = new wxBoxSizer(wxVERTICAL);
+  column->Add(BuildBanner(), wxSizerFlags().Expand());
+  splitter_ = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                   wxSP_LIVE_UPDATE | wxSP_NOBORDER);
+  splitter_->SplitVertically(BuildPicture(splitter_), BuildPanes(splitter_), -FromDIP(kPaneWidth));
+  splitter_->SetSashGravity(1);
+  splitter_->SetMinimumPaneSize(FromDIP(200));
+  column->Add(splitter_, wxSizerFlags(1).Expand());
+  SetSizer(column);
+  SetClientSize(FromDIP(wxSize(1180, 640)));
+  splitter_->SetSashPosition(-FromDIP(kPaneWidth));
+  Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
+  Bind(wxEVT_CHAR_HOOK, &ProjectorFrame::PressKey, this);
+  ChooseView(false);
+  timer_.Start(kLookMilliseconds);
+}
+
+wxSizer* ProjectorFrame::BuildBanner() {
+  banner_ = new wxPanel(this, wxID_ANY);
+  banner_->SetBackgroundColour(wxColour(170, 30, 30));
+  banner_->SetForegroundColour(*wxWHITE);
+  banner_text_ = new wxStaticText(banner_, wxID_ANY, "");
+  banner_text_->SetForegroundColour(*wxWHITE);
+  banner_text_->SetName("fault_banner");
+  auto* const clear = new wxButton(banner_, wxID_ANY, Label(texts_, WindowText::kClearAll));
+  clear->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { request_.Station.SetFaults({}); });
+  auto* const row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(banner_text_, wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(6)));
+  row->Add(clear, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+  banner_->SetSizer(row);
+  banner_->Hide();
+  auto* const place = new wxBoxSizer(wxVERTICAL);
+  place->Add(banner_, wxSizerFlags().Expand());
+  return place;
+}
+
+wxWindow* ProjectorFrame::BuildPicture(wxWindow* parent) {
+  auto* const side = new wxPanel(parent, wxID_ANY);
+  canvas_ = new Canvas(side);
+  wall_bar_ = new WallBar(side, texts_, [this](const Wall&) { Redraw(); });
+  auto* const column = new wxBoxSizer(wxVERTICAL);
+  column->Add(canvas_, wxSizerFlags(1).Expand());
+  column->Add(wall_bar_, wxSizerFlags().Expand());
+  side->SetSizer(column);
+  canvas_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    if (wall_view_) Redraw();
+  });
+  return side;
+}
+
+wxWindow* ProjectorFrame::BuildPanes(wxWindow* parent) {
+  panes_ = new wxNotebook(parent, wxID_ANY);
+  state_pane_ = new StatePane(panes_, texts_);
+  registers_ = new RegisterList(panes_, texts_);
+  frames_ = new FrameList(panes_, texts_);
+  faults_ = new FaultPane(panes_, texts_, request_.Station);
+  panes_->AddPage(state_pane_, Label(texts_, WindowText::kTabState));
+  panes_->AddPage(registers_, Label(texts_, WindowText::kTabRegisters));
+  panes_->AddPage(frames_, Label(texts_, WindowText::kTabFrames));
+  panes_->AddPage(faults_, Label(texts_, WindowText::kTabFaults));
+  return panes_;
+}
+
+void ProjectorFrame::Look() {
+  if (request_.StopWanted()) {
+    Close(true);
+    return;
+  }
+  const std::uint64_t revision = request_.Station.Revision();
+  const bool changing = state_.PowerLeft.count() > 0;
+  if (seen_ == revision && !changing) return;
+  const StationSnapshot state = request_.Station.Snapshot();
+  const bool all = seen_ != revision;
+  seen_ = revision;
+  if (all) Follow(state);
+  state_ = state;
+  state_pane_->Show(state_, shown_);
+}
+
+void ProjectorFrame::Follow(const StationSnapshot& state) {
+  const bool redraw = shown_.Image.Width == 0 || state.Working != state_.Working ||
+                      state.Setup.PowerState != state_.Setup.PowerState;
+  state_ = state;
+  if (redraw) Redraw();
+  registers_->Show(state);
+  frames_->Show(state);
+  faults_->Show(state);
+  ShowBanner(state);
+}
+
+void ProjectorFrame::ShowBanner(const StationSnapshot& state) {
+  std::string texts;
+  for (const std::string& fault : state.Faults) texts += (texts.empty() ? "" : "   ") + fault;
+  const wxString label = Wx(texts_.Fill(WindowText::kFaultBanner, {texts}));
+  if (banner_->IsShown() != state.Faults.empty() && banner_text_->GetLabel() == label) return;
+  banner_text_->SetLabelText(label);
+  banner_->Show(!state.Faults.empty());
+  banner_->Layout();
+  Layout();
+}
+
+void ProjectorFrame::Redraw() {
+  if (state_.Working[kHorizontal][kCorre0].empty()) return;  // not looked yet
+  shown_ = PanelAsShown(source_, state_.Working, state_.Setup.PowerState, marks_ && !wall_view_);
+  if (!wall_view_) {
+    StampWord(shown_.Image);
+    canvas_->Show(shown_.Image);
+    return;
+  }
+  on_wall_ = WallPicture(shown_.Image, wall_bar_->Chosen(), SizeOf(canvas_->GetClientSize()));
+  StampWord(on_wall_);
+  canvas_->Show(on_wall_);
+}
+
+void ProjectorFrame::ChoosePattern(TestPattern pattern) {
+  source_ = TestPicture(PanelSize{source_.Width, source_.Height}, pattern);
+  Redraw();
+}
+
+void ProjectorFrame::ChooseView(bool wall) {
+  wall_view_ = wall;
+  wall_bar_->Show(wall);
+  wall_bar_->GetParent()->Layout();
+  Redraw();
+}
+
+void ProjectorFrame::SwitchFullScreen(bool full) {
+  ShowFullScreen(full);
+  if (full) {
+    splitter_->Unsplit();
+  } else if (!splitter_->IsSplit()) {
+    panes_->Show();
+    splitter_->SplitVertically(splitter_->GetWindow1(), panes_, -FromDIP(kPaneWidth));
+  }
+}
+
+void ProjectorFrame::OpenPicture() {
+  wxFileDialog dialog(this, Label(texts_, WindowText::kOpenTitle), "", "",
+                      Label(texts_, WindowText::kPngFiles), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  if (dialog.ShowModal() != wxID_OK) return;
+  const std::string name = dialog.GetPath().utf8_string();
+  std::string bytes;
+  std::string reason;
+  std::optional<RgbImage> picture;
+  if (const std::error_code error = ReadWholeFile(PathOf(name), bytes)) {
+    reason = SystemErrorText(error);
+  } else {
+    picture = ImageOfPng(bytes, reason);
+  }
+  if (picture) {
+    source_ = Resized(*picture, PanelSize{source_.Width, source_.Height});
+    Redraw();
+    return;
+  }
+  wxMessageBox(Wx(texts_.Fill(WindowText::kCannotOpen, {name, reason})), GetTitle(),
+               wxOK | wxICON_ERROR, this);
+}
+
+void ProjectorFrame::SavePicture() {
+  wxFileDialog dialog(this, Label(texts_, WindowText::kSaveTitle), "", "projector.png",
+                      Label(texts_, WindowText::kPngFiles), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  const std::optional<std::string> png = PngOf(wall_view_ ? on_wall_ : shown_.Image);
+  if (!png || dialog.ShowModal() != wxID_OK) return;
+  const std::string name = dialog.GetPath().utf8_string();
+  const std::error_code error = ReplaceFileContents(PathOf(name), *png);
+  if (!error) return;
+  wxMessageBox(Wx(texts_.Fill(WindowText::kCannotSave, {name, SystemErrorText(error)})), GetTitle(),
+               wxOK | wxICON_ERROR, this);
+}
+
+}  // namespace warpline::sim

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <wx/frame.h>
+#include <wx/menu.h>
+#include <wx/splitter.h>
+#include <wx/timer.h>
+
+#include <cstdint>
+#include <optional>
+
+#include "sim/shown_picture.h"
+#include "sim/test_picture.h"
+#include "sim/window/canvas.h"
+#include "sim/window/fault_pane.h"
+#include "sim/window/state_pane.h"
+#include "sim/window/wall_bar.h"
+#include "sim/window/window.h"
+#include "sim/window_texts.h"
+
+class wxButton;
+class wxNotebook;
+
+namespace warpline::sim {
+
+// The projector's window: what it throws at the left, its state at the right, faults in force above
+// all. It follows the station by looking at it many times a second.
+class ProjectorFrame : public wxFrame {
+ public:
+  explicit ProjectorFrame(const WindowRequest& request);
+
+ private:
+  struct Item;
+
+  void BuildMenus();
+  void AddItem(wxMenu& menu, const Item& item);
+  wxWindow* BuildPicture(wxWindow* parent);
+  wxWindow* BuildPanes(wxWindow* parent);
+  wxSizer* BuildBanner();
+
+  void Look();
+  void Follow(const StationSnapshot& state);
+  void ShowBanner(const StationSnapshot& state);
+  void Redraw();
+  void ChoosePattern(TestPattern pattern);
+  void ChooseView(bool wall);
+  void SwitchFullScreen(bool full);
+  void OpenPicture();
+  void SavePicture();
+  void Choose(wxMenuItem& item);
+  void PressKey(wxKeyEvent& event);
+
+  const WindowRequest& request_;
+  WindowTexts texts_;
+  wxTimer timer_;
+  Canvas* canvas_ = nullptr;
+  WallBar* wall_bar_ = nullptr;
+  wxSplitterWindow* splitter_ = nullptr;
+  wxNotebook* panes_ = nullptr;
+  wxPanel* banner_ = nullptr;
+  wxStaticText* banner_text_ = nullptr;
+  StatePane* state_pane_ = nullptr;
+  RegisterList* registers_ = nullptr;
+  FrameList* frames_ = nullptr;
+  FaultPane* faults_ = nullptr;
+
+  std::optional<std::uint64_t> seen_;  // the station's revision
+  StationSnapshot state_;
+  RgbImage source_;
+  ShownPicture shown_;
+  RgbImage on_wall_;
+  bool wall_view_ = false;
+  bool marks_ = true;
+};
+
+}  // namespace warpline::sim

@@ -1,0 +1,121 @@
+#include <wx/msgdlg.h>
+
+#include <functional>
+
+#include "sim/window/projector_frame.h"
+#include "sim/window/wx_texts.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr int kFastFactor = 20;
+
+// Keys without Ctrl or Alt. They are not the menu's accelerators, which would take them from a
+// number that is being typed.
+struct KeyRow {
+  int key;
+  WindowText item;
+};
+
+constexpr KeyRow kKeys[] = {
+    {'P', WindowText::kItemPanel}, {'W', WindowText::kItemWall},    {'1', WindowText::kItemCard},
+    {'2', WindowText::kItemGrid},  {'3', WindowText::kItemChecker}, {'4', WindowText::kItemWhite},
+    {'0', WindowText::kItemFit},   {'M', WindowText::kItemMarks},   {'S', WindowText::kItemSave},
+};
+
+int IdOf(WindowText item) {
+  return wxID_HIGHEST + 1 + static_cast<int>(item);
+}
+
+}  // namespace
+
+struct ProjectorFrame::Item {
+  WindowText text;
+  std::function<void(bool checked)> run;
+  wxItemKind kind = wxITEM_NORMAL;
+  bool checked = false;
+};
+
+void ProjectorFrame::AddItem(wxMenu& menu, const Item& item) {
+  wxMenuItem* const entry = menu.Append(IdOf(item.text), Label(texts_, item.text), "", item.kind);
+  if (item.kind != wxITEM_NORMAL) entry->Check(item.checked);
+  Bind(
+      wxEVT_MENU, [run = item.run](wxCommandEvent& event) { run(event.IsChecked()); },
+      entry->GetId());
+}
+
+void ProjectorFrame::BuildMenus() {
+  Station& station = request_.Station;
+  const auto pattern = [this](TestPattern chosen) {
+    return [this, chosen](bool) { ChoosePattern(chosen); };
+  };
+  const auto zoom = [this](int factor) {
+    return [this, factor](bool) { canvas_->SetZoom(factor); };
+  };
+  using enum WindowText;
+  const std::vector<std::pair<WindowText, std::vector<Item>>> menus{
+      {kMenuPicture,
+       {{kItemCard, pattern(TestPattern::kCard)},
+        {kItemGrid, pattern(TestPattern::kGrid)},
+        {kItemChecker, pattern(TestPattern::kChecker)},
+        {kItemWhite, pattern(TestPattern::kWhite)},
+        {kItemOpen, [this](bool) { OpenPicture(); }},
+        {kItemSave, [this](bool) { SavePicture(); }},
+        {kItemExit, [this](bool) { Close(true); }}}},
+      {kMenuView,
+       {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, true},
+        {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO},
+        {kItemFit, zoom(0)},
+        {kItemActual, zoom(1)},
+        {kItemDouble, zoom(2)},
+        {kItemEightfold, zoom(8)},
+        {kItemMarks,
+         [this](bool checked) {
+           marks_ = checked;
+           Redraw();
+         },
+         wxITEM_CHECK, true},
+        {kItemFullScreen, [this](bool) { SwitchFullScreen(!IsFullScreen()); }}}},
+      {kMenuProjector,
+       {{kItemPowerOn, [&station](bool) { station.TurnPower(true); }},
+        {kItemStandby, [&station](bool) { station.TurnPower(false); }},
+        {kItemSpeedUp, [&station](bool checked) { station.SetSpeedUp(checked ? kFastFactor : 1); },
+         wxITEM_CHECK, station.Snapshot().SpeedUp > 1},
+        {kItemRestart, [&station](bool) { station.Restart(); }},
+        {kItemClearFaults, [&station](bool) { station.SetFaults({}); }}}},
+      {kMenuHelp,
+       {{kItemKeys,
+         [this](bool) {
+           wxMessageBox(Label(texts_, kKeysText), Label(texts_, kKeysTitle), wxOK, this);
+         }}}},
+  };
+  auto* const bar = new wxMenuBar;
+  for (const auto& [title, items] : menus) {
+    auto* const menu = new wxMenu;
+    for (const Item& item : items) AddItem(*menu, item);
+    bar->Append(menu, Label(texts_, title));
+  }
+  SetMenuBar(bar);
+}
+
+// As if the item were chosen from its menu.
+void ProjectorFrame::Choose(wxMenuItem& item) {
+  if (item.IsCheckable()) item.Check(item.GetKind() == wxITEM_RADIO || !item.IsChecked());
+  wxCommandEvent event(wxEVT_MENU, item.GetId());
+  event.SetInt(item.IsCheckable() && item.IsChecked() ? 1 : 0);
+  ProcessWindowEvent(event);
+}
+
+void ProjectorFrame::PressKey(wxKeyEvent& event) {
+  event.Skip();
+  if (event.GetKeyCode() == WXK_ESCAPE && IsFullScreen()) SwitchFullScreen(false);
+  const bool typing = dynamic_cast<wxSpinCtrl*>(FindFocus()) != nullptr;
+  if (typing || event.GetModifiers() != wxMOD_NONE) return;
+  for (const KeyRow& row : kKeys) {
+    if (row.key != event.GetKeyCode()) continue;
+    event.Skip(false);
+    Choose(*GetMenuBar()->FindItem(IdOf(row.item)));
+  }
+}
+
+}  // namespace warpline::sim

@@ -1,0 +1,138 @@
+#include "sim/window/state_pane.h"
+
+#include <wx/sizer.h>
+
+#include <array>
+
+#include "sim/frame_names.h"
+#include "sim/register_layout.h"
+#include "sim/window/wx_texts.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr std::size_t kShownBytes = 64;
+constexpr std::size_t kShownDigits = 64;
+
+constexpr std::array kRows{
+    WindowText::kPower,    WindowText::kInput,       WindowText::kMode,
+    WindowText::kPanel,    WindowText::kModelClass,  WindowText::kReply5,
+    WindowText::kFrames,   WindowText::kBytesIn,     WindowText::kBytesOut,
+    WindowText::kRefusals, WindowText::kShows,       WindowText::kStores,
+    WindowText::kLinks,    WindowText::kRowsAtLimit, WindowText::kColumnsAtLimit,
+    WindowText::kSeed,
+};
+
+std::string PowerText(const WindowTexts& texts, const StationSnapshot& state) {
+  const WindowText key =
+      Behind(WindowText::kPowerStandby, static_cast<int>(state.Setup.PowerState));
+  return texts.Fill(key, {std::to_string((state.PowerLeft.count() + 999) / 1000)});
+}
+
+std::vector<std::string> Values(const WindowTexts& texts, const StationSnapshot& state,
+                                const ShownPicture& shown) {
+  const PanelSize panel = state.Setup.Panel;
+  return {PowerText(texts, state),
+          std::to_string(state.Input),
+          std::to_string(state.Mode),
+          std::to_string(panel.Width) + "x" + std::to_string(panel.Height),
+          std::to_string(state.Setup.ModelClass),
+          std::to_string(state.Setup.Reply5),
+          std::to_string(state.Count.Exchanges),
+          std::to_string(state.BytesIn),
+          std::to_string(state.BytesOut),
+          std::to_string(state.Count.Refused),
+          std::to_string(state.Count.Shows),
+          std::to_string(state.Count.Stores),
+          std::to_string(state.Links) + " (" + std::to_string(state.OpenLinks) + ")",
+          std::to_string(shown.RowsAtLimit),
+          std::to_string(shown.ColumnsAtLimit),
+          std::to_string(state.Seed)};
+}
+
+void AddColumns(wxListCtrl& list, const WindowTexts& texts,
+                std::initializer_list<std::pair<WindowText, int>> columns) {
+  for (const auto& [key, width] : columns) {
+    list.AppendColumn(Label(texts, key), wxLIST_FORMAT_LEFT, list.FromDIP(width));
+  }
+}
+
+wxString Shortened(const std::string& text) {
+  return Wx(text.size() > kShownDigits ? text.substr(0, kShownDigits) + "..." : text);
+}
+
+}  // namespace
+
+StatePane::StatePane(wxWindow* parent, const WindowTexts& texts)
+    : wxPanel(parent, wxID_ANY), texts_(texts) {
+  auto* const grid = new wxFlexGridSizer(2, FromDIP(wxSize(12, 4)));
+  for (const WindowText key : kRows) {
+    grid->Add(new wxStaticText(this, wxID_ANY, Label(texts, key)));
+    values_.push_back(new wxStaticText(this, wxID_ANY, ""));
+    grid->Add(values_.back());
+  }
+  auto* const border = new wxBoxSizer(wxVERTICAL);
+  border->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
+  SetSizer(border);
+}
+
+void StatePane::Show(const StationSnapshot& state, const ShownPicture& shown) {
+  const std::vector<std::string> texts = Values(texts_, state, shown);
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    const wxString text = Wx(texts[i]);
+    if (values_[i]->GetLabel() != text) values_[i]->SetLabel(text);
+  }
+}
+
+RegisterList::RegisterList(wxWindow* parent, const WindowTexts& texts)
+    : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT) {
+  AddColumns(
+      *this, texts,
+      {{WindowText::kRegister, 110}, {WindowText::kWorking, 130}, {WindowText::kStored, 130}});
+  for (std::size_t entry = 0; entry < kEntryCount; ++entry) {
+    InsertItem(static_cast<long>(entry), Wx(EntryName(entry)));
+  }
+}
+
+void RegisterList::Show(const StationSnapshot& state) {
+  for (std::size_t entry = 0; entry < kEntryCount; ++entry) {
+    const auto item = static_cast<long>(entry);
+    const std::string& working = EntryText(state.Working, entry);
+    const std::string& stored = EntryText(state.Stored, entry);
+    SetItem(item, 1, Shortened(working));
+    SetItem(item, 2, Shortened(stored));
+    wxFont font = GetFont();
+    if (working != stored) font.MakeBold();
+    SetItemFont(item, font);
+  }
+}
+
+FrameList::FrameList(wxWindow* parent, const WindowTexts& texts)
+    : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT | wxLC_VIRTUAL),
+      texts_(texts) {
+  AddColumns(*this, texts,
+             {{WindowText::kNumber, 55},
+              {WindowText::kName, 130},
+              {WindowText::kRequest, 260},
+              {WindowText::kReply, 200},
+              {WindowText::kFault, 120}});
+}
+
+void FrameList::Show(const StationSnapshot& state) {
+  exchanges_ = state.Exchanges;
+  SetItemCount(static_cast<long>(exchanges_.size()));
+  Refresh();
+}
+
+wxString FrameList::OnGetItemText(long item, long column) const {
+  const auto index = static_cast<std::size_t>(item);
+  if (index >= exchanges_.size()) return {};
+  const LoggedExchange& exchange = exchanges_[exchanges_.size() - 1 - index];
+  const std::array<std::string, 5> texts{std::to_string(exchange.Number),
+                                         FrameName(texts_, exchange.Request),
+                                         FrameHex(exchange.Request, kShownBytes),
+                                         FrameHex(exchange.Reply, kShownBytes), exchange.Fault};
+  return Wx(texts[static_cast<std::size_t>(column)]);
+}
+
+}  // namespace warpline::sim

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <wx/choice.h>
+#include <wx/panel.h>
+#include <wx/slider.h>
+#include <wx/stattext.h>
+
+#include <functional>
+
+#include "sim/wall.h"
+#include "sim/window_texts.h"
+
+namespace warpline::sim {
+
+// The controls of the wall: its shape, distance, curvature, and where the lens's axis lies.
+class WallBar : public wxPanel {
+ public:
+  WallBar(wxWindow* parent, const WindowTexts& texts, std::function<void(const Wall&)> changed);
+  const Wall& Chosen() const { return wall_; }
+
+ private:
+  wxSlider* Slider(const char* name, int least, int most, int value);
+  void Follow();
+
+  const WindowTexts& texts_;
+  std::function<void(const Wall&)> changed_;
+  Wall wall_;
+  wxChoice* shape_;
+  wxSlider* distance_;
+  wxStaticText* distance_text_;
+  wxSlider* curvature_;
+  wxStaticText* curvature_text_;
+  wxChoice* axis_;
+};
+
+}  // namespace warpline::sim

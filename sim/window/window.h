@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "sim/station.h"
+
+// The projector's window, seen from the program. The toolkit takes its time to be loaded, so where
+// it is a shared library the window is a library of its own, loaded only when a window is wanted.
+
+namespace warpline::sim {
+
+struct WindowRequest {
+  sim::Station& Station;
+  std::string Place;  // where the projector listens, for the title
+  bool Japanese = false;
+  std::function<bool()> StopWanted;  // asked now and then; true closes the window
+};
+
+// Runs until the window is closed. False when there can be no window: this program was built
+// without, or there is no display.
+bool RunWindow(const WindowRequest& request);
+
+// The name of the library and of its one function, which is RunWindow's like.
+inline constexpr const char* kWindowLibrary = "warpline-projector-window";
+inline constexpr const char* kWindowFunction = "WarplineProjectorWindow";
+using WindowFunction = bool(const WindowRequest*);
+
+}  // namespace warpline::sim
