@@ -26,12 +26,6 @@ std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& by
   return {errno != 0 ? errno : EIO, std::generic_category()};
 }
 
-std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error) {
-  const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
-  if (error) return 0;
-  return std::filesystem::space(folder, error).available;
-}
-
 std::string Utf8Of(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();
   return {text.begin(), text.end()};

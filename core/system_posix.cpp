@@ -171,6 +171,12 @@ std::error_code ReplaceFileContents(const std::filesystem::path& path, std::stri
   return error;
 }
 
+std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error) {
+  const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
+  if (error) return 0;
+  return std::filesystem::space(folder, error).available;
+}
+
 std::string SystemErrorText(std::error_code error) {
   return error.message();
 }

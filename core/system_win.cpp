@@ -136,6 +136,18 @@ std::error_code ReplaceFileContents(const std::filesystem::path& path, std::stri
   return error;
 }
 
+// The standard library would ask about the parent of the folder, which may lie on another volume.
+std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error) {
+  const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
+  if (error) return 0;
+  ULARGE_INTEGER available{};
+  if (::GetDiskFreeSpaceExW(folder.c_str(), &available, nullptr, nullptr)) {
+    return available.QuadPart;
+  }
+  error = LastError();
+  return 0;
+}
+
 std::string SystemErrorText(std::error_code error) {
   if (error.category() != std::system_category()) return error.message();
   LPWSTR text = nullptr;

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "sim/server.h"
 #include "sim/station.h"
 #include "tests/cli/cli_run.h"
+#include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
 
 // The whole way: the command line, the stand-in library loaded from the program's folder, TCP, the
@@ -17,28 +17,6 @@
 
 namespace warpline {
 namespace {
-
-// Keeps the user's own settings out of the tests.
-class OwnSettings {
- public:
-  explicit OwnSettings(const TempFolder& folder) {
-    if (const char* old = std::getenv(kName)) old_ = old;
-    setenv(kName, folder.Path().c_str(), 1);
-  }
-  ~OwnSettings() {
-    if (old_) {
-      setenv(kName, old_->c_str(), 1);
-    } else {
-      unsetenv(kName);
-    }
-  }
-  OwnSettings(const OwnSettings&) = delete;
-  OwnSettings& operator=(const OwnSettings&) = delete;
-
- private:
-  static constexpr const char* kName = "XDG_CONFIG_HOME";
-  std::optional<std::string> old_;
-};
 
 class ProjectorVerbsTest : public testing::Test {
  protected:
@@ -62,13 +40,14 @@ class ProjectorVerbsTest : public testing::Test {
   }
 
   void WriteSettings(const std::string& text) const {
-    const std::filesystem::path folder = folder_.Path() / "Varnok Beamkit" / "Warpline Tool 3.0";
+    const std::filesystem::path folder =
+        ApplicationDataFolder() / "Varnok Beamkit" / "Warpline Tool 3.0";
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "WarplineTool.ini") << text;
   }
 
   TempFolder folder_;
-  OwnSettings settings_{folder_};
+  OwnSettings settings_{folder_.Path()};
   std::unique_ptr<sim::Station> station_;
   std::unique_ptr<sim::Server> server_;
 };

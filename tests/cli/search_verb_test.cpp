@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "sim/discovery.h"
 #include "tests/cli/cli_run.h"
+#include "tests/support/environment.h"
 
 // The whole way: the command line, the stand-in search library from the program's folder,
 // datagrams, projectors that answer.
@@ -24,14 +25,13 @@ class SearchVerbTest : public testing::Test {
   void SetUp() override {
     left_ = sim::DiscoveryResponder::Open({kLeft, 0}, {7142, 5, 1, true, "Left wall"});
     ASSERT_TRUE(left_);
-    setenv(kVariable, std::to_string(Port()).c_str(), 1);
+    port_.emplace("WARPLINE_DISCOVERY_PORT", std::to_string(Port()));
   }
-  void TearDown() override { unsetenv(kVariable); }
 
   std::uint16_t Port() const { return left_->Where().Port; }
 
-  static constexpr const char* kVariable = "WARPLINE_DISCOVERY_PORT";
   Responder left_;
+  std::optional<EnvironmentValue> port_;
 };
 
 TEST_F(SearchVerbTest, ListsWhatAnswers) {

@@ -99,9 +99,9 @@ wxImage Painted(const PreviewDrawing& drawing, const wxSize& size) {
 }
 
 bool IsLit(const wxImage& image, int x, int y, const PreviewColour& colour) {
-  const auto near = [](int seen, int wanted) { return wanted == 0 ? seen < 60 : seen > 100; };
-  return near(image.GetRed(x, y), colour.red) && near(image.GetGreen(x, y), colour.green) &&
-         near(image.GetBlue(x, y), colour.blue);
+  const auto is_close = [](int seen, int wanted) { return wanted == 0 ? seen < 60 : seen > 100; };
+  return is_close(image.GetRed(x, y), colour.red) && is_close(image.GetGreen(x, y), colour.green) &&
+         is_close(image.GetBlue(x, y), colour.blue);
 }
 
 // A client area that is wider than 4:3: the model panel lies in its middle, 1.5 pixels a unit.
@@ -156,9 +156,10 @@ TEST(Layout, LongTextsAreWrappedInBothLanguages) {
   constexpr int kDescription = 61;
   for (const int identifier : {kDescription, kDescription + kEnglishOffset}) {
     const wxString text = WxText(CatalogueText(identifier));
-    wxString lines = WrappedText(window, text, 200);
+    const int width = window.GetTextExtent(text).x / 4;
+    wxString lines = WrappedText(window, text, width);
     EXPECT_GT(lines.Freq('\n'), 2);
-    EXPECT_LE(window.GetTextExtent(lines.BeforeFirst('\n')).x, 200);
+    EXPECT_LE(window.GetTextExtent(lines.BeforeFirst('\n')).x, width);
     EXPECT_FALSE(lines.Contains(WxText("\n。")));
     wxString joined = lines;
     joined.Replace("\n", identifier == kDescription ? "" : " ");

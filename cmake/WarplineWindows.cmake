@@ -1,0 +1,43 @@
+# What a program or library for Windows carries beside its code: version, icon, manifest, and a library search that leaves
+# the current folder out.
+
+enable_language(RC)
+
+# The maker's line of the about box, so that the file's properties say the same.
+file(STRINGS ${CMAKE_SOURCE_DIR}/resources/catalogue_en.txt warpline_maker REGEX "^62: " ENCODING UTF-8)
+string(REGEX REPLACE "^62: " "" warpline_maker "${warpline_maker}")
+string(REGEX REPLACE "^Developed by the " "" warpline_company "${warpline_maker}")
+
+function(warpline_version_resource target description)
+  get_target_property(kind ${target} TYPE)
+  if(kind STREQUAL "EXECUTABLE")
+    set(warpline_file_type VFT_APP)
+    set(warpline_suffix .exe)
+  else()
+    set(warpline_file_type VFT_DLL)
+    set(warpline_suffix .dll)
+  endif()
+  set(warpline_description "${description}")
+  set(resource ${CMAKE_BINARY_DIR}/resources/${target}_version.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/resources/windows/version.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
+endfunction()
+
+# For programs, those of the tests too; resources is program for one without windows, windowed_program for one with.
+function(warpline_windows_program target resources)
+  set(folder ${CMAKE_SOURCE_DIR}/resources/windows)
+  target_sources(${target} PRIVATE ${folder}/${resources}.rc ${folder}/library_search.cpp)
+  set_property(SOURCE ${folder}/${resources}.rc TARGET_DIRECTORY ${target} APPEND PROPERTY OBJECT_DEPENDS
+    "${folder}/program.rc;${folder}/warpline.ico;${folder}/warpline.manifest")
+endfunction()
+
+warpline_version_resource(warpline "Warpline Tool on the command line")
+warpline_version_resource(warpline-projector "Simulated projector for Warpline Tool")
+warpline_version_resource(Beamlink "Stand-in for the projector's control library")
+warpline_version_resource(Beamseek2 "Stand-in for the projector's search library")
+warpline_windows_program(warpline program)
+warpline_windows_program(warpline-projector program)
+if(TARGET WarplineTool)
+  warpline_version_resource(WarplineTool "Warpline Tool")
+  warpline_windows_program(WarplineTool windowed_program)
+endif()
