@@ -89,6 +89,7 @@ RegisterList::RegisterList(wxWindow* parent, const WindowTexts& texts)
   AddColumns(
       *this, texts,
       {{WindowText::kRegister, 110}, {WindowText::kWorking, 130}, {WindowText::kStored, 130}});
+  SetName("registers");
   for (std::size_t entry = 0; entry < kEntryCount; ++entry) {
     InsertItem(static_cast<long>(entry), Wx(EntryName(entry)));
   }
@@ -110,6 +111,7 @@ void RegisterList::Show(const StationSnapshot& state) {
 FrameList::FrameList(wxWindow* parent, const WindowTexts& texts)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT | wxLC_VIRTUAL),
       texts_(texts) {
+  SetName("frames");
   AddColumns(*this, texts,
              {{WindowText::kNumber, 55},
               {WindowText::kName, 130},
