@@ -29,6 +29,7 @@ class ProjectorVerbsTest : public testing::Test {
     for (const std::string& rule : rules) {
       setup.Faults.push_back(sim::ParseFaultRule(rule, reason).value());
     }
+    server_.reset();  // its threads use the station
     station_ = std::make_unique<sim::Station>(setup);
     server_ = std::make_unique<sim::Server>(*station_);
     EXPECT_TRUE(server_->Listen(sim::Endpoint{}, reason)) << reason;
