@@ -45,6 +45,7 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
   Bind(wxEVT_CHAR_HOOK, &ProjectorFrame::PressKey, this);
   ChooseView(false);
+  canvas_->SetFocusIgnoringChildren();
   timer_.Start(kLookMilliseconds);
 }
 
@@ -158,7 +159,9 @@ void ProjectorFrame::ChooseView(bool wall) {
   Redraw();
 }
 
+// Keys reach the window only while one of its visible parts has the focus.
 void ProjectorFrame::SwitchFullScreen(bool full) {
+  canvas_->SetFocusIgnoringChildren();
   ShowFullScreen(full);
   if (full) {
     splitter_->Unsplit();

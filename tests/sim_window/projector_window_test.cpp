@@ -114,6 +114,19 @@ TEST(ProjectorWindow, ChangesItsViewByKeys) {
   EXPECT_FALSE(shape.GetParent()->IsShown());
 }
 
+TEST(ProjectorWindow, LeavesFullScreenByEscape) {
+  World world;
+  wxWindow& panes = *world.Find<wxWindow>("registers").GetParent();
+  wxCommandEvent event(wxEVT_MENU, world.frame->GetMenuBar()->FindMenuItem("View", "Full screen"));
+  world.frame->ProcessWindowEvent(event);
+  EXPECT_TRUE(world.frame->IsFullScreen());
+  EXPECT_FALSE(panes.IsShown());
+  world.Key(WXK_ESCAPE);
+  EXPECT_FALSE(world.frame->IsFullScreen());
+  EXPECT_TRUE(panes.IsShown());
+  EXPECT_TRUE(world.frame->GetMenuBar()->IsShown());
+}
+
 class TestApplication : public wxApp {
  public:
   bool OnInit() override { return true; }
