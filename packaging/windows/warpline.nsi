@@ -1,0 +1,129 @@
+; The installer: for one user, without an administrator's rights, in English and Japanese. An older version is replaced;
+; settings and data lie elsewhere and are never touched.
+;   makensis -DVERSION=3.0.0 -DBITS=64 -DINPUT=folder -DEXAMPLES=file -DOUTPUT=file -DICON=file -DCOMPANY=text warpline.nsi
+Unicode true
+!if ${BITS} == 64
+  Target amd64-unicode
+!else
+  Target x86-unicode
+!endif
+SetCompressor /SOLID lzma
+SetDateSave off
+ManifestSupportedOS Win10
+ManifestDPIAware true
+RequestExecutionLevel user
+
+!include MUI2.nsh
+!include FileFunc.nsh
+
+!define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\WarplineTool"
+
+Name "Warpline Tool ${VERSION}"
+OutFile "${OUTPUT}"
+InstallDir "$LOCALAPPDATA\Programs\Warpline Tool"
+InstallDirRegKey HKCU "${KEY}" "InstallLocation"
+BrandingText "${COMPANY}"
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_FINISHPAGE_RUN "$INSTDIR\WarplineTool.exe"
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+; The first is taken when the user's language is neither.
+!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "Japanese"
+
+LangString Running ${LANG_ENGLISH} "Warpline Tool is running. Please close it, then try again."
+LangString Running ${LANG_JAPANESE} "Warpline Tool が実行中です。終了してから再試行してください。"
+LangString Command ${LANG_ENGLISH} "Uninstall Warpline Tool"
+LangString Command ${LANG_JAPANESE} "Warpline Tool のアンインストール"
+LangString English ${LANG_ENGLISH} "Read Me (English)"
+LangString English ${LANG_JAPANESE} "お読みください (英語)"
+LangString Japanese ${LANG_ENGLISH} "Read Me (Japanese)"
+LangString Japanese ${LANG_JAPANESE} "お読みください (日本語)"
+
+VIProductVersion "${VERSION}.0"
+!macro FileVersion language
+  VIAddVersionKey /LANG=${language} "ProductName" "Warpline Tool"
+  VIAddVersionKey /LANG=${language} "CompanyName" "${COMPANY}"
+  VIAddVersionKey /LANG=${language} "FileDescription" "Warpline Tool ${VERSION}"
+  VIAddVersionKey /LANG=${language} "FileVersion" "${VERSION}"
+  VIAddVersionKey /LANG=${language} "ProductVersion" "${VERSION}"
+  VIAddVersionKey /LANG=${language} "LegalCopyright" ""
+!macroend
+!insertmacro FileVersion ${LANG_ENGLISH}
+!insertmacro FileVersion ${LANG_JAPANESE}
+
+; A program that runs cannot be replaced: asks until it is closed or the user gives up; unattended, gives up with code 2.
+!macro WaitForProgram prefix
+Function ${prefix}WaitForProgram
+  again:
+    IfFileExists "$INSTDIR\WarplineTool.exe" 0 done
+    ClearErrors
+    FileOpen $0 "$INSTDIR\WarplineTool.exe" a
+    IfErrors running
+    FileClose $0
+    Goto done
+  running:
+    IfSilent give_up
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(Running)" IDRETRY again
+  give_up:
+    SetErrorLevel 2
+    Quit
+  done:
+FunctionEnd
+!macroend
+!insertmacro WaitForProgram ""
+!insertmacro WaitForProgram "un."
+
+Section
+  Call WaitForProgram
+  SetOutPath "$INSTDIR"
+  File "${INPUT}\WarplineTool.exe"
+  File "${INPUT}\warpline.exe"
+  File "${INPUT}\ReadMe(English).txt"
+  File "${INPUT}\ReadMe(Japanese).txt"
+  SetOutPath "$INSTDIR\examples"
+  File "${INPUT}\examples\*.*"
+  SetOutPath "$INSTDIR"
+  WriteUninstaller "$INSTDIR\Uninstall.exe"
+
+  RMDir /r "$SMPROGRAMS\Warpline Tool"
+  CreateDirectory "$SMPROGRAMS\Warpline Tool"
+  CreateShortCut "$SMPROGRAMS\Warpline Tool\Warpline Tool.lnk" "$INSTDIR\WarplineTool.exe"
+  CreateShortCut "$SMPROGRAMS\Warpline Tool\$(English).lnk" "$INSTDIR\ReadMe(English).txt"
+  CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Japanese).lnk" "$INSTDIR\ReadMe(Japanese).txt"
+  CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Command).lnk" "$INSTDIR\Uninstall.exe"
+  CreateShortCut "$DESKTOP\Warpline Tool.lnk" "$INSTDIR\WarplineTool.exe"
+
+  WriteRegStr HKCU "${KEY}" "DisplayName" "Warpline Tool"
+  WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${KEY}" "DisplayIcon" "$INSTDIR\WarplineTool.exe"
+  WriteRegStr HKCU "${KEY}" "Publisher" "${COMPANY}"
+  WriteRegStr HKCU "${KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${KEY}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
+  WriteRegStr HKCU "${KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegDWORD HKCU "${KEY}" "NoModify" 1
+  WriteRegDWORD HKCU "${KEY}" "NoRepair" 1
+  ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
+  WriteRegDWORD HKCU "${KEY}" "EstimatedSize" $0
+SectionEnd
+
+; Takes away what the installer brought and nothing else: the maker's libraries and the user's own files stay.
+Section Uninstall
+  Call un.WaitForProgram
+  Delete "$INSTDIR\WarplineTool.exe"
+  Delete "$INSTDIR\warpline.exe"
+  Delete "$INSTDIR\ReadMe(English).txt"
+  Delete "$INSTDIR\ReadMe(Japanese).txt"
+  !include "${EXAMPLES}"
+  RMDir "$INSTDIR\examples"
+  Delete "$INSTDIR\Uninstall.exe"
+  RMDir "$INSTDIR"
+  RMDir /r "$SMPROGRAMS\Warpline Tool"
+  Delete "$DESKTOP\Warpline Tool.lnk"
+  DeleteRegKey HKCU "${KEY}"
+SectionEnd

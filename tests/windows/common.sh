@@ -1,0 +1,45 @@
+# What the tests of whole programs for Windows share. They run on a display of their own, with a Windows of their own that
+# is made new for every run. Sourced, after "name" is set to the test's name.
+
+tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$tests/../.." && pwd)
+if [ -z "${WARPLINE_ON_OWN_DISPLAY:-}" ]; then
+  export WARPLINE_ON_OWN_DISPLAY=1
+  exec xvfb-run -a -s "-screen 0 1600x1000x24" "$0" "$@"
+fi
+
+work=$(mktemp -d)
+export WINEPREFIX=$work/wine
+unset XDG_CONFIG_HOME
+export LC_ALL=C.UTF-8
+started=()
+finish() {
+  local process
+  for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+  WINEDEBUG=-all wineserver -k 2>/dev/null || true
+  WINEDEBUG=-all wineserver -w 2>/dev/null || true
+  rm -rf "$work"
+}
+trap finish EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+run() { "$tests/run-with-wine" "$@"; }
+fail() {
+  printf '%s: %s\n' "$name" "$*" >&2
+  exit 1
+}
+# Tries a command until it succeeds; fails after some time.
+until_true() {
+  local what=$1 tries
+  shift
+  for ((tries = 0; tries < 300; ++tries)); do
+    if "$@" >/dev/null 2>&1; then return 0; fi
+    sleep 0.1
+  done
+  fail "not in time: $what"
+}
+
+run cmd /c "exit 0"
+user=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 -type d ! -name Public)
+settings="$user/AppData/Roaming/Varnok Beamkit/Warpline Tool 3.0"
