@@ -23,6 +23,7 @@ constexpr std::array kNames{
     NameRow{kLibraryHeader, kPanelOperation, WindowText::kFramePanel},
     NameRow{kLibraryHeader, kStatusOperation, WindowText::kFrameStatus},
     NameRow{kLibraryHeader, kInputOperation, WindowText::kFrameInput},
+    NameRow{kLibraryHeader, kEchoOperation, WindowText::kFrameEcho},
     NameRow{kPrepareHeader, kAnyByte, WindowText::kFramePrepare},
     NameRow{kModeHeader, kAnyByte, WindowText::kFrameMode},
     NameRow{kWholeBlockHeader, kAnyByte, WindowText::kFrameBlock},

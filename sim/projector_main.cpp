@@ -1,14 +1,20 @@
 #include <chrono>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/system.h"
 #include "sim/control.h"
 #include "sim/discovery.h"
 #include "sim/projector_options.h"
+#include "sim/recording.h"
+#include "sim/replay.h"
 #include "sim/server.h"
 #include "sim/stop_signal.h"
 #include "sim/window/window.h"
@@ -17,6 +23,8 @@ namespace {
 
 using warpline::sim::ControlServer;
 using warpline::sim::ProjectorOptions;
+using warpline::sim::RecordedEvent;
+using warpline::sim::Recorder;
 using warpline::sim::Server;
 
 bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& options) {
@@ -52,11 +60,33 @@ void TellPlaces(const Server& server, const ControlServer& control,
   if (options.LeftToChance) std::cerr << "fault seed " << options.Station.Seed << std::endl;
 }
 
-int Run(ProjectorOptions options) {
+// Nothing, and the reason is told, when it cannot be used.
+std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::path& path) {
+  std::string text;
+  std::string reason;
+  if (const std::error_code error = warpline::ReadWholeFile(path, text)) {
+    reason = warpline::SystemErrorText(error);
+  } else if (auto events = warpline::sim::ParseRecording(text, reason)) {
+    return events;
+  }
+  std::cerr << "The recording \"" << warpline::Utf8Of(path) << "\" cannot be used: " << reason
+            << "\n";
+  return std::nullopt;
+}
+
+// A file that records; null, and told, when it cannot be written.
+std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path) {
+  auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+  if (*file) return file;
+  std::cerr << "The recording \"" << warpline::Utf8Of(path) << "\" cannot be written.\n";
+  return nullptr;
+}
+
+int Serve(ProjectorOptions options, Recorder* recorder) {
   options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
   warpline::sim::StopSignal stop;
   warpline::sim::Station station(options.Station);
-  Server server(station);
+  Server server(station, recorder);
   ControlServer control(station);
   if (!OpenPlaces(server, control, options)) return 1;
   const auto responder = AnswerSearches(options, server);
@@ -72,6 +102,25 @@ int Run(ProjectorOptions options) {
   control.Stop();
   server.Stop();
   return 0;
+}
+
+int Run(ProjectorOptions options) {
+  if (options.Replay) {
+    options.Station.Replay = ReadRecording(*options.Replay);
+    if (!options.Station.Replay) return 1;
+  }
+  if (options.ReplayTo) {
+    return warpline::sim::ReplayTo(*options.Station.Replay, *options.ReplayTo, {}, std::cout) ? 0
+                                                                                              : 1;
+  }
+  if (!options.Record) return Serve(std::move(options), nullptr);
+  const std::unique_ptr<std::ofstream> file = OpenRecord(*options.Record);
+  if (!file) return 1;
+  Recorder recorder(*file);
+  const int exit_code = Serve(options, &recorder);
+  if (*file) return exit_code;
+  std::cerr << "The recording is not complete: the file could not be written.\n";
+  return 1;
 }
 
 }  // namespace

@@ -35,6 +35,9 @@ struct RawOptions {
   std::string panel;
   std::string profile;
   std::string control;
+  std::string record;
+  std::string replay;
+  std::string replay_to;
   std::string power = "on";
   std::string serial;
   std::string state;
@@ -51,6 +54,19 @@ struct RawOptions {
   std::string language;
   bool no_discovery = false;
 };
+
+void DeclareRecording(CLI::App& app, RawOptions& raw) {
+  auto* record = app.add_option("--record", raw.record,
+                                "Text file that every exchange is written to as it happens");
+  auto* replay = app.add_option("--replay", raw.replay,
+                                "Recording that every answer is taken from; what it does not hold "
+                                "is not answered, and told")
+                     ->excludes(record);
+  app.add_option("--replay-to", raw.replay_to,
+                 "ADDRESS:PORT (loopback) of a projector that the recording's requests are put "
+                 "to; tells the answers that differ and ends: 0 all agree, 1 not")
+      ->needs(replay);
+}
 
 void Declare(CLI::App& app, RawOptions& raw) {
   app.footer(kFooter);
@@ -102,6 +118,7 @@ void Declare(CLI::App& app, RawOptions& raw) {
                  "without it");
   app.add_option("--control", raw.control,
                  "ADDRESS:PORT (loopback) that takes commands as lines of text: help lists them");
+  DeclareRecording(app, raw);
 }
 
 bool ParsePlace(const std::string& option, std::string_view text, Endpoint& endpoint,
@@ -155,6 +172,14 @@ bool ParseControl(const RawOptions& raw, ProjectorOptions& options, std::string&
   return ParsePlace("--control", raw.control, *options.Control, reason);
 }
 
+bool ParseReplay(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
+  options.Record = PathIfAny(raw.record);
+  options.Replay = PathIfAny(raw.replay);
+  if (raw.replay_to.empty()) return true;
+  options.ReplayTo.emplace();
+  return ParsePlace("--replay-to", raw.replay_to, *options.ReplayTo, reason);
+}
+
 bool ReadProfile(const std::string& path, ProjectorSetup& projector, std::string& reason) {
   if (path.empty()) return true;
   std::string text;
@@ -199,7 +224,7 @@ bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& r
   options.Discovery = !raw.no_discovery && raw.usb == 0;
   return DescribeProjector(raw, options.Station.Projector, reason) &&
          ChoosePlaces(raw, options, reason) && ParseControl(raw, options, reason) &&
-         ParseFaults(raw.faults, options, reason);
+         ParseReplay(raw, options, reason) && ParseFaults(raw.faults, options, reason);
 }
 
 }  // namespace

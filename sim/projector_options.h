@@ -19,7 +19,10 @@ struct ProjectorOptions {
   std::optional<std::filesystem::path> Serial;
   bool FastSerial = false;
   std::optional<Endpoint> Control;
-  bool LeftToChance = false;  // a fault depends on the seed
+  std::optional<std::filesystem::path> Record;  // at most one of these two
+  std::optional<std::filesystem::path> Replay;
+  std::optional<Endpoint> ReplayTo;  // with Replay alone: serve nobody, ask that projector
+  bool LeftToChance = false;         // a fault depends on the seed
   bool Headless = false;
   bool Japanese = false;  // the window's language
   bool Discovery = true;  // answer searches; only where it serves the LAN

@@ -10,6 +10,11 @@ bool IsRefusal(const Bytes& reply) {
   return reply.size() > kPayloadStart + 1 && reply[kPayloadStart] == kRefused;
 }
 
+// People count links from 1.
+std::uint64_t RecordedNumber(int link) {
+  return static_cast<std::uint64_t>(link) + 1;
+}
+
 }  // namespace
 
 bool Server::Listen(const Endpoint& endpoint, std::string& reason) {
@@ -98,6 +103,7 @@ void Server::ServeSerial() {
 
 void Server::ServeLink(Channel& channel, int link) {
   FrameReader reader;
+  if (recorder_ != nullptr) recorder_->Opened(RecordedNumber(link));
   std::array<std::uint8_t, 4096> buffer{};
   Clock::time_point last_byte = Clock::now();
   while (!stopping_ && station_.IsOpen(link)) {
@@ -111,22 +117,29 @@ void Server::ServeLink(Channel& channel, int link) {
     reader.Append(ByteView(buffer).first(read.Count));
     if (!AnswerFrames(channel, link, reader)) break;
   }
+  if (recorder_ != nullptr) recorder_->Closed(RecordedNumber(link));
   station_.CloseLink(link);
 }
 
 // False when the link has to be closed.
 bool Server::AnswerFrames(Channel& channel, int link, FrameReader& reader) {
   while (const std::optional<Bytes> frame = reader.Next()) {
+    if (recorder_ != nullptr) recorder_->Request(RecordedNumber(link), *frame);
     const Outgoing outgoing = station_.Exchange(link, *frame);
     // What stands behind a frame that makes no sense cannot be trusted to be the start of another.
     if (IsRefusal(outgoing.Reply)) reader.Clear();
-    if (!Deliver(channel, outgoing)) return false;
+    const auto record = [&] {
+      if (recorder_ != nullptr) recorder_->Reply(RecordedNumber(link), *frame, outgoing.Reply);
+    };
+    if (!Deliver(channel, outgoing, record)) return false;
   }
   return true;
 }
 
-bool Server::Deliver(Channel& channel, const Outgoing& outgoing) {
+bool Server::Deliver(Channel& channel, const Outgoing& outgoing,
+                     const std::function<void()>& before_reply) {
   if (!Pause(outgoing.Delay)) return false;
+  before_reply();
   ByteView rest = outgoing.Reply;
   while (!rest.empty()) {
     const std::size_t count = outgoing.ByteByByte ? 1 : rest.size();

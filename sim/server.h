@@ -1,11 +1,13 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
 #include <thread>
 
+#include "sim/recording.h"
 #include "sim/serial.h"
 #include "sim/socket.h"
 #include "sim/station.h"
@@ -22,8 +24,9 @@ inline constexpr milliseconds kWriteLimitMs{5000};
 
 class Server {
  public:
-  // The station must outlive the server.
-  explicit Server(Station& station) : station_(station) {}
+  // The station must outlive the server, and so must the recorder, if there is one.
+  explicit Server(Station& station, Recorder* recorder = nullptr)
+      : station_(station), recorder_(recorder) {}
   ~Server() { Stop(); }
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
@@ -53,11 +56,13 @@ class Server {
   void ServeSerial();
   void ServeLink(Channel& channel, int link);
   bool AnswerFrames(Channel& channel, int link, FrameReader& reader);
-  bool Deliver(Channel& channel, const Outgoing& outgoing);
+  bool Deliver(Channel& channel, const Outgoing& outgoing,
+               const std::function<void()>& before_reply);
   bool Pause(milliseconds time);
   void JoinEnded();
 
   Station& station_;
+  Recorder* recorder_;
   std::atomic<bool> stopping_{false};
   std::unique_ptr<Listener> listener_;
   Endpoint where_;

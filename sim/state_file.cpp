@@ -65,6 +65,7 @@ std::string StateText(const SimulatedProjector& projector, const StateExtras& ex
                       {"links", extras.Links}};
   json["session"] = {{"frames", extras.LastSession.Frames}, {"bytes", extras.LastSession.Bytes}};
   json["faults"] = extras.Faults;
+  if (extras.Mismatches) json["mismatches"] = *extras.Mismatches;
   return json.dump(1, ' ', true, Json::error_handler_t::replace) + "\n";
 }
 

@@ -22,6 +22,7 @@
 //   session       {frames, bytes}: the tool's raw frames over the most recent link and their length
 //                 in bytes; the control library's own operations are not counted
 //   faults        the rules in force, as they were given
+//   mismatches    while a recording is replayed: the last requests that it did not hold, in hex
 
 namespace warpline::sim {
 
@@ -36,6 +37,7 @@ struct StateExtras {
   std::uint64_t Links = 0;
   bool ModeOneAsked = false;
   std::vector<std::string> Faults;
+  std::optional<std::vector<std::string>> Mismatches;  // nothing: no recording is replayed
 };
 
 // "on", "standby", "warming up", "cooling down".

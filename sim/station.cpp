@@ -5,10 +5,13 @@
 #include <utility>
 
 #include "core/system.h"
+#include "sim/frame_names.h"
 #include "sim/test_picture.h"
 
 namespace warpline::sim {
 namespace {
+
+constexpr std::size_t kToldBytes = 64;
 
 // The stored set that the last run left, or the neutral one.
 RegisterSet StartingSet(const StationSetup& setup) {
@@ -48,6 +51,11 @@ bool IsEcho(ByteView frame) {
          frame[kPayloadStart] == kEchoOperation;
 }
 
+bool IsAcceptance(ByteView request, ByteView reply) {
+  return IsWholeFrame(reply) && reply.size() > kPayloadStart + 1 &&
+         (HasHeader(request, kModelClassHeader) || reply[kPayloadStart] == kAccepted);
+}
+
 }  // namespace
 
 Station::Station(StationSetup setup)
@@ -55,6 +63,7 @@ Station::Station(StationSetup setup)
       projector_(setup_.Projector, StartingSet(setup_)),
       power_(setup_.Projector.PowerState),
       faults_(std::exchange(setup_.Faults, {}), setup_.Seed),
+      playback_(setup_.Replay ? std::optional<Playback>(*std::move(setup_.Replay)) : std::nullopt),
       source_(setup_.Picture ? TestPicture(setup_.Projector.Panel) : RgbImage{}) {
   power_.SetSpeedUp(setup_.SpeedUp, setup_.Now());
   WritePicture();
@@ -112,10 +121,10 @@ Outgoing Station::Exchange(int link, ByteView frame) {
   const std::optional<FaultRule> fault =
       faults_.StrikeExchange(projector_.Count().Exchanges + 1, frame);
   const std::uint64_t shows = projector_.Count().Shows;
-  Bytes reply = Execute(memory->second, fault, frame);
-  const Outgoing outgoing =
-      fault ? Spoil(*fault, std::move(reply)) : Outgoing{.Reply = std::move(reply)};
+  const std::uint64_t mismatches = mismatch_count_;
+  const Outgoing outgoing = Answer(memory->second, fault, frame);
   Note(link, frame, outgoing, fault);
+  if (mismatch_count_ != mismatches) exchanges_.back().Fault = kMismatch;
   if (projector_.Count().Shows != shows) WritePicture();
   if (fault && fault->Effect == FaultEffect::kRestart) RestartLocked();
   WriteState();
@@ -127,6 +136,31 @@ Bytes Station::Execute(LinkMemory& memory, const std::optional<FaultRule>& fault
   if (fault->Effect == FaultEffect::kUnkept) return projector_.HandleWithoutKeeping(frame);
   return IsExecuted(fault->Effect) ? projector_.HandleFrame(memory, frame)
                                    : projector_.Refuse(frame);
+}
+
+Outgoing Station::Answer(LinkMemory& memory, const std::optional<FaultRule>& fault,
+                         ByteView frame) {
+  const bool replayed = playback_ && (!fault || IsExecuted(fault->Effect));
+  Outgoing outgoing =
+      replayed ? Replayed(memory, frame) : Outgoing{.Reply = Execute(memory, fault, frame)};
+  return fault ? Spoil(*fault, std::move(outgoing.Reply)) : outgoing;
+}
+
+// What was accepted when it was recorded is executed here too, so that the picture follows.
+Outgoing Station::Replayed(LinkMemory& memory, ByteView frame) {
+  const RecordedEvent* const recorded = playback_->Find(frame);
+  if (recorded != nullptr && IsAcceptance(frame, recorded->Reply)) {
+    projector_.HandleFrame(memory, frame);
+  } else {
+    projector_.Refuse(frame);
+  }
+  if (recorded != nullptr) return {.Reply = recorded->Reply, .Delay = recorded->ReplyAfter};
+  ++mismatch_count_;
+  mismatches_.push_back(FrameHex(frame, frame.size()));
+  if (mismatches_.size() > kKeptStrikes) mismatches_.erase(mismatches_.begin());
+  setup_.Log("mismatch: exchange " + std::to_string(projector_.Count().Exchanges) +
+             " is not in the recording: " + FrameHex(frame, kToldBytes));
+  return {};
 }
 
 StationSnapshot Station::Snapshot() {
@@ -149,6 +183,7 @@ StationSnapshot Station::Snapshot() {
           .Faults = faults_.Texts(),
           .Strikes = faults_.Strikes(),
           .Seed = faults_.Seed(),
+          .Mismatches = mismatch_count_,
           .Exchanges = exchanges_};
 }
 
@@ -238,8 +273,9 @@ void Station::TellStrike() const {
 void Station::WriteState() {
   ++revision_;
   if (!setup_.State) return;
-  StateExtras extras{session_, link_count_, false, faults_.Texts()};
+  StateExtras extras{session_, link_count_, false, faults_.Texts(), {}};
   const auto newest = links_.find(newest_link_);
+  if (playback_) extras.Mismatches = mismatches_;
   extras.ModeOneAsked = newest != links_.end() && newest->second.ModeOneAsked;
   WriteFile(*setup_.State, StateText(projector_, extras));
 }

@@ -16,6 +16,7 @@
 #include "sim/picture.h"
 #include "sim/power.h"
 #include "sim/projector.h"
+#include "sim/replay.h"
 #include "sim/state_file.h"
 
 // A projector in operation: it serves links, its faults strike, and its files follow what it does.
@@ -31,12 +32,16 @@ struct LoggedExchange {
   int Link = 0;
   Bytes Request;
   Bytes Reply;        // as it went out
-  std::string Fault;  // the rule that struck, empty when none did
+  std::string Fault;  // the rule that struck, empty when none did; kMismatch: not in the recording
 };
+
+inline constexpr const char* kMismatch = "mismatch";
 
 struct StationSetup {
   ProjectorSetup Projector = {};
-  std::vector<FaultRule> Faults = {};                 // the first rule that matches strikes
+  std::vector<FaultRule> Faults = {};  // the first rule that matches strikes
+  // When there, every answer comes from it; a request that it does not hold is not answered.
+  std::optional<std::vector<RecordedEvent>> Replay = {};
   std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
   sim::Log Log = {};       // told, in sentences, what cannot be read or written
@@ -65,6 +70,7 @@ struct StationSnapshot {
   std::vector<std::string> Faults;   // in force
   std::vector<std::string> Strikes;  // the last ones, oldest first
   std::uint64_t Seed = 0;
+  std::uint64_t Mismatches = 0;          // requests that the recording did not hold
   std::deque<LoggedExchange> Exchanges;  // the last ones, oldest first, at most kKeptExchanges
 };
 
@@ -119,6 +125,8 @@ class Station {
   void FollowPower();
   void RestartLocked();
   Bytes Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
+  Outgoing Answer(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
+  Outgoing Replayed(LinkMemory& memory, ByteView frame);
   void Note(int link, ByteView frame, const Outgoing& outgoing,
             const std::optional<FaultRule>& fault);
   void TellStrike() const;
@@ -131,6 +139,9 @@ class Station {
   SimulatedProjector projector_;
   PowerSwitch power_;
   FaultBox faults_;
+  std::optional<Playback> playback_;
+  std::vector<std::string> mismatches_;  // the requests, at most kKeptStrikes
+  std::uint64_t mismatch_count_ = 0;
   RgbImage source_;  // the picture before any correction
   std::map<int, LinkMemory> links_;
   int newest_link_ = -1;

@@ -65,6 +65,7 @@ namespace warpline::sim {
   X(RowsAtLimit)                 \
   X(ColumnsAtLimit)              \
   X(Seed)                        \
+  X(Mismatches)                  \
   X(Register)                    \
   X(Working)                     \
   X(Stored)                      \
@@ -79,6 +80,7 @@ namespace warpline::sim {
   X(FramePanel)                  \
   X(FrameStatus)                 \
   X(FrameInput)                  \
+  X(FrameEcho)                   \
   X(FramePrepare)                \
   X(FrameMode)                   \
   X(FrameBlock)                  \

@@ -20,7 +20,7 @@ constexpr std::array kRows{
     WindowText::kFrames,   WindowText::kBytesIn,     WindowText::kBytesOut,
     WindowText::kRefusals, WindowText::kShows,       WindowText::kStores,
     WindowText::kLinks,    WindowText::kRowsAtLimit, WindowText::kColumnsAtLimit,
-    WindowText::kSeed,
+    WindowText::kSeed,     WindowText::kMismatches,
 };
 
 std::string PowerText(const WindowTexts& texts, const StationSnapshot& state) {
@@ -47,7 +47,8 @@ std::vector<std::string> Values(const WindowTexts& texts, const StationSnapshot&
           std::to_string(state.Links) + " (" + std::to_string(state.OpenLinks) + ")",
           std::to_string(shown.RowsAtLimit),
           std::to_string(shown.ColumnsAtLimit),
-          std::to_string(state.Seed)};
+          std::to_string(state.Seed),
+          std::to_string(state.Mismatches)};
 }
 
 void AddColumns(wxListCtrl& list, const WindowTexts& texts,

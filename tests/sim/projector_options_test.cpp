@@ -28,6 +28,9 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {{"--power", "off"}, "--power"},
       {{"--fault", "nth=1:explode"}, "nth=1:explode"},
       {{"--frobnicate"}, "--frobnicate"},
+      {{"--replay-to", "127.0.0.1:1"}, "--replay"},
+      {{"--replay", "r", "--record", "r"}, "--record"},
+      {{"--replay", "r", "--replay-to", "192.0.2.1:1"}, "--replay-to needs a loopback"},
   };
   for (const auto& row : cases) {
     std::ostringstream out;
