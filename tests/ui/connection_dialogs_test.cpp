@@ -1,9 +1,8 @@
 #include <array>
 #include <cstring>
 
-#include "tests/ui/dialog_rig.h"
+#include "tests/ui/window_rig.h"
 #include "ui/LSSset.h"
-#include "ui/open_dialogs.h"
 
 // The dialogs that choose a connection or the projector's mode, opened by the main window's menu.
 
@@ -15,12 +14,12 @@ struct FakeSearch {
   ConnectSelectCallback* callback = nullptr;
   void* user = nullptr;
   csResData result{};
-  bool creates = true;
   std::vector<std::uint32_t> notifications;  // raised at the start, the last one at a restart
-  std::string last_address;
-  int destroyed = 0;
 
-  void Raise(std::uint32_t code) { callback(code, 1, 0, user); }
+  std::int32_t Raise(std::uint32_t code) {
+    callback(code, 1, 0, user);
+    return 1;
+  }
 };
 FakeSearch* fake_search = nullptr;
 
@@ -30,56 +29,32 @@ std::int32_t FakeCreate(const csAdapterList*, ConnectSelectCallback* callback, v
   fake_search->user = user;
   *handle = 7;
   *result = &fake_search->result;
-  return fake_search->creates ? 1 : 0;
-}
-
-std::int32_t FakeSetLast(std::int32_t, const char* address) {
-  fake_search->last_address = address;
   return 1;
 }
 
-std::int32_t FakeStart(std::int32_t) {
-  fake_search->Raise(fake_search->notifications.front());
-  return 1;
-}
-
-std::int32_t FakeRestart(std::int32_t, std::int32_t) {
-  fake_search->Raise(fake_search->notifications.back());
-  return 1;
-}
-
-std::int32_t FakeDestroy(std::int32_t) {
-  ++fake_search->destroyed;
-  return 1;
+BeamseekFunctions FakeLibrary() {
+  BeamseekFunctions library;
+  library.ConnectSelectCreate = FakeCreate;
+  library.ConnectSelectSetLastPJ = [](std::int32_t, const char*) { return std::int32_t{1}; };
+  library.ConnectSelectStart = [](std::int32_t) {
+    return fake_search->Raise(fake_search->notifications.front());
+  };
+  library.ConnectSelectRestart = [](std::int32_t, std::int32_t) {
+    return fake_search->Raise(fake_search->notifications.back());
+  };
+  library.ConnectSelectDestroy = [](std::int32_t) { return std::int32_t{1}; };
+  return library;
 }
 
 class ConnectionDialogs : public testing::Test {
  protected:
   ConnectionDialogs() {
-    library.ConnectSelectCreate = FakeCreate;
-    library.ConnectSelectSetLastPJ = FakeSetLast;
-    library.ConnectSelectStart = FakeStart;
-    library.ConnectSelectRestart = FakeRestart;
-    library.ConnectSelectDestroy = FakeDestroy;
     fake_search = &search;
     search.result.iPjNum = 2;
     const std::array<std::uint8_t, 4> address{10, 0, 0, 9};
     std::memcpy(search.result.PJData[1].ucIP, address.data(), address.size());
     rig.global.Settings.TestPattern = 0;
-    rig.dialogs = CreateMainDialogs({rig.global,
-                                     rig.files,
-                                     rig.commands,
-                                     rig.messages,
-                                     rig.display,
-                                     rig.busy,
-                                     [this] { return has_library ? &library : nullptr; },
-                                     {},
-                                     rig.temp.Path(),
-                                     rig.temp.Path(),
-                                     [this](const fs::path& file) {
-                                       rig.texts_shown.push_back(file);
-                                       return true;
-                                     }});
+    rig.UseDialogs([this] { return has_library ? &library : nullptr; });
     rig.Open();
   }
   ~ConnectionDialogs() override { fake_search = nullptr; }
@@ -87,6 +62,7 @@ class ConnectionDialogs : public testing::Test {
   std::string SettingsText() const {
     return TempFolder::Read(DataFolder(rig.temp.Path()) / kSettingsFileName);
   }
+  std::size_t Said() const { return rig.display.messages.size(); }
 
   void InSettings(std::function<void(wxDialog&)> act) {
     rig.Pick("menu_opt_detailed");
@@ -95,12 +71,13 @@ class ConnectionDialogs : public testing::Test {
   }
 
   FakeSearch search;
-  BeamseekFunctions library;
+  const BeamseekFunctions library = FakeLibrary();
   bool has_library = true;
   WindowRig rig;
 };
 
-TEST_F(ConnectionDialogs, OnlyTheChosenDevicesFieldsCanBeUsed) {
+TEST_F(ConnectionDialogs, CancelledSettingsChangeNothing) {
+  const CommunicationEntry before = CommunicationEntryOf(rig.global.Settings);
   InSettings([](wxDialog& dialog) {
     const auto enabled = [&dialog] {
       std::string names;
@@ -109,12 +86,15 @@ TEST_F(ConnectionDialogs, OnlyTheChosenDevicesFieldsCanBeUsed) {
       }
       return names;
     };
-    EXPECT_EQ(enabled(), "Text1 ");
+    EXPECT_EQ(enabled(), "Text1 ") << "the chosen device's fields alone";
     SelectIn(dialog, "com_option");
     EXPECT_EQ(enabled(), "Combo1 Combo2 ");
     SelectIn(dialog, "usb_option");
     EXPECT_EQ(enabled(), "Combo3 ");
+    PressIn(dialog, "CancelButton");
   });
+  EXPECT_EQ(CommunicationEntryOf(rig.global.Settings), before);
+  EXPECT_EQ(SettingsText(), "");
 }
 
 TEST_F(ConnectionDialogs, ConfirmedSettingsAreStoredAndWritten) {
@@ -126,50 +106,31 @@ TEST_F(ConnectionDialogs, ConfirmedSettingsAreStoredAndWritten) {
     SelectIn(dialog, "com_option");
     PressIn(dialog, "OKButton");
   });
-  const Settings& settings = rig.global.Settings;
-  EXPECT_EQ(CommunicationEntryOf(settings), (CommunicationEntry{kSerial, 6, 1, "10.1.2.3", 4}));
+  const CommunicationEntry stored = CommunicationEntryOf(rig.global.Settings);
+  EXPECT_EQ(stored, (CommunicationEntry{kSerial, 6, 1, "10.1.2.3", 4}));
   EXPECT_NE(SettingsText().find("IPAddress=10.1.2.3\r\n"), std::string::npos);
   InSettings([](wxDialog& dialog) {
+    const auto chosen = [&](const char* list) {
+      return ControlOf<wxChoice>(dialog, list).GetStringSelection();
+    };
     EXPECT_TRUE(ControlOf<wxRadioButton>(dialog, "com_option").GetValue());
-    EXPECT_EQ(ControlOf<wxChoice>(dialog, "Combo1").GetStringSelection(), "COM7");
-    EXPECT_EQ(ControlOf<wxChoice>(dialog, "Combo2").GetStringSelection(), "9600");
-    EXPECT_EQ(ControlOf<wxChoice>(dialog, "Combo3").GetStringSelection(), "USB5");
-    EXPECT_EQ(ControlOf<wxTextCtrl>(dialog, "Text1").GetValue(), "10.1.2.3");
+    EXPECT_EQ(chosen("Combo1") + chosen("Combo2") + chosen("Combo3"), "COM79600USB5");
+    EXPECT_EQ(TextOf(dialog, "Text1"), "10.1.2.3");
   });
 }
 
-TEST_F(ConnectionDialogs, CancelledSettingsChangeNothing) {
-  const Settings before = rig.global.Settings;
-  InSettings([](wxDialog& dialog) {
-    SelectIn(dialog, "usb_option");
-    PressIn(dialog, "CancelButton");
-  });
-  EXPECT_EQ(CommunicationEntryOf(rig.global.Settings), CommunicationEntryOf(before));
-  EXPECT_EQ(SettingsText(), "");
-}
-
-TEST_F(ConnectionDialogs, TypedLettersDoNotArrive) {
-  InSettings([](wxDialog& dialog) {
+TEST_F(ConnectionDialogs, AddressTakesNoLettersAndIsChecked) {
+  InSettings([this](wxDialog& dialog) {
     auto& address = ControlOf<wxTextCtrl>(dialog, "Text1");
     address.Clear();
     address.SetFocus();
     wxUIActionSimulator keys;
     keys.MouseMove(address.GetScreenRect().GetPosition() + wxPoint(8, 8));
-    ASSERT_TRUE(WindowRig::SettleUntil([&address] { return address.HasFocus(); }));
+    ASSERT_TRUE(SettleUntil([&address] { return address.HasFocus(); }));
     for (const char c : {'a', '1', 'Z', '0', '.', ' ', '-', '7', ','}) keys.Char(c);
-    EXPECT_TRUE(WindowRig::SettleUntil([&address] { return address.GetValue() == "10.7"; }))
-        << address.GetValue();
+    EXPECT_TRUE(SettleUntil([&] { return address.GetValue() == "10.7"; })) << address.GetValue();
     keys.Char(WXK_BACK);
-    keys.Char('8');
-    EXPECT_TRUE(WindowRig::SettleUntil([&address] { return address.GetValue() == "10.8"; }))
-        << address.GetValue();
-  });
-}
-
-TEST_F(ConnectionDialogs, BadAddressKeepsTheDialogOpen) {
-  const Settings before = rig.global.Settings;
-  InSettings([this](wxDialog& dialog) {
-    auto& address = ControlOf<wxTextCtrl>(dialog, "Text1");
+    EXPECT_TRUE(SettleUntil([&] { return address.GetValue() == "10."; })) << address.GetValue();
     address.SetValue("224.0.0.1");
     ControlOf(dialog, "OKButton").SetFocus();
     PressIn(dialog, "OKButton");
@@ -177,21 +138,18 @@ TEST_F(ConnectionDialogs, BadAddressKeepsTheDialogOpen) {
               (std::vector<RecordedMessage>{
                   {"Warpline Tool 3.0", "IP Address is invalid entry.", MessageIcon::kCritical}}));
     EXPECT_TRUE(dialog.IsShown());
-    EXPECT_TRUE(WindowRig::SettleUntil([&address] { return address.HasFocus(); }));
+    EXPECT_TRUE(SettleUntil([&address] { return address.HasFocus(); }));
     SelectIn(dialog, "usb_option");
     PressIn(dialog, "OKButton");
   });
-  EXPECT_EQ(rig.display.messages.size(), 1U) << "asked of a LAN connection alone";
+  EXPECT_EQ(Said(), 1U) << "asked of a LAN connection alone";
   EXPECT_EQ(rig.global.Settings.ConnectDevice, kUsb);
 }
 
 TEST_F(ConnectionDialogs, ModeDialogShowsAndSetsTheMode) {
   const struct {
     const char* name;
-    std::int16_t before;
-    int shown;
-    int chosen;
-    int after;
+    int before, shown, chosen, after;
     bool sends;
   } rows[] = {
       {"normal stays", 0, 0, 0, 0, false},           {"normal to corrected", 0, 0, 1, 1, true},
@@ -201,7 +159,7 @@ TEST_F(ConnectionDialogs, ModeDialogShowsAndSetsTheMode) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    rig.commands.SetMode(row.before);
+    rig.commands.SetMode(static_cast<std::int16_t>(row.before));
     const std::uint64_t links = rig.Links();
     const ModalScript script("LSSapmode", [&](wxDialog& dialog) {
       const auto option = [](int mode) { return "Option1" + std::to_string(mode); };
@@ -216,7 +174,7 @@ TEST_F(ConnectionDialogs, ModeDialogShowsAndSetsTheMode) {
     EXPECT_EQ(rig.Links() - links, row.sends ? 2U : 1U);
     EXPECT_TRUE(rig.window->IsEnabled());
   }
-  EXPECT_TRUE(rig.display.messages.empty());
+  EXPECT_EQ(Said(), 0U);
 }
 
 TEST_F(ConnectionDialogs, ModeDialogAppliesAndCancels) {
@@ -229,7 +187,7 @@ TEST_F(ConnectionDialogs, ModeDialogAppliesAndCancels) {
     rig.server.SetFaults({"kind=mode:refuse"});
     SelectIn(dialog, "Option12");
     PressIn(dialog, "applybutton");
-    EXPECT_EQ(rig.display.messages.size(), 1U);
+    EXPECT_EQ(Said(), 1U);
     EXPECT_TRUE(ControlOf(dialog, "applybutton").IsEnabled()) << "still to be sent";
     PressIn(dialog, "CancelButton");
   });
@@ -240,7 +198,7 @@ TEST_F(ConnectionDialogs, ModeDialogAppliesAndCancels) {
 TEST_F(ConnectionDialogs, ModeDialogNeedsTheProjectorUnlessInDemoMode) {
   rig.server.Stop();
   rig.Pick("menu_opt_pjmode");
-  EXPECT_EQ(rig.display.messages.size(), 1U) << "and no dialog that would wait here";
+  EXPECT_EQ(Said(), 1U) << "and no dialog that would wait here";
 
   rig.global.Settings.DemoMode = 1;
   const ModalScript script("LSSapmode", [](wxDialog& dialog) {
@@ -249,76 +207,38 @@ TEST_F(ConnectionDialogs, ModeDialogNeedsTheProjectorUnlessInDemoMode) {
     PressIn(dialog, "OKButton");
   });
   rig.Pick("menu_opt_pjmode");
-  EXPECT_EQ(rig.display.messages.size(), 1U);
+  EXPECT_EQ(Said(), 1U);
 }
 
 TEST_F(ConnectionDialogs, SearchTakesTheChosenProjectorOver) {
-  rig.global.Settings.IPAddress = "10.0.0.5";
-  search.notifications = {kSearchSelected};
-  rig.Pick("menu_opt_setting");
-  EXPECT_EQ(search.last_address, "10.0.0.5");
-  EXPECT_EQ(rig.global.Settings.IPAddress, "10.0.0.9");
-  EXPECT_NE(SettingsText().find("IPAddress=10.0.0.9\r\n"), std::string::npos);
-  EXPECT_EQ(search.destroyed, 1);
-  EXPECT_TRUE(rig.window->IsEnabled());
-}
-
-TEST_F(ConnectionDialogs, SearchEndsWithoutAChoice) {
-  const struct {
-    const char* name;
-    std::vector<std::uint32_t> notifications;
-    bool creates;
-    bool library;
-    std::size_t messages;
-  } rows[] = {
-      {"closed", {kSearchClosed}, true, true, 0},
-      {"cancelled", {kSearchCancelled}, true, true, 0},
-      {"repeated, then cancelled", {kSearchRepeat, kSearchCancelled}, true, true, 0},
-      {"not created", {}, false, true, 1},
-      {"no library", {}, true, false, 1},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    const std::string before = rig.global.Settings.IPAddress;
-    rig.display.messages.clear();
-    search.notifications = row.notifications;
-    search.creates = row.creates;
-    has_library = row.library;
-    rig.Pick("menu_opt_setting");
-    EXPECT_EQ(rig.global.Settings.IPAddress, before);
-    EXPECT_EQ(rig.display.messages.size(), row.messages);
-    EXPECT_EQ(SettingsText(), "");
-    EXPECT_TRUE(rig.window->IsEnabled());
-  }
-}
-
-TEST_F(ConnectionDialogs, SearchShowsTheReadMeAndGoesOn) {
-  const fs::path guide = rig.temp.Write("ReadMe(English).txt", "guide");
+  const fs::path guide = rig.temp.Write("program/ReadMe(English).txt", "guide");
   search.notifications = {kSearchReadMe, kSearchSelected};
   rig.Pick("menu_opt_setting");
   EXPECT_EQ(rig.texts_shown, std::vector<fs::path>{guide});
   EXPECT_EQ(rig.global.Settings.IPAddress, "10.0.0.9");
+  EXPECT_NE(SettingsText().find("IPAddress=10.0.0.9\r\n"), std::string::npos);
+  EXPECT_TRUE(rig.window->IsEnabled());
 }
 
-TEST_F(ConnectionDialogs, MainWindowStaysOpenAndDisabledWhileSearching) {
-  search.notifications = {kSearchFinished, kSearchCancelled};
-  bool seen = false;
-  class During : public wxTimer {
-   public:
-    explicit During(std::function<void()> act) : act_(std::move(act)) { StartOnce(100); }
-    void Notify() override { act_(); }
-
-   private:
-    std::function<void()> act_;
-  } during([&] {
-    seen = true;
-    EXPECT_FALSE(rig.window->IsEnabled());
-    EXPECT_FALSE(rig.window->Close());
+TEST_F(ConnectionDialogs, SearchWithoutAChoiceChangesNothing) {
+  search.notifications = {kSearchRepeat, kSearchFinished};
+  wxTimer during;
+  int closes = 0;
+  during.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+    EXPECT_FALSE(rig.window->IsEnabled()) << "while it runs";
+    closes += rig.window->Close() ? 10 : 1;
     search.Raise(kSearchCancelled);
   });
+  during.StartOnce(100);
   rig.Pick("menu_opt_setting");
-  EXPECT_TRUE(seen);
-  EXPECT_NE(rig.window, nullptr);
+  EXPECT_EQ(closes, 1);
+  EXPECT_EQ(Said(), 0U);
+  has_library = false;
+  rig.Pick("menu_opt_setting");
+  EXPECT_EQ(Said(), 1U);
+  ASSERT_NE(rig.window, nullptr);
+  EXPECT_EQ(rig.global.Settings.IPAddress, rig.server.Address());
+  EXPECT_EQ(SettingsText(), "");
   EXPECT_TRUE(rig.window->IsEnabled());
 }
 

@@ -1,6 +1,5 @@
-#include "tests/ui/dialog_rig.h"
+#include "tests/ui/window_rig.h"
 #include "ui/LSSwedit.h"
-#include "ui/open_dialogs.h"
 
 // The curve editor's window and the shape dialog: what reaches the editor, and what the controls
 // show of it.
@@ -12,8 +11,14 @@ CurveDefinition FourPoints() {
   CurveDefinition curve;
   curve.CorreFixed = 0;
   curve.CorrePointNum = 4;
-  curve.CorreDataPts = {{{0, 0.8}, {0.25, 0.9}, {0.75, 0.9}, {1, 0.8}}};
+  curve.CorreDataPts = {{{0, 0.8}, {0.25, 0.9}, {0.75, 0.85}, {1, 0.8}}};
   return curve;
+}
+
+// By that button, or by the close box when there is none.
+void Leave(wxDialog& dialog, const std::string& button) {
+  if (!button.empty()) return PressIn(dialog, button);
+  dialog.Close();
 }
 
 class EditorWindow : public testing::Test {
@@ -21,54 +26,44 @@ class EditorWindow : public testing::Test {
   EditorWindow() {
     rig.global.Correction.ScreenType = kOtherScreens;
     rig.global.Settings.TestPattern = 0;
-    Live() = FourPoints();
     rig.Open();
   }
 
   void Create() {
-    editor =
-        new LSSwedit(rig.window, kVertical,
-                     {rig.global,
-                      rig.files,
-                      rig.messages,
-                      {[this](wxWindow*, const fs::path&) { return shape_file; },
-                       [this](wxWindow*, const fs::path&, const fs::path&) { return shape_file; }},
-                      rig.temp.Path(),
-                      [this] { ++applied; }});
+    Live() = FourPoints();
+    editor = new LSSwedit(rig.window, kVertical,
+                          {rig.global, rig.files, rig.messages, rig.Choosers(), rig.temp.Path(),
+                           [this] { ++applied; }});
+  }
+  void Destroy() {
+    editor->Destroy();
+    Settle();
   }
 
-  LSSwedit& Open() {
+  void Open() {
     Create();
     editor->Show();
-    WindowRig::SettleUntil([this] { return Graph().IsShownOnScreen(); });
-    return *editor;
+    SettleUntil([this] { return Graph().IsShownOnScreen(); });
   }
 
   WaveGraph& Graph() { return ControlOf<WaveGraph>(*editor, "WaveGraph"); }
   CurveDefinition& Live() { return rig.global.Correction.Curves[kVertical]; }
   const CurveDefinition& Edited() const { return editor->Editor().Curve(); }
-  std::string Figure(const std::string& name) {
-    return ControlOf<wxTextCtrl>(*editor, name).GetValue().utf8_string();
-  }
+  std::string Figures() { return TextOf(*editor, "posx_val") + " " + TextOf(*editor, "posy_val"); }
   bool CanApply() { return ControlOf(*editor, "applybutton").IsEnabled(); }
-  wxPoint OnScreen(GraphPosition position) {
-    return Graph().ClientToScreen(Graph().PixelOf(position));
-  }
+  wxPoint OnScreen(GraphPosition at) { return Graph().ClientToScreen(Graph().PixelOf(at)); }
 
-  void Key(int key, bool shift = false) {
-    wxKeyEvent event(wxEVT_KEY_DOWN);
-    event.m_keyCode = key;
-    event.SetShiftDown(shift);
-    Graph().ProcessWindowEvent(event);
-    WindowRig::Settle();
+  std::string FiguresAfter(std::initializer_list<int> keys, int modifiers = 0) {
+    for (const int key : keys) SendKey(Graph(), wxEVT_KEY_DOWN, key, modifiers);
+    return Figures();
   }
 
   void SetPoints(int count) {
-    ControlOf<wxSpinCtrl>(*editor, "point_num").SetValue(count);
-    wxWindow& control = ControlOf(*editor, "point_num");
+    auto& control = ControlOf<wxSpinCtrl>(*editor, "point_num");
+    control.SetValue(count);
     wxSpinEvent event(wxEVT_SPINCTRL, control.GetId());
     event.SetPosition(count);
-    SendTo(control, event, count);
+    Send(control, event, count);
   }
 
   // Every control shows what the editor holds.
@@ -82,7 +77,6 @@ class EditorWindow : public testing::Test {
 
   WindowRig rig;
   LSSwedit* editor = nullptr;  // the main window's child, gone with it
-  fs::path shape_file;         // what the user chooses; empty: cancels
   int applied = 0;
 };
 
@@ -91,19 +85,22 @@ TEST_F(EditorWindow, MouseDragsAPoint) {
   ExpectShown();
   EXPECT_FALSE(CanApply());
   wxUIActionSimulator mouse;
+  const auto shows = [this](const char* figures) {
+    return SettleUntil([&] { return Figures() == figures; });
+  };
   mouse.MouseMove(OnScreen({125, 75}));
   mouse.MouseDown();
-  ASSERT_TRUE(WindowRig::SettleUntil([this] { return editor->Editor().Dragging(); }));
-  EXPECT_EQ(Figure("posx_val"), "0.250");
+  ASSERT_TRUE(SettleUntil([this] { return editor->Editor().Dragging(); }));
+  EXPECT_TRUE(shows("0.250 0.900"));
   mouse.MouseMove(OnScreen({150, 60}));
-  EXPECT_TRUE(WindowRig::SettleUntil([this] { return Figure("posy_val") == "0.930"; }));
-  EXPECT_EQ(Figure("posx_val"), "0.300");
+  EXPECT_TRUE(shows("0.300 0.930"));
   mouse.MouseMove(OnScreen({150, 10}));
-  EXPECT_TRUE(WindowRig::SettleUntil([this] { return Figure("posy_val") == "1.000"; }));
+  EXPECT_TRUE(shows("0.300 1.000"));
   mouse.MouseUp();
-  EXPECT_TRUE(WindowRig::SettleUntil([this] { return !editor->Editor().Dragging(); }));
-  mouse.MouseMove(OnScreen({300, 100}));
-  WindowRig::Settle();
+  EXPECT_TRUE(SettleUntil([this] { return !editor->Editor().Dragging(); }));
+  mouse.MouseMove(OnScreen({140, 100}));
+  mouse.MouseClick();
+  EXPECT_TRUE(shows(" ")) << "a click beside the point lets go";
   EXPECT_EQ(Live(), FourPoints()) << "before Apply";
 
   PressIn(*editor, "applybutton");
@@ -114,59 +111,36 @@ TEST_F(EditorWindow, MouseDragsAPoint) {
   EXPECT_FALSE(CanApply());
 }
 
-TEST_F(EditorWindow, MouseBesideEveryPointGrabsNone) {
-  Open();
-  wxUIActionSimulator mouse;
-  mouse.MouseMove(OnScreen({125, 75}));
-  mouse.MouseClick();
-  ASSERT_TRUE(WindowRig::SettleUntil([this] { return Figure("posx_val") == "0.250"; }));
-  mouse.MouseMove(OnScreen({140, 75}));
-  mouse.MouseClick();
-  EXPECT_TRUE(WindowRig::SettleUntil([this] { return Figure("posx_val").empty(); }));
-  EXPECT_FALSE(CanApply());
-}
-
 TEST_F(EditorWindow, KeysChooseAndMovePoints) {
   Open();
   Graph().SetFocus();
-  Key(WXK_TAB);
-  EXPECT_EQ(Figure("posx_val"), "0.000");
-  Key(WXK_TAB);
-  EXPECT_EQ(Figure("posx_val"), "0.250");
-  Key(WXK_RIGHT);
-  Key(WXK_UP, true);
-  EXPECT_EQ(Figure("posx_val"), "0.252");
-  EXPECT_EQ(Figure("posy_val"), "0.920");
-  Key(WXK_LEFT, true);
-  Key(WXK_DOWN);
-  EXPECT_EQ(Figure("posx_val"), "0.232");
-  EXPECT_EQ(Figure("posy_val"), "0.918");
+  EXPECT_EQ(FiguresAfter({WXK_TAB}), "0.000 0.800");
+  EXPECT_EQ(FiguresAfter({WXK_TAB, WXK_RIGHT}), "0.252 0.900");
+  EXPECT_EQ(FiguresAfter({WXK_UP}, wxMOD_SHIFT), "0.252 0.920");
+  EXPECT_EQ(FiguresAfter({WXK_LEFT}, wxMOD_SHIFT), "0.232 0.920");
+  EXPECT_EQ(FiguresAfter({WXK_DOWN}), "0.232 0.918");
   EXPECT_TRUE(CanApply());
-  for (int i = 0; i < 2; ++i) Key(WXK_TAB);
+  FiguresAfter({WXK_TAB, WXK_TAB});
   EXPECT_TRUE(Graph().HasFocus());
-  Key(WXK_TAB);
-  EXPECT_EQ(Figure("posx_val"), "") << "left behind";
-  EXPECT_TRUE(WindowRig::SettleUntil([this] { return !Graph().HasFocus(); }));
+  EXPECT_EQ(FiguresAfter({WXK_TAB}), " ") << "left behind";
+  EXPECT_TRUE(SettleUntil([this] { return !Graph().HasFocus(); }));
   Graph().SetFocus();
-  Key(WXK_TAB, true);
-  EXPECT_EQ(Figure("posx_val"), "1.000");
+  EXPECT_EQ(FiguresAfter({WXK_TAB}, wxMOD_SHIFT), "1.000 0.800");
 }
 
 TEST_F(EditorWindow, EveryControlReachesTheEditorAndShowsIt) {
   const struct {
     const char* name;
     std::function<void()> act;
-    CurveDefinition wanted;  // of which flags, count and type are compared, and the points named
-    CurvePoint second;
+    const char* held;
+    int fewest;
   } rows[] = {
-      {"more points", [this] { SetPoints(5); }, {0, 0, 5, 1, {}}, {0.25, 0.9}},
-      {"quartic raises the count",
-       [this] { ChooseIn(*editor, "line_interp", 3); },
-       {0, 0, 5, 4, {}},
-       {0.25, 0.9}},
-      {"fixed", [this] { CheckIn(*editor, "fixedpos", true); }, {1, 0, 4, 1, {}}, {0.25, 0.9}},
-      {"symmetric", [this] { CheckIn(*editor, "symmetry", true); }, {0, 1, 4, 1, {}}, {0.25, 0.9}},
-      {"normalized", [this] { PressIn(*editor, "regularize"); }, {0, 0, 4, 1, {}}, {0.25, 1}},
+      {"more points", [this] { SetPoints(5); }, "0 0 5 1 0.25 0.90", 2},
+      {"quartic", [this] { ChooseIn(*editor, "line_interp", 3); }, "0 0 5 4 0.25 0.90", 5},
+      {"fixed", [this] { CheckIn(*editor, "fixedpos", true); }, "1 0 4 1 0.25 0.90", 2},
+      {"symmetric", [this] { CheckIn(*editor, "symmetry", true); }, "0 1 4 1 0.25 0.90", 2},
+      {"normalized", [this] { PressIn(*editor, "regularize"); }, "0 0 4 1 0.25 1.00", 2},
+      {"reversed", [this] { PressIn(*editor, "reverse"); }, "0 0 4 1 0.25 0.85", 2},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -174,79 +148,55 @@ TEST_F(EditorWindow, EveryControlReachesTheEditorAndShowsIt) {
     row.act();
     ExpectShown();
     EXPECT_TRUE(CanApply());
-    EXPECT_EQ(Edited().CorreFixed, row.wanted.CorreFixed);
-    EXPECT_EQ(Edited().CorreSymmetry, row.wanted.CorreSymmetry);
-    EXPECT_EQ(Edited().CorrePointNum, row.wanted.CorrePointNum);
-    EXPECT_EQ(Edited().CorreInterp, row.wanted.CorreInterp);
-    EXPECT_NEAR(Edited().CorreDataPts[1].X, row.second.X, 1e-9);
-    EXPECT_NEAR(Edited().CorreDataPts[1].Y, row.second.Y, 1e-9);
-    editor->Destroy();
-    WindowRig::Settle();
+    const CurveDefinition& curve = Edited();
+    const CurvePoint second = curve.CorreDataPts.at(1);
+    EXPECT_EQ(wxString::Format("%d %d %d %d %.2f %.2f", curve.CorreFixed, curve.CorreSymmetry,
+                               curve.CorrePointNum, curve.CorreInterp, second.X, second.Y),
+              row.held);
+    EXPECT_EQ(ControlOf<wxSpinCtrl>(*editor, "point_num").GetMin(), row.fewest);
+    Destroy();
   }
-}
-
-TEST_F(EditorWindow, CountsBelowTheTypesFewestAreNotOffered) {
-  Live().CorrePointNum = 5;
-  Live().CorreDataPts = {{{0, 0.8}, {0.25, 0.9}, {0.5, 0.95}, {0.75, 0.9}, {1, 0.8}}};
-  Open();
-  auto& count = ControlOf<wxSpinCtrl>(*editor, "point_num");
-  EXPECT_EQ(count.GetMin(), 2);
-  ChooseIn(*editor, "line_interp", 3);
-  EXPECT_EQ(count.GetMin(), 5);
-  SetPoints(3);
-  EXPECT_EQ(Edited().CorrePointNum, 5);
-  ExpectShown();
 }
 
 TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
   const struct {
-    const char* name;
-    std::function<void(LSSwedit&)> leave;
-    bool changed;
-    bool applies;
-  } rows[] = {
-      {"OK", [](LSSwedit& w) { PressIn(w, "OKButton"); }, true, true},
-      {"OK without a change", [](LSSwedit& w) { PressIn(w, "OKButton"); }, false, false},
-      {"Cancel", [](LSSwedit& w) { PressIn(w, "CancelButton"); }, true, false},
-      {"close box", [](LSSwedit& w) { w.Close(); }, true, false},
-  };
+    const char* button;  // "" is the close box
+    bool changed, applies;
+  } rows[] = {{"OKButton", true, true},
+              {"OKButton", false, false},
+              {"CancelButton", true, false},
+              {"", true, false}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+    SCOPED_TRACE(row.button);
     applied = 0;
-    Live() = FourPoints();
     Create();
     bool left = false;
     const ModalScript script("LSSwedit", [&](wxDialog&) {
       if (row.changed) CheckIn(*editor, "fixedpos", true);
-      row.leave(*editor);
+      Leave(*editor, row.button);
       left = !editor->IsModal() || !editor->IsShown();
     });
     editor->ShowModal();
     EXPECT_TRUE(left);
     EXPECT_EQ(applied, row.applies ? 1 : 0);
     EXPECT_EQ(Live().CorreFixed, row.applies ? 1 : 0);
-    editor->Destroy();
-    WindowRig::Settle();
+    Destroy();
   }
 }
 
 TEST_F(EditorWindow, ShapeFilesGoOutAndComeBack) {
   Open();
-  shape_file = rig.temp / "valley";
+  rig.choices = {rig.temp / "valley", rig.temp / "valley.wls",
+                 rig.temp.Write("broken.wls", "nothing of ours\r\n")};
   PressIn(*editor, "exportbutton");
-  ASSERT_TRUE(fs::exists(rig.temp / "valley.wls"));
-  shape_file = rig.temp / "valley.wls";
   ChooseIn(*editor, "line_interp", 2);
   SetPoints(9);
   PressIn(*editor, "importbutton");
   EXPECT_EQ(Edited(), FourPoints());
   ExpectShown();
-
-  shape_file = rig.temp.Write("broken.wls", "nothing of ours\r\n");
   PressIn(*editor, "importbutton");
   EXPECT_EQ(rig.display.Texts(), std::vector<std::string>{"The file format is corrupted."});
   EXPECT_EQ(Edited(), FourPoints());
-  shape_file.clear();
   PressIn(*editor, "importbutton");
   PressIn(*editor, "exportbutton");
   EXPECT_EQ(rig.display.messages.size(), 1U) << "cancelled dialogs say nothing";
@@ -254,58 +204,39 @@ TEST_F(EditorWindow, ShapeFilesGoOutAndComeBack) {
 
 TEST_F(EditorWindow, ShapeDialogSeedsTheCurve) {
   const struct {
-    const char* name;
     int entry;
-    const char* button;  // "" is the close box
-    int points;          // 0: the curve stays
-    int type;
-  } rows[] = {
-      {"arch", 0, "OKButton", 3, kQuadratic},
-      {"line", 1, "OKButton", 2, kStraightLine},
-      {"triangle", 2, "OKButton", 3, kStraightLine},
-      {"cancelled", 2, "CancelButton", 0, 0},
-      {"closed", 2, "", 0, 0},
-  };
+    const char* button;
+    int points, type;
+  } rows[] = {{0, "OKButton", 3, kQuadratic},
+              {1, "OKButton", 2, kStraightLine},
+              {2, "OKButton", 3, kStraightLine},
+              {2, "CancelButton", 4, kStraightLine},
+              {2, "", 4, kStraightLine}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    Live() = FourPoints();
+    SCOPED_TRACE(row.entry);
     Open();
     const ModalScript script("LSSshape", [&row](wxDialog& dialog) {
       auto& list = ControlOf<wxChoice>(dialog, "Combo1");
       EXPECT_EQ(list.GetSelection(), 0);
       EXPECT_EQ(list.GetCount(), 3U);
       list.SetSelection(row.entry);
-      if (*row.button != '\0') {
-        PressIn(dialog, row.button);
-      } else {
-        dialog.Close();
-      }
+      Leave(dialog, row.button);
     });
     PressIn(*editor, "initselect");
-    EXPECT_EQ(CanApply(), row.points != 0);
-    EXPECT_EQ(Edited().CorrePointNum, row.points == 0 ? 4 : row.points);
-    EXPECT_EQ(Edited().CorreInterp, row.points == 0 ? kStraightLine : row.type);
+    EXPECT_EQ(CanApply(), row.points != 4);
+    EXPECT_EQ(Edited().CorrePointNum, row.points);
+    EXPECT_EQ(Edited().CorreInterp, row.type);
     ExpectShown();
-    editor->Destroy();
-    WindowRig::Settle();
+    Destroy();
   }
 }
 
 TEST(EditorFromMain, EditsTheShownGroupsAxisAndCountsAsAChange) {
   WindowRig rig;
-  rig.global.Correction.ScreenType = kOtherScreens;
-  rig.dialogs = CreateMainDialogs({rig.global,
-                                   rig.files,
-                                   rig.commands,
-                                   rig.messages,
-                                   rig.display,
-                                   rig.busy,
-                                   {},
-                                   {},
-                                   rig.temp.Path(),
-                                   rig.temp.Path(),
-                                   {}});
+  rig.UseDialogs({});
   rig.Open();
+  EXPECT_FALSE(rig.Enabled("corre_edit")) << "the other screen types have fixed curves";
+  rig.Choose("scr_select", kOtherScreens);
   for (const int group : {0, 1}) {
     SCOPED_TRACE(group);
     rig.SelectGroup(group);

@@ -1,15 +1,16 @@
-#include <wx/dialog.h>
 #include <wx/modalhook.h>
 #include <wx/stattext.h>
 
-#include "core/catalogue.h"
 #include "tests/ui/window_rig.h"
+#include "ui/layout.h"
 #include "ui/window_messages.h"
 
 // Buttons, menus, files, closing, and what a failing projector does to the window.
 
 namespace warpline {
 namespace {
+
+using OpenedMainCommands = OpenedWindow;
 
 // A correction for a spherical screen, as a file.
 fs::path WriteSphere(const WindowRig& rig) {
@@ -22,17 +23,23 @@ fs::path WriteSphere(const WindowRig& rig) {
   return rig.temp / "sphere.wlt";
 }
 
-TEST(MainCommands, ButtonsReachTheProjector) {
+TEST(MainCommands, ButtonsAndProjectionItemsReachTheProjector) {
   WindowRig rig;
+  rig.H().Distortion = 40;
   rig.Open();
+  EXPECT_EQ(rig.SentByItem("menu_opt_lr_reverse"), kApplyWords);
+  EXPECT_EQ(rig.H().Distortion, 0);
+  EXPECT_TRUE(rig.Item("menu_opt_lr_reverse").IsChecked());
+  EXPECT_FALSE(rig.Item("menu_opt_ud_reverse").IsChecked());
+  rig.Pick("menu_opt_ud_reverse");
+  EXPECT_EQ(rig.V().Optical, 32);
   rig.Move("ctrl_bar1", 30);
-  EXPECT_EQ(rig.SentBy([&] { rig.Press("applybutton"); }), kApplyWords);
-  EXPECT_NE(rig.server.Snapshot().Working, rig.server.Snapshot().Stored);
-  EXPECT_EQ(rig.SentBy([&] { rig.Press("storebutton"); }), "probe class 21 18");
-  EXPECT_EQ(rig.SentBy([&] { rig.Press("initbutton"); }), kInitializeWords);
+  EXPECT_EQ(rig.SentByButton("applybutton"), kApplyWords);
+  EXPECT_EQ(rig.SentByButton("storebutton"), "probe class 21 18");
+  EXPECT_EQ(rig.SentByButton("initbutton"), kInitializeWords);
   EXPECT_EQ(rig.V().Distortion, 0);
   EXPECT_EQ(rig.Value("ctrl_bar1"), 0);
-  EXPECT_EQ(rig.display.messages.size(), 0U);
+  EXPECT_TRUE(rig.display.messages.empty());
 }
 
 TEST(MainCommands, DemoModeOpensNothing) {
@@ -53,153 +60,120 @@ TEST(MainCommands, SettingsDecideWhatCanBeUsed) {
   rig.global.Settings.AutoApply = 0;
   rig.global.Settings.CommunicationMode = 1;
   rig.global.Settings.TestPattern = 0;
-  rig.dialogs.communication_settings = [](wxWindow*) {};
+  rig.global.Settings.DialogPosX = -30000;
+  rig.global.Settings.DialogPosY = 25000;
+  int opened = 0;
+  rig.dialogs.communication_settings = [&](wxWindow*) { ++opened; };
   rig.Open();
+  EXPECT_TRUE(SettleUntil([&] { return UsableScreen({}).Contains(rig.window->GetScreenRect()); }));
   EXPECT_FALSE(rig.Enabled("applybutton"));
-  EXPECT_FALSE(rig.MenuEnabled("menu_opt_auto"));
-  EXPECT_TRUE(rig.Checked("menu_opt_auto_off"));
-  EXPECT_TRUE(rig.Checked("menu_opt_detailed"));
+  EXPECT_FALSE(rig.Item("menu_opt_auto").IsEnabled());
+  EXPECT_TRUE(rig.Item("menu_opt_auto_off").IsChecked());
+  EXPECT_TRUE(rig.Item("menu_opt_detailed").IsChecked());
   EXPECT_FALSE(rig.Find<wxCheckBox>("testpattern").GetValue());
   EXPECT_FALSE(rig.Shown("LSSview"));
-  EXPECT_TRUE(rig.MenuEnabled("menu_opt_setting"));
-  EXPECT_FALSE(rig.MenuEnabled("menu_opt_pjmode")) << "its dialog is not there";
+  EXPECT_FALSE(rig.Item("menu_opt_pjmode").IsEnabled()) << "its dialog is not there";
+  rig.Pick("menu_opt_setting");
+  EXPECT_EQ(opened, 1);
   rig.Pick("menu_opt_simple");
   EXPECT_EQ(rig.global.Settings.CommunicationMode, 0);
-  EXPECT_FALSE(rig.MenuEnabled("menu_opt_setting"));
-}
-
-TEST(MainCommands, EachSettingsModeOpensItsDialog) {
-  WindowRig rig;
-  std::string opened;
-  rig.dialogs.communication_settings = [&](wxWindow*) { opened += "settings "; };
-  rig.dialogs.projector_search = [&](wxWindow*) { opened += "search "; };
-  rig.dialogs.projector_mode = [&](wxWindow*) { opened += "mode "; };
-  rig.Open();
-  rig.Pick("menu_opt_setting");
-  rig.Pick("menu_opt_detailed");
-  rig.Pick("menu_opt_setting");
-  rig.Pick("menu_opt_pjmode");
-  EXPECT_EQ(opened, "search settings mode ");
-}
-
-TEST(MainCommands, ProjectionTogglesResetAndSend) {
-  WindowRig rig;
-  rig.H().Distortion = 40;
-  rig.Open();
-  EXPECT_EQ(rig.SentBy([&] { rig.Pick("menu_opt_lr_reverse"); }), kApplyWords);
-  EXPECT_TRUE(rig.Checked("menu_opt_lr_reverse"));
-  EXPECT_EQ(rig.H().Distortion, 0);
-  EXPECT_EQ(rig.H().Optical, 32);
-  rig.Pick("menu_opt_ud_reverse");
-  EXPECT_EQ(rig.V().Optical, 32);
-  rig.Pick("menu_opt_ud_reverse");
-  EXPECT_FALSE(rig.Checked("menu_opt_ud_reverse"));
-  EXPECT_EQ(rig.V().Optical, -32);
+  EXPECT_FALSE(rig.Item("menu_opt_setting").IsEnabled());
 }
 
 TEST(MainCommands, OpenBringsTheFileToTheScreenAndTheProjector) {
   WindowRig rig;
-  const fs::path sphere = WriteSphere(rig);
+  rig.choices = {WriteSphere(rig), rig.temp.Write("broken.wlt", "nothing of ours\r\n")};
   rig.Open();
   rig.Pick("menu_opt_auto_off");
-  rig.choices = {sphere};
-  EXPECT_EQ(rig.SentBy([&] { rig.Pick("menu_file_open"); }), kApplyWords);
+  EXPECT_EQ(rig.SentByItem("menu_file_open"), kApplyWords);
   EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - sphere.wlt");
-  EXPECT_EQ(rig.Find<wxChoice>("scr_select").GetSelection(), 2);
+  EXPECT_EQ(rig.ScreenShown(), 2);
   rig.SelectGroup(1);
   EXPECT_EQ(rig.Text("ctrl_value0"), "25%");
 
-  rig.choices = {rig.temp.Write("broken.wlt", "nothing of ours\r\n")};
   const CorrectionData before = rig.global.Correction;
-  EXPECT_EQ(rig.SentBy([&] { rig.Pick("menu_file_open"); }), "");
+  EXPECT_EQ(rig.SentByItem("menu_file_open"), "");
   EXPECT_EQ(rig.display.Texts(), std::vector<std::string>{"The file format is corrupted."});
   EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - sphere.wlt");
   EXPECT_EQ(rig.global.Correction, before);
 }
 
-TEST(MainCommands, OpenAndCloseAskAboutChanges) {
-  const struct {
-    MessageAnswer answer;
-    bool saves;
-    bool goes_on;
-  } rows[] = {{MessageAnswer::kCancel, false, false},
-              {MessageAnswer::kNo, false, true},
-              {MessageAnswer::kYes, true, true}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(static_cast<int>(row.answer));
+TEST(MainCommands, SaveQuestionInItsThreePlaces) {
+  for (const auto answer : {MessageAnswer::kCancel, MessageAnswer::kNo, MessageAnswer::kYes}) {
+    SCOPED_TRACE(static_cast<int>(answer));
     WindowRig rig;
-    const fs::path sphere = WriteSphere(rig);
-    rig.global.CurrentFile = rig.temp / "mine.wlt";
+    const fs::path mine = rig.temp / "mine.wlt";
+    const bool goes_on = answer != MessageAnswer::kCancel;
+    const auto asked = [&](int distortion, auto act) {
+      fs::remove(mine);
+      rig.global.CurrentFile = mine;
+      rig.Move("ctrl_bar1", distortion);
+      rig.display.answers = {answer};
+      rig.display.messages.clear();
+      act();
+      EXPECT_EQ(rig.display.Texts(), std::vector<std::string>{"Do you want to save the change?"});
+      EXPECT_EQ(fs::exists(mine), answer == MessageAnswer::kYes);
+    };
+    rig.global.CurrentFile = mine;
+    rig.choices = {WriteSphere(rig)};
     rig.Open();
-    rig.Move("ctrl_bar1", 30);
-    rig.display.answers = {row.answer};
-    rig.choices = {sphere};
-    rig.Pick("menu_file_open");
-    EXPECT_EQ(rig.global.Correction.ScreenType, row.goes_on ? 2 : 0);
-    EXPECT_EQ(fs::exists(rig.temp / "mine.wlt"), row.saves);
-
-    fs::remove(rig.temp / "mine.wlt");
-    rig.global.CurrentFile = rig.temp / "mine.wlt";
-    rig.Move("ctrl_bar1", 31);
-    rig.display.answers = {row.answer};
-    rig.Press("exitbutton");
-    EXPECT_EQ(rig.window == nullptr, row.goes_on);
-    EXPECT_EQ(fs::exists(rig.temp / "mine.wlt"), row.saves);
+    asked(30, [&] {
+      const std::string sent = rig.SentBy([&] { rig.Choose("scr_select", 5); });
+      EXPECT_EQ(sent, goes_on ? kInitializeWords : "");
+    });
+    EXPECT_EQ(rig.global.Correction.ScreenType, goes_on ? 5 : 0);
+    EXPECT_EQ(rig.ScreenShown(), goes_on ? 5 : 0) << "the list goes back";
+    EXPECT_EQ(rig.Text("ctrl_value1"), goes_on ? "0%" : "30%");
+    EXPECT_EQ(rig.Title(), goes_on ? "Warpline Tool 3.0" : "Warpline Tool 3.0 - mine.wlt");
+    asked(31, [&] { rig.Pick("menu_file_open"); });
+    EXPECT_EQ(rig.ScreenShown(), goes_on ? 2 : 0);
+    asked(32, [&] { rig.Press("exitbutton"); });
+    EXPECT_EQ(rig.window == nullptr, goes_on);
   }
 }
 
-TEST(MainCommands, SaveWritesAndNames) {
-  WindowRig rig;
-  rig.Open();
-  rig.Move("ctrl_bar1", 30);
-  rig.Pick("menu_file_save");
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0") << "the dialog was cancelled";
-  rig.choices = {rig.temp / "first"};
-  rig.Pick("menu_file_save");
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - first.wlt");
+TEST_F(OpenedMainCommands, SaveWritesAndNames) {
   rig.Move("ctrl_bar1", 31);
   rig.Pick("menu_file_save");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0") << "the dialog was cancelled";
+  rig.choices = {rig.temp / "first", rig.temp / "second.wlt"};
+  rig.Pick("menu_file_save");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - first.wlt");
   EXPECT_NE(TempFolder::Read(rig.temp / "first.wlt").find("DistortionV=31"), std::string::npos);
-  rig.choices = {rig.temp / "second.wlt"};
   rig.Pick("menu_file_saveas");
   EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - second.wlt");
-  rig.window->Close();
-  WindowRig::Settle();
+  rig.Pick("menu_file_exit");
   EXPECT_EQ(rig.window, nullptr);
   EXPECT_TRUE(rig.display.messages.empty()) << "nothing to ask about";
   EXPECT_TRUE(fs::exists(DataFolder(rig.temp.Path()) / kSettingsFileName));
 }
 
 TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {
-  for (const std::int16_t language : {std::int16_t{0}, std::int16_t{1}}) {
-    WindowRig rig(language);
+  for (const int language : {0, 1}) {
+    WindowRig rig(static_cast<std::int16_t>(language));
     rig.Open();
     rig.Pick("menu_help_doc");
     ASSERT_EQ(rig.display.messages.size(), 1U) << "there is no guide";
     const std::string name = language == 1 ? "ReadMe(Japanese).txt" : "ReadMe(English).txt";
     EXPECT_NE(rig.display.messages[0].text.find(name), std::string::npos);
-    fs::create_directory(rig.temp / "program");
     const fs::path guide = rig.temp.Write("program/" + name, "guide");
     rig.Pick("menu_help_doc");
     EXPECT_EQ(rig.texts_shown, std::vector<fs::path>{guide});
   }
 }
 
-// Answers every modal dialog with OK and keeps its texts.
+// Answers every modal dialog with OK and keeps its title, texts and owner.
 class DialogRecorder : public wxModalDialogHook {
  public:
   DialogRecorder() { Register(); }
   ~DialogRecorder() override { Unregister(); }
 
-  std::vector<std::string> names;
-  std::vector<std::string> titles;
-  std::vector<wxWindow*> owners;
   std::string texts;
+  std::vector<wxWindow*> owners;
 
  protected:
   int Enter(wxDialog* dialog) override {
-    names.push_back(dialog->GetName().utf8_string());
-    titles.push_back(dialog->GetTitle().utf8_string());
+    texts += dialog->GetTitle().utf8_string() + "|";
     owners.push_back(dialog->GetParent());
     for (wxWindow* child : dialog->GetChildren()) {
       if (dynamic_cast<wxStaticText*>(child) == nullptr) continue;
@@ -209,73 +183,50 @@ class DialogRecorder : public wxModalDialogHook {
   }
 };
 
-TEST(MainCommands, AboutBoxTellsTheVersion) {
-  WindowRig rig;
-  rig.Open();
-  DialogRecorder dialogs;
-  rig.Pick("menu_help_about");
-  EXPECT_EQ(dialogs.names, std::vector<std::string>{"about_box"});
-  EXPECT_EQ(dialogs.texts.find("Warpline Tool 3.0|Version 3.0|"), 0U) << dialogs.texts;
-}
-
-TEST(MainCommands, MessageBoxesBelongToTheMainWindow) {
-  WindowRig rig;
-  rig.Open();
+TEST_F(OpenedMainCommands, BoxesBelongToTheMainWindow) {
   DialogRecorder dialogs;
   WindowMessages boxes;
-  boxes.Show("Warpline Tool 3.0", "Wrong value.", MessageIcon::kCritical);
-  boxes.Ask("Warpline Tool 3.0", "Do you want to save the change?");
-  EXPECT_EQ(dialogs.titles, std::vector<std::string>(2, "Warpline Tool 3.0"));
-  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(2, rig.window));
+  boxes.Show("A", "Wrong value.", MessageIcon::kCritical);
+  boxes.Ask("B", "Do you want to save the change?");
+  rig.Pick("menu_help_about");
+  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(3, rig.window));
+  EXPECT_EQ(dialogs.texts.find("A|B|"), 0U) << dialogs.texts;
+  EXPECT_NE(dialogs.texts.find("|Warpline Tool 3.0|Version 3.0|"), std::string::npos);
 }
 
-TEST(MainCommands, FailingProjectorLeavesWindowAndModelUsable) {
-  const struct {
-    const char* name;
-    const char* fault;
-  } rows[] = {{"silent", "kind=20:timeout"},
-              {"refusing", "kind=0:refuse"},
-              {"cutting", "kind=2:cut"},
-              {"garbling", "kind=3:checksum"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    WindowRig rig;
-    rig.server.SetFaults({row.fault});
-    rig.Open();
-    rig.Move("ctrl_bar1", 30);
-    rig.Find<wxWindow>("ctrl_bar1").SetFocus();
-    rig.KeyUp("ctrl_bar1", WXK_RIGHT);
-    EXPECT_EQ(rig.display.messages.size(), 1U);
-    EXPECT_EQ(rig.V().Distortion, 30);
-    EXPECT_TRUE(rig.window->IsEnabled());
-    EXPECT_FALSE(rig.busy.IsBusy());
-    EXPECT_EQ(wxWindow::FindFocus(), &rig.Find<wxWindow>("ctrl_bar1"));
-    rig.server.SetFaults({});
-    EXPECT_EQ(rig.SentBy([&] { rig.Press("applybutton"); }), kApplyWords);
-    EXPECT_EQ(rig.display.messages.size(), 1U);
-  }
+TEST_F(OpenedMainCommands, FailingProjectorLeavesWindowAndModelUsable) {
+  rig.server.SetFaults({"kind=20:timeout"});
+  rig.Move("ctrl_bar1", 30);
+  auto& bar = rig.Find("ctrl_bar1");
+  bar.SetFocus();
+  SendKey(bar, wxEVT_KEY_UP, WXK_RIGHT);
+  EXPECT_EQ(rig.display.messages.size(), 1U);
+  EXPECT_EQ(rig.V().Distortion, 30);
+  EXPECT_TRUE(rig.window->IsEnabled());
+  EXPECT_EQ(wxWindow::FindFocus(), &bar);
+  rig.server.SetFaults({});
+  EXPECT_EQ(rig.SentByButton("applybutton"), kApplyWords);
+  EXPECT_EQ(rig.display.messages.size(), 1U);
 }
 
-TEST(MainCommands, BusyWindowRepaintsAndTakesNoCommands) {
-  WindowRig rig;
-  LSSmain& window = rig.Open();
+TEST_F(OpenedMainCommands, BusyWindowRepaintsAndTakesNoCommands) {
   const BusyBracket bracket(rig.busy);
-  EXPECT_FALSE(window.IsEnabled());
+  EXPECT_FALSE(rig.window->IsEnabled());
   bool painted = false;
-  auto& icon = rig.Find<wxWindow>("preview_canvas");
-  icon.Bind(wxEVT_PAINT, [&painted](wxPaintEvent& event) {
+  auto& canvas = rig.Find("preview_canvas");
+  canvas.Bind(wxEVT_PAINT, [&painted](wxPaintEvent& event) {
     painted = true;
     event.Skip();
   });
-  icon.Refresh();
-  EXPECT_TRUE(WindowRig::SettleUntil([&] {
+  canvas.Refresh();
+  EXPECT_TRUE(SettleUntil([&] {
     rig.busy.ProcessPendingEvents();
     return painted;
   }));
-  EXPECT_EQ(rig.SentBy([&] { window.Run("applybutton"); }), "");
-  EXPECT_EQ(rig.SentBy([&] { rig.ReleaseMouse("ctrl_bar1"); }), "");
-  window.Close();
-  WindowRig::Settle();
+  EXPECT_EQ(rig.SentBy([&] { rig.window->Run("applybutton"); }), "");
+  EXPECT_EQ(rig.SentByRelease("ctrl_bar1"), "");
+  rig.window->Close();
+  Settle();
   EXPECT_NE(rig.window, nullptr);
 }
 

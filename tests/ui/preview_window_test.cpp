@@ -14,74 +14,55 @@
 namespace warpline {
 namespace {
 
+using OpenedPreviewWindow = OpenedWindow;
+
 LSSview& ViewOf(const WindowRig& rig) {
   return rig.Find<LSSview>("LSSview");
 }
 
-TEST(PreviewWindow, FollowsTheTestPatternBox) {
-  WindowRig rig;
-  rig.Open();
+TEST_F(OpenedPreviewWindow, FollowsTheTestPatternBoxAndTheMainWindow) {
   EXPECT_TRUE(ViewOf(rig).IsShown());
-  rig.Check("testpattern", false);
-  EXPECT_FALSE(ViewOf(rig).IsShown());
-  EXPECT_EQ(rig.global.Settings.TestPattern, 0);
-  rig.Check("testpattern", true);
-  EXPECT_TRUE(ViewOf(rig).IsShown());
+  for (const bool pattern : {false, true}) {
+    rig.Check("testpattern", pattern);
+    EXPECT_EQ(ViewOf(rig).IsShown(), pattern);
+    EXPECT_EQ(rig.global.Settings.TestPattern, pattern ? 1 : 0);
+    for (const bool minimised : {true, false}) {
+      wxIconizeEvent event(rig.window->GetId(), minimised);
+      rig.window->ProcessWindowEvent(event);
+      Settle();
+      EXPECT_EQ(ViewOf(rig).IsShown(), pattern && !minimised);
+    }
+  }
   ViewOf(rig).Close();
-  WindowRig::Settle();
+  Settle();
   EXPECT_FALSE(ViewOf(rig).IsShown());
   EXPECT_FALSE(rig.Find<wxCheckBox>("testpattern").GetValue());
   EXPECT_EQ(rig.global.Settings.TestPattern, 0);
 }
 
-TEST(PreviewWindow, HidesWhileTheMainWindowIsMinimised) {
-  WindowRig rig;
-  rig.Open();
-  for (const bool pattern : {true, false}) {
-    rig.Check("testpattern", pattern);
-    wxIconizeEvent minimise(rig.window->GetId(), true);
-    rig.window->ProcessWindowEvent(minimise);
-    EXPECT_FALSE(ViewOf(rig).IsShown());
-    wxIconizeEvent restore(rig.window->GetId(), false);
-    rig.window->ProcessWindowEvent(restore);
-    EXPECT_EQ(ViewOf(rig).IsShown(), pattern);
+TEST_F(OpenedPreviewWindow, DisplayMenuSetsTheSize) {
+  EXPECT_TRUE(rig.Item("menu_disp_regular").IsChecked());
+  const std::pair<const char*, wxSize> rows[] = {{"menu_disp_magnification", {960, 720}},
+                                                 {"menu_disp_small", {400, 300}},
+                                                 {"menu_disp_regular", {640, 480}}};
+  for (const auto& [item, size] : rows) {
+    SCOPED_TRACE(item);
+    rig.Pick(item);
+    const wxSize wanted = ViewOf(rig).FromDIP(size);
+    EXPECT_TRUE(SettleUntil([&] { return ViewOf(rig).GetClientSize() == wanted; }));
+    EXPECT_TRUE(rig.Item(item).IsChecked());
   }
 }
 
-TEST(PreviewWindow, DisplayMenuSetsTheSize) {
-  WindowRig rig;
-  rig.Open();
-  EXPECT_TRUE(rig.Checked("menu_disp_regular"));
-  const struct {
-    const char* item;
-    wxSize size;
-  } rows[] = {{"menu_disp_magnification", {960, 720}},
-              {"menu_disp_small", {400, 300}},
-              {"menu_disp_regular", {640, 480}}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.item);
-    rig.Pick(row.item);
-    EXPECT_TRUE(WindowRig::SettleUntil(
-        [&] { return ViewOf(rig).GetClientSize() == ViewOf(rig).FromDIP(row.size); }));
-    EXPECT_TRUE(rig.Checked(row.item));
-  }
-}
-
-TEST(PreviewWindow, LetterAWithoutModifiersSwitchesTheAuxiliaryLines) {
-  WindowRig rig;
-  rig.Open();
-  const auto press = [&](int key, bool control) {
-    wxKeyEvent event(wxEVT_CHAR_HOOK);
-    event.m_keyCode = key;
-    event.SetControlDown(control);
-    ViewOf(rig).ProcessWindowEvent(event);
+TEST_F(OpenedPreviewWindow, LetterAWithoutModifiersSwitchesTheAuxiliaryLines) {
+  const auto press = [&](int key, int modifiers) {
+    SendKey(ViewOf(rig), wxEVT_CHAR_HOOK, key, modifiers);
     return ViewOf(rig).AuxLinesShown();
   };
-  EXPECT_FALSE(ViewOf(rig).AuxLinesShown());
-  EXPECT_TRUE(press('A', false));
-  EXPECT_TRUE(press('A', true));
-  EXPECT_TRUE(press('B', false));
-  EXPECT_FALSE(press('A', false));
+  EXPECT_FALSE(press('B', 0));
+  EXPECT_TRUE(press('A', 0));
+  EXPECT_TRUE(press('A', wxMOD_CONTROL));
+  EXPECT_FALSE(press('A', 0));
 }
 
 // What a drawing leaves on a black ground of that size.
@@ -90,18 +71,19 @@ wxImage Painted(const PreviewDrawing& drawing, const wxSize& size) {
   wxMemoryDC dc(bitmap);
   dc.SetBackground(*wxBLACK_BRUSH);
   dc.Clear();
-  {
-    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-    PaintPreview(*context, drawing, size.x, size.y);
-  }
-  dc.SelectObject(wxNullBitmap);
+  const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
+  PaintPreview(*context, drawing, size.x, size.y);
+  context->Flush();
   return bitmap.ConvertToImage();
 }
 
-bool IsLit(const wxImage& image, int x, int y, const PreviewColour& colour) {
-  const auto is_close = [](int seen, int wanted) { return wanted == 0 ? seen < 60 : seen > 100; };
-  return is_close(image.GetRed(x, y), colour.red) && is_close(image.GetGreen(x, y), colour.green) &&
-         is_close(image.GetBlue(x, y), colour.blue);
+// The colour of a pixel on a line, as the letters of the channels that are lit.
+std::string LitAt(const wxImage& image, int x, int y) {
+  std::string lit;
+  if (image.GetRed(x, y) > 80) lit += 'r';
+  if (image.GetGreen(x, y) > 80) lit += 'g';
+  if (image.GetBlue(x, y) > 80) lit += 'b';
+  return lit;
 }
 
 // A client area that is wider than 4:3: the model panel lies in its middle, 1.5 pixels a unit.
@@ -115,65 +97,46 @@ TEST(PreviewWindow, PaintsEveryShapeInPlaceAndColour) {
   const wxImage image = Painted(drawing, wxSize(1600, 900));
   const struct {
     const char* name;
-    double x;
-    double y;
-    PreviewColour colour;
-  } lit[] = {
-      {"polyline, first leg", 100, 200, kPreviewYellow},
-      {"polyline, second leg", 200, 300, kPreviewYellow},
-      {"line", 400, 50, kPreviewGreen},
-      {"box, left", 500, 150, kPreviewCyan},
-      {"box, bottom", 600, 200, kPreviewCyan},
-      {"ellipse, right", 700, 400, kPreviewBlue},
-      {"ellipse, top", 600, 350, kPreviewBlue},
-      {"nothing filled", 600, 150, {0, 0, 0}},
-      {"polyline stays open", 200, 200, {0, 0, 0}},
+    int x, y;
+    const char* lit;
+  } rows[] = {
+      {"polyline, first leg", 100, 200, "rg"},
+      {"polyline, second leg", 200, 300, "rg"},
+      {"line", 400, 50, "g"},
+      {"box, left", 500, 150, "gb"},
+      {"box, bottom", 600, 200, "gb"},
+      {"ellipse, right", 700, 400, "b"},
+      {"ellipse, top", 600, 350, "b"},
+      {"nothing filled", 600, 150, ""},
+      {"polyline stays open", 200, 200, ""},
   };
-  for (const auto& row : lit) {
-    const int x = static_cast<int>(200 + 1.5 * row.x);
-    const int y = static_cast<int>(1.5 * row.y);
-    EXPECT_TRUE(IsLit(image, x, y, row.colour)) << row.name;
+  for (const auto& row : rows) {
+    EXPECT_EQ(LitAt(image, 200 + row.x * 3 / 2, row.y * 3 / 2), row.lit) << row.name;
   }
 }
 
 TEST(Layout, WindowsAreHeldInsideTheScreen) {
   const wxRect area(0, 40, 1600, 1160);
   const wxSize size(600, 400);
-  const struct {
-    wxPoint wanted;
-    wxPoint held;
-  } rows[] = {{{100, 100}, {100, 100}},
-              {{-5000, 20}, {0, 40}},
-              {{1500, 900}, {1000, 800}},
-              {{1000, 800}, {1000, 800}}};
-  for (const auto& row : rows) EXPECT_EQ(HeldInside(area, row.wanted, size), row.held);
+  EXPECT_EQ(HeldInside(area, {100, 100}, size), wxPoint(100, 100));
+  EXPECT_EQ(HeldInside(area, {-5000, 20}, size), wxPoint(0, 40));
+  EXPECT_EQ(HeldInside(area, {1500, 900}, size), wxPoint(1000, 800));
   EXPECT_EQ(HeldInside(area, {50, 50}, wxSize(2000, 400)), wxPoint(0, 50));
 }
 
-TEST(Layout, LongTextsAreWrappedInBothLanguages) {
-  WindowRig rig;
-  const LSSmain& window = rig.Open();
-  constexpr int kDescription = 61;
-  for (const int identifier : {kDescription, kDescription + kEnglishOffset}) {
-    const wxString text = WxText(CatalogueText(identifier));
+TEST_F(OpenedPreviewWindow, LongTextsAreWrappedInBothLanguages) {
+  const LSSmain& window = *rig.window;
+  for (const int language : {0, kEnglishOffset}) {
+    const wxString text = WxText(CatalogueText(61 + language));
     const int width = window.GetTextExtent(text).x / 4;
-    wxString lines = WrappedText(window, text, width);
+    const wxString lines = WrappedText(window, text, width);
     EXPECT_GT(lines.Freq('\n'), 2);
     EXPECT_LE(window.GetTextExtent(lines.BeforeFirst('\n')).x, width);
     EXPECT_FALSE(lines.Contains(WxText("\n。")));
     wxString joined = lines;
-    joined.Replace("\n", identifier == kDescription ? "" : " ");
+    joined.Replace("\n", language == 0 ? "" : " ");
     EXPECT_EQ(joined, text) << "nothing is lost";
   }
-}
-
-TEST(MainWindow, StartsInsideTheScreen) {
-  WindowRig rig;
-  rig.global.Settings.DialogPosX = -30000;
-  rig.global.Settings.DialogPosY = 25000;
-  rig.Open();
-  const wxRect screen = UsableScreen({});
-  EXPECT_TRUE(WindowRig::SettleUntil([&] { return screen.Contains(rig.window->GetScreenRect()); }));
 }
 
 }  // namespace

@@ -1,39 +1,32 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <wx/app.h>
-#include <wx/bmpbuttn.h>
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/evtloop.h>
-#include <wx/radiobut.h>
-#include <wx/slider.h>
-#include <wx/textctrl.h>
-#include <wx/weakref.h>
+#include <wx/uiaction.h>
+#include <wx/wx.h>
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
-#include "app/projector_commands.h"
-#include "core/LSSglobal.h"
-#include "files/LSSfile.h"
-#include "link/projector_link.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSview.h"
 #include "ui/main_menu.h"
+#include "ui/open_dialogs.h"
 #include "ui/wx_text.h"
 
-// A real main window with a simulated projector behind it. Tests find controls by their product
-// names and act through their events.
+// A real main window with a simulated projector behind it, and scripts for its modal dialogs. Tests
+// find controls by their product names and act through their events.
 
 namespace warpline {
 
@@ -42,26 +35,17 @@ namespace fs = std::filesystem;
 // What the tool asked for, one word a frame: the number of a command, "probe" for the frame that
 // finds out whether the projector takes commands, "class" for the question for its model class.
 inline std::string WordOf(const sim::Bytes& frame) {
-  const int sub_command = frame.at(5);
-  switch (frame.at(1)) {
-    case 0x1A:
-      return "20";
-    case 0x85:
-      return "class";
-    case 0xDE:
-      return "18";
-    default:
-      break;
-  }
+  if (frame.at(1) == 0x1A) return "20";
+  if (frame.at(1) == 0x85) return "class";
+  if (frame.at(1) == 0xDE) return "18";
   if (frame.size() == 6) return "probe";
-  return sub_command == 0x12 ? "21" : std::to_string(sub_command);
+  return frame.at(5) == 0x12 ? "21" : std::to_string(frame.at(5));
 }
 
 inline std::string CommandsOf(const std::vector<sim::Bytes>& frames) {
   std::string words;
   for (const sim::Bytes& frame : frames) {
-    if (!words.empty()) words.push_back(' ');
-    words.append(WordOf(frame));
+    words.append(words.empty() ? "" : " ").append(WordOf(frame));
   }
   return words;
 }
@@ -69,9 +53,103 @@ inline std::string CommandsOf(const std::vector<sim::Bytes>& frames) {
 inline constexpr const char* kApplyWords = "probe 20 0 2 3 16 17 1";
 inline constexpr const char* kInitializeWords = "probe 20 0 1";
 
+// Handles all that the window system has to say.
+inline void Settle() {
+  wxEventLoopBase::GetActive()->YieldFor(wxEVT_CATEGORY_ALL);
+  wxTheApp->ProcessPendingEvents();
+  wxTheApp->ProcessIdle();  // deletes closed windows too
+}
+
+// Settles until something has come true; false when it does not within some seconds.
+template <typename Condition>
+bool SettleUntil(Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    Settle();
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+  return true;
+}
+
+template <typename Control = wxWindow>
+Control& ControlOf(const wxWindow& owner, const std::string& name) {
+  auto* found = dynamic_cast<Control*>(wxWindow::FindWindowByName(WxText(name), &owner));
+  if (found == nullptr) throw std::out_of_range("no control " + name);
+  return *found;
+}
+
+inline std::string TextOf(const wxWindow& owner, const std::string& box) {
+  return ControlOf<wxTextCtrl>(owner, box).GetValue().utf8_string();
+}
+
+inline void Send(wxWindow& control, wxCommandEvent& event, int value) {
+  event.SetEventObject(&control);
+  event.SetInt(value);
+  control.ProcessWindowEvent(event);
+  Settle();
+}
+inline void Send(wxWindow& control, wxEventType type, int value = 0) {
+  wxCommandEvent event(type, control.GetId());
+  Send(control, event, value);
+}
+inline void SendKey(wxWindow& control, wxEventType type, int key, int modifiers = 0) {
+  wxKeyEvent event(type);
+  event.m_keyCode = key;
+  event.SetShiftDown((modifiers & wxMOD_SHIFT) != 0);
+  event.SetControlDown((modifiers & wxMOD_CONTROL) != 0);
+  control.ProcessWindowEvent(event);
+  Settle();
+}
+
+inline void PressIn(wxWindow& owner, const std::string& button) {
+  EXPECT_TRUE(ControlOf(owner, button).IsEnabled()) << button;
+  Send(ControlOf(owner, button), wxEVT_BUTTON);
+}
+inline void ChooseIn(wxWindow& owner, const std::string& list, int index) {
+  ControlOf<wxChoice>(owner, list).SetSelection(index);
+  Send(ControlOf(owner, list), wxEVT_CHOICE, index);
+}
+inline void SelectIn(wxWindow& owner, const std::string& option) {
+  ControlOf<wxRadioButton>(owner, option).SetValue(true);
+  Send(ControlOf(owner, option), wxEVT_RADIOBUTTON, 1);
+}
+inline void CheckIn(wxWindow& owner, const std::string& box, bool checked) {
+  ControlOf<wxCheckBox>(owner, box).SetValue(checked);
+  Send(ControlOf(owner, box), wxEVT_CHECKBOX, checked ? 1 : 0);
+}
+
+// Waits for the modal dialog of that name, acts on it, and cancels it if it is open then.
+class ModalScript : public wxTimer {
+ public:
+  ModalScript(std::string name, std::function<void(wxDialog&)> script)
+      : name_(std::move(name)), script_(std::move(script)) {
+    Start(5);
+  }
+  ~ModalScript() override { EXPECT_TRUE(met_) << name_ << " did not open"; }
+
+  void Notify() override {
+    for (wxWindow* window : wxTopLevelWindows) {
+      auto* dialog = dynamic_cast<wxDialog*>(window);
+      if (dialog == nullptr || !dialog->IsModal() || dialog->GetName() != name_) continue;
+      Stop();
+      met_ = true;
+      script_(*dialog);
+      if (dialog->IsModal() && dialog->IsShown()) dialog->EndModal(wxID_CANCEL);
+      return;
+    }
+  }
+
+ private:
+  std::string name_;
+  std::function<void(wxDialog&)> script_;
+  bool met_ = false;
+};
+
 class WindowRig {
  public:
   explicit WindowRig(std::int16_t language = 0) {
+    fs::create_directory(program);
     ResetModel(global);
     ApplyLanguage(global, language);
     global.Settings.IPAddress = server.Address();
@@ -79,7 +157,6 @@ class WindowRig {
     global.Settings.AutoApplyMenu = 1;
     global.Settings.LANTimeOut = 500;
   }
-
   ~WindowRig() {
     if (window) window->Destroy();
     Settle();
@@ -87,81 +164,50 @@ class WindowRig {
 
   // The window, as it is at first. Settings are changed before.
   LSSmain& Open() {
-    window =
-        new LSSmain({global,
-                     files,
-                     commands,
-                     messages,
-                     busy,
-                     {[this](wxWindow*, const fs::path&) { return NextChoice(); },
-                      [this](wxWindow*, const fs::path&, const fs::path&) { return NextChoice(); }},
-                     dialogs,
-                     temp.Path(),
-                     temp / "program",
-                     [this](const fs::path& file) {
-                       texts_shown.push_back(file);
-                       return true;
-                     }});
+    window = new LSSmain({global, files, commands, messages, busy, Choosers(), dialogs, temp.Path(),
+                          program, show_text});
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
     return *window;
   }
 
-  // Handles all that the window system has to say.
-  static void Settle() {
-    wxEventLoopBase::GetActive()->YieldFor(wxEVT_CATEGORY_ALL);
-    wxTheApp->ProcessPendingEvents();
-    wxTheApp->ProcessIdle();  // deletes closed windows too
+  // The tool's own dialogs instead of those set by hand.
+  void UseDialogs(BeamseekProvider beamseek) {
+    dialogs = CreateMainDialogs({global, files, commands, messages, display, busy,
+                                 std::move(beamseek), Choosers(), temp.Path(), program, show_text});
   }
 
-  // Settles until something has come true; false when it does not within some seconds.
-  template <typename Condition>
-  static bool SettleUntil(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!condition()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      Settle();
-      std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
+  // Choose what stands in choices, and then cancel.
+  FileChoosers Choosers() {
+    const auto next = [this] {
+      if (choices.empty()) return fs::path();
+      const fs::path choice = choices.front();
+      choices.pop_front();
+      return choice;
+    };
+    return {[next](wxWindow*, const fs::path&) { return next(); },
+            [next](wxWindow*, const fs::path&, const fs::path&) { return next(); }};
   }
 
-  template <typename Control>
+  template <typename Control = wxWindow>
   Control& Find(const std::string& name) const {
-    auto* found = dynamic_cast<Control*>(wxWindow::FindWindowByName(WxText(name), window));
-    if (found == nullptr) throw std::out_of_range("no control " + name);
-    return *found;
+    return ControlOf<Control>(*window, name);
   }
-
-  bool Shown(const std::string& name) const { return Find<wxWindow>(name).IsShownOnScreen(); }
-  bool Enabled(const std::string& name) const { return Find<wxWindow>(name).IsEnabled(); }
+  bool Shown(const std::string& name) const { return Find(name).IsShownOnScreen(); }
+  bool Enabled(const std::string& name) const { return Find(name).IsEnabled(); }
   int Value(const std::string& slider) const { return Find<wxSlider>(slider).GetValue(); }
-  std::string Text(const std::string& box) const {
-    return Find<wxTextCtrl>(box).GetValue().utf8_string();
-  }
+  int ScreenShown() const { return Find<wxChoice>("scr_select").GetSelection(); }
+  std::string Text(const std::string& box) const { return TextOf(*window, box); }
   std::string Title() const { return window->GetTitle().utf8_string(); }
-  bool Checked(const std::string& item) const {
-    return window->GetMenuBar()->IsChecked(MenuId(item));
-  }
-  bool MenuEnabled(const std::string& item) const {
-    return window->GetMenuBar()->IsEnabled(MenuId(item));
+  wxMenuItem& Item(const std::string& name) const {
+    return *window->GetMenuBar()->FindItem(MenuId(name));
   }
 
-  void Press(const std::string& button) { Send(button, wxEVT_BUTTON, 0); }
-  void Choose(const std::string& list, int index) {
-    Find<wxChoice>(list).SetSelection(index);
-    Send(list, wxEVT_CHOICE, index);
-  }
-  void SelectGroup(int group) {
-    const std::string name = "ctrl_select" + std::to_string(group);
-    Find<wxRadioButton>(name).SetValue(true);
-    Send(name, wxEVT_RADIOBUTTON, 1);
-  }
-  void Check(const std::string& box, bool checked) {
-    Find<wxCheckBox>(box).SetValue(checked);
-    Send(box, wxEVT_CHECKBOX, checked ? 1 : 0);
-  }
+  void Press(const std::string& button) { PressIn(*window, button); }
+  void Choose(const std::string& list, int index) { ChooseIn(*window, list, index); }
+  void SelectGroup(int group) { SelectIn(*window, "ctrl_select" + std::to_string(group)); }
+  void Check(const std::string& box, bool checked) { CheckIn(*window, box, checked); }
   void Pick(const std::string& item) {
     wxCommandEvent event(wxEVT_MENU, MenuId(item));
     window->ProcessWindowEvent(event);
@@ -169,18 +215,12 @@ class WindowRig {
   }
   void Move(const std::string& slider, int value) {
     Find<wxSlider>(slider).SetValue(value);
-    Send(slider, wxEVT_SLIDER, value);
+    Send(Find(slider), wxEVT_SLIDER, value);
   }
   void ReleaseMouse(const std::string& slider) {
     wxMouseEvent event(wxEVT_LEFT_UP);
-    Find<wxWindow>(slider).ProcessWindowEvent(event);
+    Find(slider).ProcessWindowEvent(event);
     Settle();
-  }
-  void KeyDown(const std::string& control, int key, int modifiers = 0) {
-    SendKey(control, wxEVT_KEY_DOWN, key, modifiers);
-  }
-  void KeyUp(const std::string& control, int key, int modifiers = 0) {
-    SendKey(control, wxEVT_KEY_UP, key, modifiers);
   }
 
   // The links that the projector has seen, and what came over the last one.
@@ -194,11 +234,21 @@ class WindowRig {
     action();
     return Links() == before ? std::string() : LastCommands();
   }
+  std::string SentByButton(const std::string& button) {
+    return SentBy([&] { Press(button); });
+  }
+  std::string SentByItem(const std::string& item) {
+    return SentBy([&] { Pick(item); });
+  }
+  std::string SentByRelease(const std::string& slider) {
+    return SentBy([&] { ReleaseMouse(slider); });
+  }
 
   AxisParameters& H() { return global.Correction.Axes[kHorizontal]; }
   AxisParameters& V() { return global.Correction.Axes[kVertical]; }
 
   TempFolder temp;
+  fs::path program = temp / "program";
   ProjectorServer server;
   LSSglobal global;
   RecordingDisplay display;
@@ -208,36 +258,19 @@ class WindowRig {
   ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
   ProjectorCommands commands{global, link, messages, busy};
   MainDialogs dialogs;
-  std::deque<fs::path> choices;  // what the user chooses in the file dialogs; then cancels
+  std::deque<fs::path> choices;
   std::vector<fs::path> texts_shown;
+  std::function<bool(const fs::path&)> show_text = [this](const fs::path& file) {
+    texts_shown.push_back(file);
+    return true;
+  };
   wxWeakRef<LSSmain> window;
+};
 
- private:
-  fs::path NextChoice() {
-    if (choices.empty()) return {};
-    const fs::path choice = choices.front();
-    choices.pop_front();
-    return choice;
-  }
-
-  void Send(const std::string& name, wxEventType type, int value) {
-    wxWindow& control = Find<wxWindow>(name);
-    wxCommandEvent event(type, control.GetId());
-    event.SetEventObject(&control);
-    event.SetInt(value);
-    control.ProcessWindowEvent(event);
-    Settle();
-  }
-
-  void SendKey(const std::string& name, wxEventType type, int key, int modifiers) {
-    wxKeyEvent event(type);
-    event.m_keyCode = key;
-    event.SetShiftDown((modifiers & wxMOD_SHIFT) != 0);
-    event.SetControlDown((modifiers & wxMOD_CONTROL) != 0);
-    event.SetAltDown((modifiers & wxMOD_ALT) != 0);
-    Find<wxWindow>(name).ProcessWindowEvent(event);
-    Settle();
-  }
+class OpenedWindow : public testing::Test {
+ protected:
+  OpenedWindow() { rig.Open(); }
+  WindowRig rig;
 };
 
 }  // namespace warpline
