@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <tuple>
 
 namespace warpline::sim {
 namespace {
@@ -94,21 +95,15 @@ csResData WaitForResult(const SelectionWindowHost& host) {
 }
 
 TEST(BeamseekStandin, MarksWhatCannotBeChosen) {
-  struct Row {
-    const char* name;
-    std::uint16_t port;
-    bool says_so;
-    std::int32_t selectable;
-  };
-  const Row rows[] = {{"both", 7142, true, 1},
-                      {"refuses", 7142, false, 0},
-                      {"another port", 7143, true, 0},
-                      {"neither", 1, false, 0}};
-  for (const Row& row : rows) {
-    const csResData result =
-        ResultOf({{0x7F0203FE, {row.port, 5, 0, row.says_so, std::string(31, 'n')}}});
+  const std::tuple<const char*, std::uint16_t, bool, std::int32_t> rows[] = {
+      {"both", 7142, true, 1},
+      {"refuses", 7142, false, 0},
+      {"another port", 7143, true, 0},
+      {"neither", 1, false, 0}};
+  for (const auto& [name, port, says_so, selectable] : rows) {
+    const csResData result = ResultOf({{0x7F0203FE, {port, 5, 0, says_so, std::string(31, 'n')}}});
     ASSERT_EQ(result.iPjNum, 1);
-    EXPECT_EQ(result.PJData[0].bSelectable, row.selectable) << row.name;
+    EXPECT_EQ(result.PJData[0].bSelectable, selectable) << name;
     EXPECT_EQ(AddressText(result.PJData[0].ucIP), "127.2.3.254");
     EXPECT_EQ(std::string(result.PJData[0].cName), std::string(31, 'n'));
   }

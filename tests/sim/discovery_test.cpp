@@ -4,10 +4,10 @@
 
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 #include "sim/discovery_os.h"
 #include "sim/projector_options.h"
-#include "sim/server.h"
 #include "tests/sim/hex.h"
 
 namespace warpline::sim {
@@ -32,11 +32,7 @@ TEST(Discovery, DatagramsAreTheseBytes) {
 }
 
 TEST(Discovery, RefusesWhatHasAnotherShape) {
-  struct Row {
-    const char* name;
-    const char* hex;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, const char*> rows[] = {
       {"nothing", ""},
       {"one byte", "57"},
       {"head alone", "574C4441"},
@@ -50,12 +46,11 @@ TEST(Discovery, RefusesWhatHasAnotherShape) {
       {"name long", "574C44410178563412E61B050101014C4C"},
       {"control character", "574C44410178563412E61B0501010109"},
       {"no ASCII", "574C44410178563412E61B05010101E5"},
-      {"name of 255", "574C44410178563412E61B050101FF4C"},
-  };
-  for (const Row& row : rows) {
-    const Bytes datagram = FromHex(row.hex);
-    EXPECT_EQ(ParseAnswer(datagram, kNumber), std::nullopt) << row.name;
-    EXPECT_EQ(ParseQuestion(datagram), std::nullopt) << row.name;
+      {"name of 255", "574C44410178563412E61B050101FF4C"}};
+  for (const auto& [name, hex] : rows) {
+    const Bytes datagram = FromHex(hex);
+    EXPECT_EQ(ParseAnswer(datagram, kNumber), std::nullopt) << name;
+    EXPECT_EQ(ParseQuestion(datagram), std::nullopt) << name;
   }
   EXPECT_EQ(ParseQuestion(FromHex("574C4451017856341200")), std::nullopt) << "too long";
   EXPECT_EQ(ParseQuestion(FromHex("574C44510078563412")), std::nullopt) << "version";
@@ -91,38 +86,22 @@ class RawSocket {
   SocketHandle handle_;
 };
 
-// A projector that serves a LAN port of an address and answers searches there.
-class FoundProjectorServer {
- public:
-  FoundProjectorServer(std::uint32_t address, std::uint16_t discovery_port, int model_class) {
-    setup_.Projector.ModelClass = model_class;
-    std::string reason;
-    EXPECT_TRUE(server_.Listen({address, 0}, reason)) << reason;
-    responder_ = DiscoveryResponder::Open({address, discovery_port},
-                                          AnswerOf(setup_.Projector, server_.Where()));
-    EXPECT_TRUE(responder_);
-  }
-  std::uint16_t DiscoveryPort() const { return responder_->Where().Port; }
-  std::uint16_t LanPort() const { return server_.Where().Port; }
-
- private:
-  StationSetup setup_;
-  Station station_{setup_};
-  Server server_{station_};
-  std::unique_ptr<DiscoveryResponder> responder_;
-};
+// What a projector of a class answers searches with, at a port of an address.
+std::unique_ptr<DiscoveryResponder> Responder(const Endpoint& place, int model_class) {
+  const ProjectorSetup projector{.Panel = {}, .ModelClass = model_class};
+  auto responder = DiscoveryResponder::Open(place, AnswerOf(projector, {place.Address, 7142}));
+  EXPECT_TRUE(responder);
+  return responder;
+}
 
 TEST(Discovery, FindsTheProjectorsOfTheRange) {
-  const FoundProjectorServer second(kFirst + 1, 0, 5);
-  const std::uint16_t port = second.DiscoveryPort();
-  const FoundProjectorServer third(kFirst + 2, port, 1);
-  const FoundProjectorServer beyond(kFirst + 3, port, 5);
-  const auto name = [](const char* address, std::uint16_t lan_port) {
-    return std::string("Projector ") + address + ":" + std::to_string(lan_port);
-  };
+  const auto second = Responder({kFirst + 1, 0}, 5);
+  const std::uint16_t port = second->Where().Port;
+  const auto third = Responder({kFirst + 2, port}, 1);
+  const auto beyond = Responder({kFirst + 3, port}, 5);
   const std::vector<DiscoveredProjector> expected{
-      {kFirst + 1, {second.LanPort(), 5, 1, true, name("127.0.0.2", second.LanPort())}},
-      {kFirst + 2, {third.LanPort(), 1, 1, false, name("127.0.0.3", third.LanPort())}}};
+      {kFirst + 1, {7142, 5, 1, true, "Projector 127.0.0.2:7142"}},
+      {kFirst + 2, {7142, 1, 1, false, "Projector 127.0.0.3:7142"}}};
   const DiscoveryRange range{kFirst + 1, 2, port, milliseconds(600'000)};
   EXPECT_EQ(DiscoverProjectors(range, kNeverStop), expected) << "ends when all have answered";
   EXPECT_EQ(DiscoveryResponder::Open({kFirst + 1, port}, {}), nullptr) << "taken";
@@ -174,20 +153,16 @@ TEST(Discovery, AnswersOnAfterHostileQuestions) {
 }
 
 TEST(Discovery, CanBeSwitchedOff) {
-  struct Row {
-    std::vector<std::string> words;
-    bool answers;
-  };
-  const Row rows[] = {{{}, true},
-                      {{"--listen", "127.0.0.2:0"}, true},
-                      {{"--no-discovery"}, false},
-                      {{"--usb", "3"}, false}};
-  for (const Row& row : rows) {
+  const std::tuple<std::vector<std::string>, bool> rows[] = {{std::vector<std::string>{}, true},
+                                                             {{"--listen", "127.0.0.2:0"}, true},
+                                                             {{"--no-discovery"}, false},
+                                                             {{"--usb", "3"}, false}};
+  for (const auto& [words, answers] : rows) {
     std::ostringstream out;
     int exit_code = 0;
-    const auto options = ParseProjectorOptions(row.words, out, out, exit_code);
+    const auto options = ParseProjectorOptions(words, out, out, exit_code);
     ASSERT_TRUE(options) << out.str();
-    EXPECT_EQ(options->Discovery, row.answers);
+    EXPECT_EQ(options->Discovery, answers);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/sim/hex.h"
@@ -10,9 +11,6 @@
 
 namespace warpline::sim {
 namespace {
-
-constexpr const char* kProbe = "01DF000000E0";
-constexpr const char* kStore = "01DF0000021200F4";
 
 // The exchanges, of as many, that the rules strike: "x" struck, "." spared; every second exchange
 // is a store.
@@ -26,21 +24,16 @@ std::string Struck(FaultBox& box, int count) {
 }
 
 TEST(FaultBox, StrikesAsOftenAsTheRuleSays) {
-  const struct {
-    const char* when;
-    const char* struck;
-    std::size_t left;  // rules in force afterwards
-  } cases[] = {
+  const std::tuple<const char*, const char*, std::size_t> cases[] = {
       {"always", "xxxxxxxx", 1},       {"nth=3", "..x.....", 0},
       {"once", "x.......", 0},         {"once,kind=21", ".x......", 0},
       {"every=3", "..x..x..", 1},      {"kind=21,every=2", "...x...x", 1},
       {"every=3,once", "..x.....", 0}, {"nth=3,kind=21", "........", 0},
-      {"kind=21", ".x.x.x.x", 1},      {"chance=1", "xxxxxxxx", 1},
-  };
-  for (const auto& row : cases) {
-    FaultBox box(FaultRules({row.when + std::string(":timeout")}), 1);
-    EXPECT_EQ(Struck(box, 8), row.struck) << row.when;
-    EXPECT_EQ(box.Texts().size(), row.left) << row.when;
+      {"kind=21", ".x.x.x.x", 1},      {"chance=1", "xxxxxxxx", 1}};
+  for (const auto& [when, struck, left] : cases) {
+    FaultBox box(FaultRules({when + std::string(":timeout")}), 1);
+    EXPECT_EQ(Struck(box, 8), struck) << when;
+    EXPECT_EQ(box.Texts().size(), left) << when;
   }
 }
 

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <memory>
 #include <string>
 
@@ -13,115 +12,99 @@ namespace {
 
 constexpr milliseconds kEnough{5000};
 constexpr milliseconds kShort{60};
-constexpr const char* kProbe = "01DF000000E0";
-constexpr const char* kWriteScroll = "01DF00000608000200334467";
-constexpr const char* kShow = "01DF0000020100E3";
-constexpr const char* kStore = "01DF0000021200F4";
 
 std::unique_ptr<Channel> Connect(const ProjectorServer& server) {
   ConnectStatus status{};
-  const auto port = PortNumber(server.Port());
-  return ConnectTcp({Endpoint{}.Address, *port}, kEnough, status);
+  return ConnectTcp({Endpoint{}.Address, *PortNumber(server.Port())}, kEnough, status);
 }
 
-BeamlinkResult Probe(std::unique_ptr<Channel> channel, milliseconds time = kEnough) {
-  if (!channel) return kBeamlinkNotInitialized;
-  Caller caller(std::move(channel), false);
+BeamlinkResult Send(Caller& caller, const char* frame, milliseconds time = kEnough) {
   Bytes reply;
-  return caller.Exchange(FromHex(kProbe), reply, time);
+  return caller.Exchange(FromHex(frame), reply, time);
 }
 
-// Polls until a caller is (not) connected.
-void WaitForListener(const ProjectorServer& server, bool there) {
-  while ((Connect(server) != nullptr) != there) {
+// Sends the frames over one link; false at the first that is not answered well.
+bool Send(const ProjectorServer& server, std::initializer_list<const char*> frames = {kProbe}) {
+  std::unique_ptr<Channel> channel = Connect(server);
+  if (!channel) return false;
+  Caller caller(std::move(channel), false);
+  for (const char* frame : frames) {
+    if (Send(caller, frame) != kBeamlinkOk) return false;
   }
+  return true;
+}
+
+std::string Scroll(const ProjectorServer& server) {
+  return server.Snapshot().Working[kHorizontal][kScroll];
 }
 
 TEST(LinkFaults, RefuseEveryCallerUntilCleared) {
   ProjectorServer server;
   server.SetFaults({"always:refuselink"});
-  WaitForListener(server, false);
+  while (Connect(server)) {
+  }
   server.SetFaults({});
-  WaitForListener(server, true);
-  EXPECT_EQ(Probe(Connect(server)), kBeamlinkOk) << "on the same port";
+  while (!Connect(server)) {
+  }
+  EXPECT_TRUE(Send(server)) << "on the same port";
 }
 
 TEST(LinkFaults, TurnAwayTheCallersThatTheRuleMeans) {
   ProjectorServer server({}, {"nth=2:refuselink"});
-  EXPECT_EQ(Probe(Connect(server)), kBeamlinkOk);
-  EXPECT_NE(Probe(Connect(server)), kBeamlinkOk);
-  EXPECT_EQ(Probe(Connect(server)), kBeamlinkOk);
+  for (const bool served : {true, false, true}) EXPECT_EQ(Send(server), served);
 }
 
 TEST(LinkFaults, LeaveAHalfOpenLinkWithoutAnswer) {
   ProjectorServer server({}, {"once:halfopen"});
-  auto half_open = Connect(server);
-  ASSERT_TRUE(half_open);
-  Caller caller(std::move(half_open), false);
-  Bytes reply;
-  EXPECT_EQ(caller.Exchange(FromHex(kProbe), reply, kShort), kBeamlinkNoResponse);
-  EXPECT_EQ(caller.Exchange(FromHex(kProbe), reply, kShort), kBeamlinkNoResponse) << "still there";
-  EXPECT_EQ(Probe(Connect(server)), kBeamlinkOk);
+  Caller caller(Connect(server), false);
+  EXPECT_EQ(Send(caller, kProbe, kShort), kBeamlinkNoResponse);
+  EXPECT_EQ(Send(caller, kProbe, kShort), kBeamlinkNoResponse) << "still there";
+  EXPECT_TRUE(Send(server));
 }
 
 TEST(LinkFaults, ServeASingleCallerAtATime) {
   ProjectorServer server({}, {"always:single"});
   Caller first(Connect(server), false);
-  Bytes reply;
-  ASSERT_EQ(first.Exchange(FromHex(kProbe), reply, kEnough), kBeamlinkOk);
-  EXPECT_NE(Probe(Connect(server)), kBeamlinkOk);
-  EXPECT_EQ(first.Exchange(FromHex(kProbe), reply, kEnough), kBeamlinkOk);
+  ASSERT_EQ(Send(first, kProbe), kBeamlinkOk);
+  EXPECT_FALSE(Send(server));
+  EXPECT_EQ(Send(first, kProbe), kBeamlinkOk);
   first = Caller(nullptr, false);
   while (server.Snapshot().OpenLinks > 0) {
   }
-  EXPECT_EQ(Probe(Connect(server)), kBeamlinkOk);
-}
-
-// Sends the frames over one link; false at the first that is not answered well.
-bool Send(const ProjectorServer& server, std::initializer_list<const char*> frames) {
-  Caller caller(Connect(server), false);
-  Bytes reply;
-  for (const char* frame : frames) {
-    if (caller.Exchange(FromHex(frame), reply, kEnough) != kBeamlinkOk) return false;
-  }
-  return true;
+  EXPECT_TRUE(Send(server));
 }
 
 TEST(LinkFaults, RestartLosesWhatWasOnlyApplied) {
   ProjectorServer server;
   Caller bystander(Connect(server), false);
-  Bytes reply;
-  ASSERT_EQ(bystander.Exchange(FromHex(kProbe), reply, kEnough), kBeamlinkOk);
-
+  ASSERT_EQ(Send(bystander, kProbe), kBeamlinkOk);
   ASSERT_TRUE(Send(server, {kWriteScroll, kShow}));
-  EXPECT_EQ(server.Snapshot().Working[kHorizontal][kScroll], "3344");
+  EXPECT_EQ(Scroll(server), "3344");
   server.SetFaults({"once:restart"});
-  EXPECT_FALSE(Send(server, {kProbe}));
-  EXPECT_EQ(server.Snapshot().Working[kHorizontal][kScroll], "0000") << "applied, not stored";
-  EXPECT_NE(bystander.Exchange(FromHex(kProbe), reply, kEnough), kBeamlinkOk) << "its link is gone";
+  EXPECT_FALSE(Send(server));
+  EXPECT_EQ(Scroll(server), "0000") << "applied, not stored";
+  EXPECT_NE(Send(bystander, kProbe), kBeamlinkOk) << "its link is gone";
 
   ASSERT_TRUE(Send(server, {kWriteScroll, kShow, kStore}));
   server.Station().Restart();
-  EXPECT_EQ(server.Snapshot().Working[kHorizontal][kScroll], "3344") << "stored";
+  EXPECT_EQ(Scroll(server), "3344") << "stored";
 }
 
 TEST(LinkFaults, UnkeptValuesAreAnsweredAndForgotten) {
   ProjectorServer server({}, {"kind=8:unkept", "kind=21:unkept"});
-  ASSERT_TRUE(Send(server, {kWriteScroll, kShow}));
-  EXPECT_EQ(server.Snapshot().Working[kHorizontal][kScroll], "0000");
+  ASSERT_TRUE(Send(server, {kWriteScroll, kShow, kStore}));
+  EXPECT_EQ(Scroll(server), "0000");
   EXPECT_EQ(server.Snapshot().Count.Refused, 0u);
-  ASSERT_TRUE(Send(server, {kStore}));
   EXPECT_EQ(server.Snapshot().Count.Stores, 0u);
 }
 
 TEST(LinkFaults, ADuplicateReplyIsNotTakenForTheNext) {
   ProjectorServer server({}, {"once:duplicate"});
   Caller caller(Connect(server), false);
-  Bytes reply;
-  caller.Exchange(FromHex(kProbe), reply, kEnough);
-  EXPECT_EQ(caller.Exchange(FromHex(kWriteScroll), reply, kEnough), kBeamlinkOk);
-  EXPECT_EQ(caller.Exchange(FromHex(kShow), reply, kEnough), kBeamlinkOk);
-  EXPECT_EQ(server.Snapshot().Working[kHorizontal][kScroll], "3344");
+  Send(caller, kProbe);
+  EXPECT_EQ(Send(caller, kWriteScroll), kBeamlinkOk);
+  EXPECT_EQ(Send(caller, kShow), kBeamlinkOk);
+  EXPECT_EQ(Scroll(server), "3344");
 }
 
 }  // namespace

@@ -45,27 +45,19 @@ TEST(PowerSwitch, SpeedsUpFromNowOn) {
 
 TEST(Station, FollowsItsPower) {
   Clock::time_point now = Clock::now();
-  StationSetup setup;
-  setup.Now = [&now] { return now; };
-  Station station(setup);
-  const int link = station.OpenLink();
-  const auto send = [&](const char* hex) {
-    return ToHex(station.Exchange(link, FromHex(hex)).Reply);
-  };
-  const char* show = "01DF0000020100E3";
-  const char* running = "7F5700000101D8";
-  EXPECT_EQ(send("01DF00000608000200334467"), "21DF0000010001");
-  EXPECT_EQ(send(show), "21DF0000010001");
-  station.TurnPower(false);
-  EXPECT_EQ(send(show), "21DF000002030005") << "cooling down it takes no command";
-  EXPECT_EQ(send(running), "7F570000020003DB");
+  LinkedStation at({.Now = [&now] { return now; }});
+  at.Send(kWriteScroll);
+  EXPECT_EQ(at.Send(kShow), kAcceptedReply);
+  at.station.TurnPower(false);
+  EXPECT_EQ(at.Send(kShow), "21DF000002030005") << "cooling down it takes no command";
+  EXPECT_EQ(at.Send(kRunning), "7F570000020003DB");
   now += kCoolDownMs;
-  EXPECT_EQ(send(running), "7F570000020000D8");
-  station.TurnPower(true);
-  EXPECT_EQ(send(running), "7F570000020002DA");
+  EXPECT_EQ(at.Send(kRunning), "7F570000020000D8");
+  at.station.TurnPower(true);
+  EXPECT_EQ(at.Send(kRunning), "7F570000020002DA");
   now += kWarmUpMs;
-  EXPECT_EQ(send(running), "7F570000020001D9");
-  EXPECT_EQ(station.Snapshot().Working[kHorizontal][kScroll], "0000") << "only what was stored";
+  EXPECT_EQ(at.Send(kRunning), "7F570000020001D9");
+  EXPECT_EQ(at.Scroll(), "0000") << "only what was stored";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include "tests/sim/hex.h"
 #include "tests/support/temp_folder.h"
@@ -24,26 +25,21 @@ TEST(Profile, KeepsWhatIsMissing) {
 }
 
 TEST(Profile, IsRefusedWithAReason) {
-  const struct {
-    const char* text;
-    const char* reason;
-  } cases[] = {
-      {"", "parse"},
-      {"[]", "object"},
-      {R"({"clas": 4})", "\"clas\""},
-      {R"({"class": 256})", "0 to 255"},
-      {R"({"class": "5"})", "0 to 255"},
-      {R"({"class": 4.5})", "0 to 255"},
-      {R"({"reply5": -1})", "0 to 255"},
-      {R"({"panel": "63x600"})", "1024x768"},
-      {R"({"panel": "800x600x2"})", "1024x768"},
-      {R"({"panel": 800})", "string"},
-      {R"({"takes_commands": 1})", "boolean"},
-  };
-  for (const auto& row : cases) {
+  const std::tuple<const char*, const char*> cases[] = {{"", "parse"},
+                                                        {"[]", "object"},
+                                                        {R"({"clas": 4})", "\"clas\""},
+                                                        {R"({"class": 256})", "0 to 255"},
+                                                        {R"({"class": "5"})", "0 to 255"},
+                                                        {R"({"class": 4.5})", "0 to 255"},
+                                                        {R"({"reply5": -1})", "0 to 255"},
+                                                        {R"({"panel": "63x600"})", "1024x768"},
+                                                        {R"({"panel": "800x600x2"})", "1024x768"},
+                                                        {R"({"panel": 800})", "string"},
+                                                        {R"({"takes_commands": 1})", "boolean"}};
+  for (const auto& [text, part] : cases) {
     std::string reason;
-    EXPECT_FALSE(ParseProfile(row.text, reason)) << row.text;
-    EXPECT_NE(reason.find(row.reason), std::string::npos) << row.text << ": " << reason;
+    EXPECT_FALSE(ParseProfile(text, reason)) << text;
+    EXPECT_NE(reason.find(part), std::string::npos) << text << ": " << reason;
   }
 }
 
@@ -62,15 +58,10 @@ TEST(Profile, ShippedOnesCoverTheClasses) {
 }
 
 TEST(Profile, AnOldProjectorTakesNoRegisterCommand) {
-  ProjectorSetup setup;
-  setup.ModelClass = 3;
-  setup.TakesCommands = false;
-  SimulatedProjector projector(setup, NeutralRegisters(setup.Panel));
-  LinkMemory link;
-  EXPECT_EQ(ToHex(projector.HandleFrame(link, FromHex("01DF000000E0"))), "21DF0000010001");
-  EXPECT_EQ(ToHex(projector.HandleFrame(link, FromHex("01DF00000608000200334467"))),
-            "21DF0000010102");
-  EXPECT_EQ(ToHex(projector.HandleFrame(link, FromHex("01DF0000020100E3"))), "21DF0000010102");
+  LinkedStation at({.Projector = {.Panel = {}, .ModelClass = 3, .TakesCommands = false}});
+  EXPECT_EQ(at.Send(kProbe), kAcceptedReply);
+  EXPECT_EQ(at.Send(kWriteScroll), "21DF0000010102");
+  EXPECT_EQ(at.Send(kShow), "21DF0000010102");
 }
 
 }  // namespace

@@ -74,8 +74,7 @@ TEST(Recording, TellsWhatIsWrongAndWhere) {
       {"closed", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\tclosed\n", "line 4: the link is not"},
       {"opened twice", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\topened\n", "line 4: the link w"},
       {"reply alone", kTitle + "1\t0\topened\n1\t0\treply\tx\t01\n", "line 3: there is no request"},
-      {"bytes of opened", kTitle + "1\t0\topened\tx\t01\n", "line 2: name and bytes"},
-  };
+      {"bytes of opened", kTitle + "1\t0\topened\tx\t01\n", "line 2: name and bytes"}};
   for (const auto& row : cases) {
     std::string reason;
     EXPECT_FALSE(ParseRecording(row.text, reason)) << row.name;

@@ -16,9 +16,9 @@ namespace {
 constexpr std::int32_t kSerialKind = 0;
 
 struct SerialWorld {
-  SerialWorld() {
+  explicit SerialWorld(bool fast = true) {
     std::string reason;
-    EXPECT_TRUE(server.OfferSerial(path, true, reason)) << reason;
+    EXPECT_TRUE(server.OfferSerial(path, fast, reason)) << reason;
     ::setenv("WARPLINE_COM3", path.c_str(), 1);
   }
   ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
@@ -31,17 +31,22 @@ struct SerialWorld {
 };
 
 TEST(Serial, CarriesEveryByteUnchanged) {
-  SerialWorld world;
-  const std::int32_t handle = world.library.Open(kSerialKind, "COM3", "38400", kBeamlinkBlocking);
-  ASSERT_GE(handle, 0);
-  for (const std::int32_t input : {0x0D0A1104, 0x13031A7F, -1, 0x00FF0D00}) {
-    PJStatus status{};
-    EXPECT_EQ(world.library.SetInput(handle, input), kBeamlinkOk);
-    EXPECT_EQ(world.library.GetStatus(handle, &status), kBeamlinkOk);
-    EXPECT_EQ(status.Input, input);
+  for (const bool fast : {true, false}) {
+    SerialWorld world(fast);
+    const auto open = [&](const char* port) {
+      return world.library.Open(kSerialKind, port, "38400", kBeamlinkBlocking);
+    };
+    const std::int32_t handle = open("COM3");
+    ASSERT_GE(handle, 0);
+    for (const std::int32_t input : {0x0D0A1104, 0x13031A7F, -1, 0x00FF0D00}) {
+      PJStatus status{};
+      EXPECT_EQ(world.library.SetInput(handle, input), kBeamlinkOk);
+      EXPECT_EQ(world.library.GetStatus(handle, &status), kBeamlinkOk);
+      EXPECT_EQ(status.Input, input);
+    }
+    EXPECT_EQ(open("COM3"), kOpenPortInUse);
+    EXPECT_EQ(open("COM4"), kOpenBadPort);
   }
-  EXPECT_EQ(world.library.Open(kSerialKind, "COM3", "38400", kBeamlinkBlocking), kOpenPortInUse);
-  EXPECT_EQ(world.library.Open(kSerialKind, "COM4", "38400", kBeamlinkBlocking), kOpenBadPort);
 }
 
 TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
@@ -59,25 +64,6 @@ TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
   ::unsetenv("WARPLINE_COM5");
   EXPECT_EQ(LineTime(480, 4800), std::chrono::seconds(1));
   EXPECT_EQ(LineTime(1, 38400).count(), 260);
-}
-
-TEST(Serial, CarriesEveryByteAtTheLinesSpeedToo) {
-  const TempFolder folder;
-  const std::filesystem::path path = folder / "projector";
-  Station station{StationSetup{}};
-  Server server{station};
-  std::string reason;
-  ASSERT_TRUE(server.OfferSerial(path, false, reason)) << reason;
-  ::setenv("WARPLINE_COM5", path.c_str(), 1);
-  BeamlinkStandin library;
-  const std::int32_t handle = library.Open(kSerialKind, "COM5", "38400", kBeamlinkBlocking);
-  for (const std::int32_t input : {0x0D0A1104, -1}) {
-    PJStatus status{};
-    EXPECT_EQ(library.SetInput(handle, input), kBeamlinkOk);
-    EXPECT_EQ(library.GetStatus(handle, &status), kBeamlinkOk);
-    EXPECT_EQ(status.Input, input);
-  }
-  ::unsetenv("WARPLINE_COM5");
 }
 
 TEST(Serial, EndsTheLinkWhenThePortIsClosed) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "sim/beamlink_standin.h"
@@ -14,12 +15,9 @@
 namespace warpline::sim {
 namespace {
 
-constexpr const char* kClear = "01DF0000020000E2";
-constexpr const char* kShow = "01DF0000020100E3";
-constexpr const char* kAcceptedReply = "21DF0000010001";
-constexpr const char* kRefusedReply = "21DF0000010203";
 constexpr std::int32_t kShortTimeOut = 200;
 constexpr std::int32_t kLongTimeOut = 20000;
+constexpr milliseconds kLong{kLongTimeOut};
 constexpr std::int32_t kLanKind = 1;
 
 // An open link of a stand-in of its own.
@@ -48,49 +46,33 @@ struct Link {
 };
 
 // A peer that answers one connection by a script.
-class ScriptedPeer {
- public:
-  explicit ScriptedPeer(std::function<void(Channel&)> script) {
-    std::string reason;
-    listener_ = Listener::Open({}, reason);
-    thread_ = std::thread([this, script = std::move(script)] {
-      const std::unique_ptr<Channel> channel = listener_->Accept(milliseconds(kLongTimeOut));
-      if (channel) script(*channel);
-    });
-  }
-  ~ScriptedPeer() { thread_.join(); }
-  std::string Port() const { return std::to_string(listener_->Where().Port); }
+struct ScriptedPeer {
+  std::string Port() const { return std::to_string(listener->Where().Port); }
 
- private:
-  std::unique_ptr<Listener> listener_;
-  std::thread thread_;
+  std::function<void(Channel&)> script;
+  std::string reason = {};
+  std::unique_ptr<Listener> listener = Listener::Open({}, reason);
+  std::jthread thread{[this] {
+    const std::unique_ptr<Channel> channel = listener->Accept(kLong);
+    if (channel) script(*channel);
+  }};
 };
 
 void ReadSomething(Channel& channel) {
   Bytes buffer(4096);
-  channel.Read(buffer, milliseconds(kLongTimeOut));
+  channel.Read(buffer, kLong);
 }
 
 void ReadUntilClosed(Channel& channel) {
   Bytes buffer(4096);
-  while (channel.Read(buffer, milliseconds(kLongTimeOut)).Status == ChannelStatus::kOk) {
+  while (channel.Read(buffer, kLong).Status == ChannelStatus::kOk) {
   }
 }
 
 TEST(Standin, OpensLoopbackAndNothingElse) {
   std::string reason;
-  std::string free_port;
-  {
-    const std::unique_ptr<Listener> listener = Listener::Open({}, reason);
-    free_port = std::to_string(listener->Where().Port);
-  }
-  const struct {
-    const char* name;
-    std::int32_t kind;
-    const char* first;
-    const char* second;
-    std::int32_t result;
-  } cases[] = {
+  const std::string free_port = std::to_string(Listener::Open({}, reason)->Where().Port);
+  const std::tuple<const char*, std::int32_t, const char*, const char*, std::int32_t> cases[] = {
       {"nobody listens", 1, "127.0.0.1", free_port.c_str(), kOpenConnect},
       {"another machine", 1, "192.0.2.1", "7142", kOpenHost},
       {"a name", 1, "projector", "7142", kOpenHost},
@@ -104,12 +86,10 @@ TEST(Standin, OpensLoopbackAndNothingElse) {
       {"USB", 2, "USB", "", kOpenBadPort},
       {"COM0", 0, "COM0", "9600", kOpenBadPort},
       {"COM8 is nowhere", 0, "COM8", "9600", kOpenBadPort},
-      {"kind 3", 3, "127.0.0.1", "7142", kOpenInvalidDevice},
-  };
+      {"kind 3", 3, "127.0.0.1", "7142", kOpenInvalidDevice}};
   BeamlinkStandin library;
-  for (const auto& row : cases) {
-    EXPECT_EQ(library.Open(row.kind, row.first, row.second, kBeamlinkBlocking), row.result)
-        << row.name;
+  for (const auto& [name, kind, first, second, result] : cases) {
+    EXPECT_EQ(library.Open(kind, first, second, kBeamlinkBlocking), result) << name;
   }
 }
 
@@ -129,9 +109,7 @@ TEST(Standin, KnowsItsHandles) {
 }
 
 TEST(Standin, OffersTheLibrarysOperations) {
-  ProjectorSetup setup;
-  setup.Panel = {800, 600};
-  ProjectorServer server(setup);
+  ProjectorServer server({.Panel = {800, 600}});
   Link link(server.Port());
   PJRunningStatus running{};
   PJStatus status{};
@@ -148,21 +126,14 @@ TEST(Standin, OffersTheLibrarysOperations) {
   EXPECT_EQ(link.library.GetStatus(link.handle, &status), kBeamlinkCommandFailed);
   EXPECT_EQ(link.library.GetPcViewerInformation(link.handle, &information), kBeamlinkReceiveError);
 
-  setup.ReportsPanel = false;
-  ProjectorServer silent_about_panel(setup);
+  ProjectorServer silent_about_panel({.Panel = {800, 600}, .ReportsPanel = false});
   Link second(silent_about_panel.Port());
   EXPECT_EQ(second.library.GetPcViewerInformation(second.handle, &information),
             kBeamlinkNoPanelInformation);
 }
 
 TEST(Standin, ReportsEachFaultAndRecovers) {
-  const struct {
-    const char* fault;
-    std::int32_t time_out;
-    std::int32_t result;
-    const char* reply;
-    bool link_survives;
-  } cases[] = {
+  const std::tuple<const char*, std::int32_t, std::int32_t, const char*, bool> cases[] = {
       {"timeout", kShortTimeOut, kBeamlinkNoResponse, "", true},
       {"refuse", kLongTimeOut, kBeamlinkOk, kRefusedReply, true},
       {"short", kShortTimeOut, kBeamlinkReceiveError, "", true},
@@ -172,18 +143,17 @@ TEST(Standin, ReportsEachFaultAndRecovers) {
       {"late=600", kShortTimeOut, kBeamlinkNoResponse, "", true},
       {"slow", kLongTimeOut, kBeamlinkOk, kAcceptedReply, true},
       {"cut", kLongTimeOut, kBeamlinkReceiveError, "", false},
-      {"cutmid", kLongTimeOut, kBeamlinkReceiveError, "", false},
-  };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.fault);
-    ProjectorServer server({}, {std::string("kind=0:") + row.fault, "kind=1:refuse"});
-    Link link(server.Port(), row.time_out);
-    EXPECT_EQ(link.Send(kClear), row.result);
-    EXPECT_EQ(link.reply, row.reply);
+      {"cutmid", kLongTimeOut, kBeamlinkReceiveError, "", false}};
+  for (const auto& [fault, time_out, result, reply, survives] : cases) {
+    SCOPED_TRACE(fault);
+    ProjectorServer server({}, {std::string("kind=0:") + fault, "kind=1:refuse"});
+    Link link(server.Port(), time_out);
+    EXPECT_EQ(link.Send(kClear), result);
+    EXPECT_EQ(link.reply, reply);
     // The next reply is a refusal, so that an overdue acceptance would be noticed.
     link.SetTimeOut(kLongTimeOut);
-    EXPECT_EQ(link.Send(kShow), row.link_survives ? kBeamlinkOk : kBeamlinkSendError);
-    EXPECT_EQ(link.reply, row.link_survives ? kRefusedReply : "");
+    EXPECT_EQ(link.Send(kShow), survives ? kBeamlinkOk : kBeamlinkSendError);
+    EXPECT_EQ(link.reply, survives ? kRefusedReply : "");
     EXPECT_EQ(link.library.Close(link.handle), kBeamlinkOk);
   }
 }
@@ -192,35 +162,30 @@ TEST(Standin, SurvivesAnyPeer) {
   const auto sends = [](const char* hex) {
     return [hex](Channel& channel) {
       ReadSomething(channel);
-      channel.Write(FromHex(hex), milliseconds(kLongTimeOut));
+      channel.Write(FromHex(hex), kLong);
       ReadUntilClosed(channel);
     };
   };
   const auto babbles = [](Channel& channel) {
     const Bytes babble(5000, 0x21);
-    while (channel.Write(babble, milliseconds(kLongTimeOut)) == ChannelStatus::kOk) {
+    while (channel.Write(babble, kLong) == ChannelStatus::kOk) {
     }
   };
-  const struct {
-    const char* name;
-    std::function<void(Channel&)> script;
-    std::vector<std::int32_t> results;
-  } cases[] = {
-      {"closes at once", [](Channel&) {}, {kBeamlinkSendError, kBeamlinkReceiveError}},
-      {"closes on the request", ReadSomething, {kBeamlinkReceiveError}},
-      {"is silent", ReadUntilClosed, {kBeamlinkNoResponse}},
-      {"stops in mid-reply", sends("21DF0000"), {kBeamlinkReceiveError}},
-      {"answers another request", sends("21DE000002000001"), {kBeamlinkReceiveError}},
-      {"announces a count of 0", sends("21DF00000000"), {kBeamlinkReceiveError}},
-      {"announces far too much", sends("21DF00FFFF00"), {kBeamlinkReceiveError}},
-      {"never stops", babbles, {kBeamlinkReceiveError, kBeamlinkNoResponse}},
-  };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.name);
-    ScriptedPeer peer(row.script);
+  const std::tuple<const char*, std::function<void(Channel&)>, std::vector<std::int32_t>> cases[] =
+      {{"closes at once", [](Channel&) {}, {kBeamlinkSendError, kBeamlinkReceiveError}},
+       {"closes on the request", ReadSomething, {kBeamlinkReceiveError}},
+       {"is silent", ReadUntilClosed, {kBeamlinkNoResponse}},
+       {"stops in mid-reply", sends("21DF0000"), {kBeamlinkReceiveError}},
+       {"answers another request", sends("21DE000002000001"), {kBeamlinkReceiveError}},
+       {"announces a count of 0", sends("21DF00000000"), {kBeamlinkReceiveError}},
+       {"announces far too much", sends("21DF00FFFF00"), {kBeamlinkReceiveError}},
+       {"never stops", babbles, {kBeamlinkReceiveError, kBeamlinkNoResponse}}};
+  for (const auto& [name, script, results] : cases) {
+    SCOPED_TRACE(name);
+    const ScriptedPeer peer{script};
     Link link(peer.Port(), kShortTimeOut);
     const std::int32_t result = link.Send(kClear);
-    EXPECT_NE(std::ranges::find(row.results, result), row.results.end()) << result;
+    EXPECT_NE(std::ranges::find(results, result), results.end()) << result;
     EXPECT_EQ(link.reply, "");
     EXPECT_NE(link.Send(kClear), kBeamlinkOk) << "and again";
     link.library.Close(link.handle);
@@ -261,16 +226,13 @@ TEST(Standin, LetsThreadsShareALink) {
   ProjectorServer server;
   Link link(server.Port());
   std::atomic<int> accepted{0};
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([&] {
-      for (int round = 0; round < 25; ++round) {
-        PJStatus status{};
-        if (link.library.GetStatus(link.handle, &status) == kBeamlinkOk) ++accepted;
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  const auto ask = [&] {
+    for (int round = 0; round < 25; ++round) {
+      PJStatus status{};
+      if (link.library.GetStatus(link.handle, &status) == kBeamlinkOk) ++accepted;
+    }
+  };
+  for (std::jthread threads[4]; std::jthread & thread : threads) thread = std::jthread(ask);
   EXPECT_EQ(accepted, 100);
 }
 
@@ -295,13 +257,11 @@ TEST(Server, DropsWhatFollowsARefusedFrame) {
   ProjectorServer server;
   ConnectStatus status{};
   const Endpoint endpoint{Endpoint{}.Address, *PortNumber(server.Port())};
-  const std::unique_ptr<Channel> channel = ConnectTcp(endpoint, milliseconds(kLongTimeOut), status);
+  const std::unique_ptr<Channel> channel = ConnectTcp(endpoint, kLong, status);
   ASSERT_TRUE(channel);
-  channel->Write(FromHex("01DF0000020000E3"
-                         "01DF0000020100E3"),
-                 milliseconds(kLongTimeOut));
+  channel->Write(FromHex("01DF0000020000E301DF0000020100E3"), kLong);
   Bytes buffer(64);
-  const ReadResult read = channel->Read(buffer, milliseconds(kLongTimeOut));
+  const ReadResult read = channel->Read(buffer, kLong);
   EXPECT_EQ(ToHex(ByteView(buffer).first(read.Count)), kRefusedReply);
   EXPECT_EQ(server.Snapshot().Count.Shows, 0u);
 }

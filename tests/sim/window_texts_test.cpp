@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 
 #include "sim/frame_names.h"
 #include "sim/shown_picture.h"
@@ -38,10 +39,7 @@ TEST(WindowTexts, AreThereInBothLanguages) {
 
 TEST(FrameNames, TellEveryFrameApart) {
   const WindowTexts texts(WindowTextFile(false));
-  const struct {
-    const char* frame;
-    const char* name;
-  } cases[] = {
+  const std::tuple<const char*, const char*> cases[] = {
       {"01DF000000E0", "Probe"},
       {"01DF0000020000E2", "Clear (0)"},
       {"01DF0000020100E3", "Show (1)"},
@@ -54,9 +52,8 @@ TEST(FrameNames, TellEveryFrameApart) {
       {"01FC000000FD", "Whole block (21)"},
       {"01DF0000020D00EF", "Unknown"},
       {"01", "Unknown"},
-      {"", "Unknown"},
-  };
-  for (const auto& row : cases) EXPECT_EQ(FrameName(texts, FromHex(row.frame)), row.name);
+      {"", "Unknown"}};
+  for (const auto& [frame, name] : cases) EXPECT_EQ(FrameName(texts, FromHex(frame)), name);
   EXPECT_EQ(FrameHex(FromHex("01DF00"), 3), "01 DF 00");
   EXPECT_EQ(FrameHex(FromHex("01DF00"), 2), "01 DF ...");
 }

@@ -12,9 +12,6 @@
 namespace warpline::sim {
 namespace {
 
-constexpr const char* kWriteScroll = "01DF00000608000200334467";
-constexpr const char* kShow = "01DF0000020100E3";
-
 // A projector and its window.
 struct World {
   World() { frame->Show(); }
