@@ -26,7 +26,9 @@ endif()
 
 find_program(WARPLINE_CCACHE ccache)
 if(WARPLINE_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${WARPLINE_CCACHE})
+  # Paths below the tree count as relative, so that one clone's cache serves the next.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${WARPLINE_CCACHE})
 endif()
 
 find_package(Threads REQUIRED)
