@@ -2,9 +2,7 @@
 
 #include <string>
 
-#include "core/LSSglobal.h"
 #include "core/catalogue.h"
-#include "core/messages.h"
 #include "link/projector_link.h"
 #include "tests/support/fake_beamlink.h"
 #include "tests/support/recorder.h"
@@ -13,7 +11,7 @@
 
 namespace warpline {
 
-struct LinkRig {
+struct LinkRig : Recorded {
   LinkRig() { ResetModel(global); }
 
   // The box that a failure of the link calls for.
@@ -21,12 +19,9 @@ struct LinkRig {
     return TextOf(global, number) + "  Error : " + std::to_string(code);
   }
 
-  LSSglobal global;
-  RecordingDisplay display;
   RecordingBusy busy;
   FakeBeamlink library;
   bool library_there = true;
-  Messages messages{global, display};
   ProjectorLink link{global, messages, busy,
                      [this] { return library_there ? library.Functions() : nullptr; }};
 };

@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "core/LSSglobal.h"
 #include "core/interfaces.h"
+#include "core/messages.h"
 
 // Stand-ins for the two upward interfaces that keep what they were asked, for tests to look at.
 
@@ -43,6 +45,13 @@ class RecordingDisplay : public MessageDisplay {
 
   std::vector<RecordedMessage> messages;
   std::deque<MessageAnswer> answers;
+};
+
+// The shared state with its messages recorded, in English.
+struct Recorded {
+  LSSglobal global;
+  RecordingDisplay display;
+  Messages messages{global, display};
 };
 
 // Counts the brackets of busy work: depth is 0 again when every begin found its end.
