@@ -2,63 +2,39 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 #include "core/catalogue.h"
 
 namespace warpline {
 namespace {
 
 TEST(Language, OfSystemAndCommandLine) {
-  struct Row {
-    const char* name;
+  const struct {
     bool japanese_system;
-    const char* command_line;
     int language;
+    std::vector<const char*> command_lines;
+  } rows[] = {
+      {true, 1, {"", "E file.wlt", "a/E", "-X -J"}},  // the last switch wins
+      {true, 0, {"/E", "-X", "/JA", "-", "--J"}},     // any other switch is English
+      {false, 1, {"-J", "-j", "/j", " \t /J\t\tfile.wlt  "}},
+      {false, 0, {"", "J", "/J /E"}},
   };
-  const std::array<Row, 16> rows{{
-      {"Japanese system", true, "", 1},
-      {"other system", false, "", 0},
-      {"English asked for", true, "/E", 0},
-      {"Japanese asked for", false, "-J", 1},
-      {"small letter", false, "-j", 1},
-      {"slash and small letter", false, "/j", 1},
-      {"no switch", false, "J", 0},
-      {"no switch keeps Japanese", true, "E file.wlt", 1},
-      {"last one wins: English", false, "/J /E", 0},
-      {"last one wins: Japanese", true, "-X -J", 1},
-      {"any other switch is English", true, "-X", 0},
-      {"longer word is not J", true, "/JA", 0},
-      {"bare dash", true, "-", 0},
-      {"tabs and runs of blanks", false, " \t /J\t\tfile.wlt  ", 1},
-      {"two dashes", true, "--J", 0},
-      {"switch inside a word", true, "a/E", 1},
-  }};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(DecideLanguage(row.japanese_system, row.command_line), row.language);
+  for (const auto& row : rows) {
+    for (const char* line : row.command_lines) {
+      EXPECT_EQ(DecideLanguage(row.japanese_system, line), row.language)
+          << line << (row.japanese_system ? ", Japanese system" : ", other system");
+    }
   }
 }
 
 TEST(Language, OneAloneIsJapanese) {
-  struct Row {
-    std::int16_t language;
-    std::int32_t english_mode;
-    const char* ok_to_save;
-  };
-  const std::array<Row, 4> rows{{
-      {1, 0, "変更を保存しますか？"},
-      {0, 1, "Do you want to save the change?"},
-      {2, 1, "Do you want to save the change?"},
-      {-1, 1, "Do you want to save the change?"},
-  }};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.language);
+  for (const auto language : std::to_array<std::int16_t>({1, 0, 2, -1})) {
+    SCOPED_TRACE(language);
     LSSglobal global;
-    ApplyLanguage(global, row.language);
-    EXPECT_EQ(global.Language, row.language);
-    EXPECT_EQ(global.EnglishMode, row.english_mode);
-    EXPECT_EQ(TextOf(global, 199), row.ok_to_save);
+    ApplyLanguage(global, language);
+    EXPECT_EQ(global.Language, language);
+    EXPECT_EQ(global.EnglishMode, language == 1 ? 0 : 1);
+    EXPECT_EQ(TextOf(global, 199),
+              language == 1 ? "変更を保存しますか？" : "Do you want to save the change?");
   }
 }
 
@@ -72,17 +48,13 @@ LSSglobal Used() {
   for (const Axis axis : {kHorizontal, kVertical}) {
     global.Correction.Axes[axis] = {50, 10, -7, 8, 900, 1};
     global.SecondCopy[axis] = {1, 2, 3, 4, 5, 1};
-    CurveDefinition& curve = global.Correction.Curves[axis];
-    curve.CorreFixed = 0;
-    curve.CorreSymmetry = 1;
-    curve.CorrePointNum = kMaxCurvePoints;
-    curve.CorreInterp = kBSpline;
-    curve.CorreDataPts.fill({0.3, 0.9});
+    global.Correction.Curves[axis] = {0, 1, kMaxCurvePoints, kBSpline, {}};
+    global.Correction.Curves[axis].CorreDataPts.fill({0.3, 0.9});
   }
   return global;
 }
 
-TEST(ResetModel, GivesTheStartStateWhateverWasBefore) {
+TEST(ResetModel, GivesTheStartStateOfTheModelAlone) {
   LSSglobal global = Used();
   ResetModel(global);
 
@@ -97,40 +69,32 @@ TEST(ResetModel, GivesTheStartStateWhateverWasBefore) {
   const CurveDefinition arch{1, 0, 3, kQuadratic, {{{0.0, 0.8}, {0.5, 1.0}, {1.0, 0.8}}}};
   EXPECT_EQ(global.Correction.Curves[kHorizontal], diagonal);
   EXPECT_EQ(global.Correction.Curves[kVertical], arch);
-}
 
-TEST(ResetModel, LeavesTheRestAlone) {
-  LSSglobal global = Used();
-  ResetModel(global);
-  EXPECT_EQ(global.Language, 1);
+  EXPECT_EQ(global.Language, 1) << "the rest stays";
   EXPECT_EQ(global.MessageOffset, 0);
   EXPECT_EQ(global.Settings.ComPort, 4);
   EXPECT_EQ(global.CurrentFile, "wall.wlt");
 }
 
 TEST(ScreenTypeReset, SeedsTheShapesOfTheType) {
-  struct Row {
-    const char* name;
+  const struct {
     std::int16_t screen_type;
-    CurveShape horizontal;
-    CurveShape vertical;
+    CurveShape horizontal, vertical;
+  } rows[] = {
+      {0, kDiagonalLine, kArch},
+      {1, kArch, kDiagonalLine},
+      {2, kArch, kArch},
+      {3, kDiagonalLine, kTriangle},
+      {4, kTriangle, kDiagonalLine},
+      {5, kDiagonalLine, kDiagonalLine},
   };
-  const std::array<Row, 6> rows{{
-      {"cylinder", 0, kDiagonalLine, kArch},
-      {"bowed cylinder", 1, kArch, kDiagonalLine},
-      {"sphere", 2, kArch, kArch},
-      {"corner", 3, kDiagonalLine, kTriangle},
-      {"ceiling and wall", 4, kTriangle, kDiagonalLine},
-      {"other", 5, kDiagonalLine, kDiagonalLine},
-  }};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.screen_type);
     CorrectionData correction = Used().Correction;
     correction.ScreenType = row.screen_type;
     correction.Projection = {0, 1};
     ResetToScreenType(correction);
-    CurveDefinition horizontal;
-    CurveDefinition vertical;
+    CurveDefinition horizontal, vertical;
     ResetCurveDefinition(horizontal, row.horizontal);
     ResetCurveDefinition(vertical, row.vertical);
     EXPECT_EQ(correction.Curves[kHorizontal], horizontal);

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <array>
 #include <csignal>
 
 #include "core/system.h"
+#include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline {
@@ -81,65 +80,34 @@ TEST(FileAttributesPosix, FollowTheModeTheNameAndTheLink) {
   EXPECT_EQ(FileAttributes(folder / "dangling.wlt"), kAlias + 0u);
 }
 
-// Sets variables for one test and puts back what was there.
-class Environment {
- public:
-  void Set(const char* name, const char* value) {
-    saved_.emplace_back(name, EnvironmentVariable(name));
-    Put(name, value);
-  }
-  ~Environment() {
-    for (auto entry = saved_.rbegin(); entry != saved_.rend(); ++entry) {
-      Put(entry->first, entry->second ? entry->second->c_str() : nullptr);
-    }
-  }
-
- private:
-  static void Put(const char* name, const char* value) {
-    if (value == nullptr) {
-      ::unsetenv(name);
-    } else {
-      ::setenv(name, value, 1);
-    }
-  }
-
-  std::vector<std::pair<const char*, std::optional<std::string>>> saved_;
-};
-
 TEST(SystemPosix, LanguageComesFromTheFirstVariableSet) {
-  struct Row {
+  const struct {
     const char* name;
-    const char* lc_all;
-    const char* lc_messages;
-    const char* lang;
+    std::optional<std::string> lc_all, lc_messages, lang;
     bool japanese;
-  };
-  const std::array<Row, 6> rows{{
-      {"nothing set", nullptr, nullptr, nullptr, false},
-      {"LANG", nullptr, nullptr, "ja_JP.UTF-8", true},
-      {"LC_MESSAGES before LANG", nullptr, "en_US.UTF-8", "ja_JP.UTF-8", false},
+  } rows[] = {
+      {"nothing set", {}, {}, {}, false},
+      {"LANG", {}, {}, "ja_JP.UTF-8", true},
+      {"LC_MESSAGES before LANG", {}, "en_US.UTF-8", "ja_JP.UTF-8", false},
       {"LC_ALL before all", "ja", "en_US", "C", true},
       {"empty is not set", "", "", "ja_JP", true},
-      {"another language", "C.UTF-8", nullptr, nullptr, false},
-  }};
-  for (const Row& row : rows) {
+      {"another language", "C.UTF-8", {}, {}, false},
+  };
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    Environment environment;
-    environment.Set("LC_ALL", row.lc_all);
-    environment.Set("LC_MESSAGES", row.lc_messages);
-    environment.Set("LANG", row.lang);
+    const EnvironmentValue all("LC_ALL", row.lc_all), messages("LC_MESSAGES", row.lc_messages);
+    const EnvironmentValue lang("LANG", row.lang);
     EXPECT_EQ(SystemLanguageIsJapanese(), row.japanese);
   }
 }
 
 TEST(SystemPosix, ApplicationDataFolder) {
-  Environment environment;
-  environment.Set("HOME", "/home/somebody");
-  environment.Set("XDG_CONFIG_HOME", nullptr);
-  EXPECT_EQ(ApplicationDataFolder(), "/home/somebody/.config");
-  environment.Set("XDG_CONFIG_HOME", "");
-  EXPECT_EQ(ApplicationDataFolder(), "/home/somebody/.config");
-  environment.Set("XDG_CONFIG_HOME", "/elsewhere");
+  const EnvironmentValue home("HOME", "/home/somebody");
+  for (const std::optional<std::string>& unset : {std::optional<std::string>(), {""}, {"x"}}) {
+    const EnvironmentValue configured("XDG_CONFIG_HOME", unset);
+    EXPECT_EQ(ApplicationDataFolder(), "/home/somebody/.config");
+  }
+  const EnvironmentValue configured("XDG_CONFIG_HOME", "/elsewhere");
   EXPECT_EQ(ApplicationDataFolder(), "/elsewhere");
 }
 
