@@ -2,58 +2,33 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <string>
-#include <vector>
-
-#include "core/fault.h"
+#include "tests/support/curves.h"
+#include "tests/support/fault_of.h"
 
 namespace warpline {
 namespace {
 
-AxisParameters Parameters(int distortion, int optical, int amplitude = 0) {
-  AxisParameters parameters;
-  parameters.Distortion = static_cast<std::int16_t>(distortion);
-  parameters.Optical = static_cast<std::int16_t>(optical);
-  parameters.Amplitude = static_cast<std::int16_t>(amplitude);
-  return parameters;
-}
-
-struct ProfileCase {
-  std::string name;
-  AxisParameters parameters;
-  std::int16_t projection;
-  std::vector<double> samples;
-  std::vector<double> expected;  // lines of length 1000
-};
-
 TEST(LineSizeProfile, FollowsTheFormulaOfEachVariant) {
-  const std::vector<double> curve = {0.75, 1.0, 0.9};
-  const ProfileCase cases[] = {
+  const std::vector<double> curve = {0.75, 1.0, 0.9}, full = {0.0, 0.5, 1.0};
+  const double first = (0.9 + 0.5) / 1.5 * 1000, last = (0.96 + 0.5) / 1.5 * 1000;
+  const struct {
+    const char* name;
+    AxisParameters parameters;
+    std::int16_t projection;
+    std::vector<double> samples, expected;  // lines of length 1000
+  } cases[] = {
       {"no distortion is the whole line", Parameters(0, 0), 0, curve, {1000, 1000, 1000}},
-      {"amplitude scales", Parameters(0, -32, 64), 0, curve, {1250, 1250, 1250}},
+      {"amplitude scales", Parameters(0, -32, 0, 64), 0, curve, {1250, 1250, 1250}},
       {"optical centre at the edge", Parameters(40, -32), 0, curve, {900, 1000, 960}},
       {"optical centre in the middle", Parameters(40, 0), 0, curve, {800, 1000, 920}},
-      {"optical centre beyond the edge",
-       Parameters(40, -64),
-       0,
-       curve,
-       {(0.9 + 0.5) / 1.5 * 1000, 1000, (0.96 + 0.5) / 1.5 * 1000}},
+      {"optical centre beyond the edge", Parameters(40, -64), 0, curve, {first, 1000, last}},
       {"optical centre at the far edge", Parameters(40, 32), 0, curve, {1, 1, 1}},
-      {"negative distortion turns the curve over",
-       Parameters(-40, -32),
-       0,
-       curve,
-       {1000, 900, 940}},
-      {"reverse takes the centre from the other side",
-       Parameters(40, 32),
-       1,
-       curve,
-       {900, 1000, 960}},
+      {"the curve turned over", Parameters(-40, -32), 0, curve, {1000, 900, 940}},
+      {"reverse, from the other side", Parameters(40, 32), 1, curve, {900, 1000, 960}},
       {"reverse at the far edge", Parameters(40, -32), 1, curve, {1, 1, 1}},
-      {"never below one pixel", Parameters(300, 0, -127), 0, {0.0, 0.5, 1.0}, {1, 1, 503.90625}},
+      {"never below one pixel", Parameters(300, 0, 0, -127), 0, full, {1, 1, 503.90625}},
   };
-  for (const ProfileCase& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
     const std::vector<double> profile =
         LineSizeProfile(row.parameters, row.projection, row.samples, 1000);
@@ -67,7 +42,7 @@ TEST(LineSizeProfile, FollowsTheFormulaOfEachVariant) {
 TEST(PreviewProfile, HasTwiceTheDepthAndNoOpticalCentre) {
   const std::vector<double> curve = {0.75, 1.0, 0.9};
   const std::vector<double> plain = PreviewProfile(Parameters(40, 16), curve, 800);
-  const std::vector<double> turned = PreviewProfile(Parameters(-40, 16, 128), curve, 800);
+  const std::vector<double> turned = PreviewProfile(Parameters(-40, 16, 0, 128), curve, 800);
   const std::vector<double> expected = {640, 800, 736};
   const std::vector<double> expected_turned = {1200, 960, 1056};
   for (std::size_t i = 0; i < curve.size(); ++i) {
@@ -92,18 +67,11 @@ TEST(SampleCurve, ReachesBothEndsExactly) {
 }
 
 TEST(SampleCurve, RefusesImpossibleLineCounts) {
-  const auto code_for = [](int line_count) {
-    try {
-      SampleCurve(CurveDefinition{}, line_count);
-    } catch (const Fault& fault) {
-      return static_cast<int>(fault.code());
-    }
-    return 0;
+  const auto fault_of = [](int line_count) {
+    return FaultOf([=] { SampleCurve(CurveDefinition{}, line_count); });
   };
-  EXPECT_EQ(code_for(1), 3);
-  EXPECT_EQ(code_for(0), 2);
-  EXPECT_EQ(code_for(-5), 2);
-  EXPECT_EQ(code_for(2050), 2);
+  EXPECT_EQ(fault_of(1), FaultCode::kNotANumber);
+  for (const int count : {0, -5, 2050}) EXPECT_EQ(fault_of(count), FaultCode::kIndexOutOfRange);
 }
 
 }  // namespace

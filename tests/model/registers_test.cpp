@@ -2,31 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <numeric>
-#include <string>
-#include <vector>
 
-#include "core/fault.h"
+#include "tests/support/curves.h"
+#include "tests/support/fault_of.h"
 
 namespace warpline {
 namespace {
-
-CurveDefinition Curve(std::int16_t interpolation, std::initializer_list<CurvePoint> points) {
-  CurveDefinition curve;
-  curve.CorreInterp = interpolation;
-  curve.CorrePointNum = static_cast<std::int16_t>(points.size());
-  std::copy(points.begin(), points.end(), curve.CorreDataPts.begin());
-  return curve;
-}
 
 AxisCorrection Correction(const CurveDefinition& curve, int distortion, int optical,
                           int amplitude = 0, std::int16_t projection = 0) {
   AxisCorrection axis;
   axis.Curve = curve;
-  axis.Parameters.Distortion = static_cast<std::int16_t>(distortion);
-  axis.Parameters.Optical = static_cast<std::int16_t>(optical);
-  axis.Parameters.Amplitude = static_cast<std::int16_t>(amplitude);
+  axis.Parameters = Parameters(distortion, optical, 0, amplitude);
   axis.Projection = projection;
   return axis;
 }
@@ -41,13 +29,8 @@ const CurveDefinition kQuarticCurve =
 struct GoldenCase {
   std::string name;
   AxisCorrection axis;
-  int length;
-  int count;
-  std::string panel_ext;
-  std::string corre_0;
-  std::string corre_1;
-  std::string corre_2_begin;
-  std::string corre_2_end;
+  int length, count;
+  const char *panel_ext, *corre_0, *corre_1, *corre_2_begin, *corre_2_end;
   std::int64_t scale_sum;  // of the unclamped scales
 };
 
@@ -110,13 +93,12 @@ TEST(RebuildLineScales, FollowsTheMeantScalesOfSmoothCurves) {
 }
 
 TEST(SecondDifferenceTable, HoldsEachDifferenceToFourBits) {
-  struct Case {
-    std::string name;
-    std::vector<std::int32_t> scales;
-    std::string table;
-  };
   // Pairs of lines (2, 3), (4, 5): the later line's digit stands first.
-  const Case cases[] = {
+  const struct {
+    const char* name;
+    std::vector<std::int32_t> scales;
+    const char* table;
+  } cases[] = {
       {"flat", {100, 100, 100, 100, 100, 100}, "0000"},
       {"-8 and 7 pass", {100, 100, 92, 91}, "78"},
       {"-9 becomes -8, the next line starts from there", {100, 100, 91, 82}, "F8"},
@@ -125,7 +107,7 @@ TEST(SecondDifferenceTable, HoldsEachDifferenceToFourBits) {
       {"two lines have no second difference", {100, 99}, ""},
       {"three lines neither", {100, 99, 90}, ""},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     EXPECT_EQ(SecondDifferenceTable(row.scales), row.table) << row.name;
   }
 }
@@ -153,12 +135,8 @@ TEST(PanelExtension, StartsBeyondTheEdgeAndReportsOverflow) {
   EXPECT_EQ(PanelExtension(parameters, profile, 1000), 1638);
   parameters.Optical = -64;
   EXPECT_EQ(PanelExtension(parameters, profile, 1000), 1638);
-  try {
-    PanelExtension(parameters, std::vector<double>{30000}, 1000);
-    ADD_FAILURE() << "no fault";
-  } catch (const Fault& fault) {
-    EXPECT_EQ(fault.code(), FaultCode::kDoesNotFit);
-  }
+  EXPECT_EQ(FaultOf([&] { PanelExtension(parameters, std::vector<double>{30000}, 1000); }),
+            FaultCode::kDoesNotFit);
 }
 
 TEST(BuildRegisters, GivesEachAxisItsOwnLines) {
