@@ -36,12 +36,8 @@ TEST(Examples, AreReadAndWrittenAsTheyStand) {
     FileWorld world;
     EXPECT_EQ(world.Read(example.type, text), std::nullopt) << example.name;
     world.global.Correction = world.file.Staging();
-    if (example.screen_type >= 0) {
-      EXPECT_EQ(world.global.Correction.ScreenType, example.screen_type) << example.name;
-    }
-    if (example.present_version) {
-      EXPECT_EQ(world.Written(example.type), text) << example.name;
-    }
+    EXPECT_EQ(world.global.Correction.ScreenType, std::max(example.screen_type, 0));
+    EXPECT_EQ(world.Written(example.type) == text, example.present_version) << example.name;
   }
 }
 
@@ -59,22 +55,12 @@ std::string Mutated(std::string text, std::mt19937& random) {
   for (auto changes = random() % 4 + 1; changes > 0; --changes) {
     const std::size_t at = random() % (text.size() + 1);
     const std::string piece = text.substr(at, random() % 40);
-    switch (random() % 5) {
-      case 0:
-        text.insert(at, 1, static_cast<char>(random() % 256));
-        break;
-      case 1:
-        text.erase(at, piece.size());
-        break;
-      case 2:
-        text.insert(at, piece);
-        break;
-      case 3:
-        text.insert(at, "99999999999");
-        break;
-      default:
-        text.insert(at, std::string("-=;\r\n H_").substr(random() % 8));
-    }
+    const std::string inserted[] = {std::string(1, static_cast<char>(random() % 256)), piece,
+                                    "99999999999", std::string("-=;\r\n H_").substr(random() % 8),
+                                    ""};
+    const std::string& put = inserted[random() % std::size(inserted)];
+    if (put.empty()) text.erase(at, piece.size());
+    text.insert(at, put);
   }
   return text;
 }

@@ -2,12 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <optional>
-#include <string>
-#include <string_view>
-
-#include "core/LSSglobal.h"
 #include "files/LSSfile.h"
 #include "files/format_module.h"
 #include "tests/support/recorder.h"
@@ -17,7 +11,7 @@
 
 namespace warpline {
 
-struct FileWorld {
+struct FileWorld : Recorded {
   FileWorld() { ResetToScreenType(global.Correction); }
 
   // Reads a text as a file of the type; nothing when it was accepted.
@@ -35,18 +29,17 @@ struct FileWorld {
     return JoinLines(lines);
   }
 
-  LSSglobal global;
-  RecordingDisplay display;
-  Messages messages{global, display};
   LSSfile file{global, messages};
 };
 
 inline const std::filesystem::path kSourceFolder = WARPLINE_SOURCE_DIR;
 
-constexpr std::string_view kTitle = "Warpline Tool 3.0";
+using Texts = std::vector<std::string>;
+using Refusal = std::optional<FileErrorCode>;
+constexpr Refusal kAccepted;
 
-inline RecordedMessage Critical(std::string text) {
-  return {std::string(kTitle), std::move(text), MessageIcon::kCritical};
-}
+constexpr const char* kBadValue = "The parameter value is not correct.";
+constexpr const char* kBadLength = "The length of parameter is not correct.";
+constexpr const char* kCorrupted = "The file format is corrupted.";
 
 }  // namespace warpline

@@ -30,85 +30,67 @@ TEST(WlrFile, WritesAndReadsBothAxes) {
 }
 
 TEST(WlrFile, AcceptsOrRefuses) {
-  const std::vector<std::string> none;
-  const std::string length = "The length of parameter is not correct.";
-  const std::string value = "The parameter value is not correct.";
-  const struct {
-    const char* name;
-    std::string text;
-    std::optional<FileErrorCode> expected;
-    std::vector<std::string> messages;
-  } rows[] = {
-      {"no header", Without(kWhole, "[Warp"), kFileCorrupted, none},
-      {"nonsense before the header", "h_scroll=12345\n" + kWhole, std::nullopt, none},
-      {"no comp_disp", Without(Without(kWhole, "h_comp"), "v_comp"), std::nullopt, none},
-      {"no stadium", Without(kWhole, "h_stadium"), kFileValueWrong, none},
-      {"no table", Without(kWhole, "v_corre_2"), kFileValueWrong, none},
-      {"line without equals sign", kWhole + "rubbish", std::nullopt, none},
-      {"comment", kWhole + ";x=y", std::nullopt, none},
-      {"lower case and blanks", kWhole + " h_opt center = f f ; x", kFileValueWrong, {length}},
-      {"lower case digits", kWhole + " h_opt_center = f f ; x", std::nullopt, none},
-      {"too long", kHeader + "h_opt_center=1F0", kFileValueWrong, {length}},
-      {"no digit", kHeader + "h_opt_center=G1", kFileValueWrong, {value}},
-      {"too long and no digit", kHeader + "h_opt_center=G1F", kFileValueWrong, {length, value}},
-      {"short is no fault here", kWhole + "h_scroll=1", std::nullopt, none},
-      {"empty", kHeader + "h_opt_center=", kFileValueWrong, {length}},
-      {"unknown key", kHeader + "h_colour=1", kFileValueWrong, {length}},
-      {"unknown key, no digit", kHeader + "h_colour=?", kFileValueWrong, {length, value}},
-      {"key in other case", kHeader + "H_SCROLL=1", kFileValueWrong, {length}},
-      {"table without offset", kHeader + "h_corre_2=12", kFileValueWrong, {length}},
-      {"table of no axis", kHeader + "_corre_2_=12", kFileValueWrong, {length}},
-      {"table of another axis", kHeader + "x_corre_2_0000=12", kFileValueWrong, {length}},
-      {"offset that is no number", kWhole + "h_corre_2_zzzz=12", std::nullopt, none},
-      {"piece of 64", kWhole + "h_corre_2_0040=" + std::string(64, 'A'), std::nullopt, none},
-      {"piece of 65", kWhole + "h_corre_2_0040=" + std::string(65, 'A'), kFileValueWrong, {length}},
-      {"empty piece", kWhole + "h_corre_2_0040=", kFileValueWrong, {length}},
+  for (const std::string& text :
+       Texts{"h_scroll=12345\n" + kWhole, Without(Without(kWhole, "h_comp"), "v_comp"),
+             kWhole + "rubbish", kWhole + ";x=y", kWhole + " h_opt_center = f f ; x",
+             kWhole + "h_scroll=1", kWhole + "h_corre_2_zzzz=12",
+             kWhole + "h_corre_2_0040=" + std::string(64, 'A')}) {
+    FileWorld world;
+    EXPECT_EQ(world.Read("wlr", text), kAccepted) << text;
+    EXPECT_EQ(world.display.Texts(), Texts{}) << text;
+  }
+  EXPECT_EQ(FileWorld().Read("wlr", Without(kWhole, "[Warp")), kFileCorrupted);
+  const Texts length{kBadLength}, value{kBadValue}, both{kBadLength, kBadValue};
+  const std::pair<std::string, Texts> refused[] = {
+      {Without(kWhole, "h_stadium"), {}},
+      {Without(kWhole, "v_corre_2"), {}},
+      {kHeader + "h_opt_center=1F0", length},
+      {kHeader + "h_opt_center=G1", value},
+      {kHeader + "h_opt_center=G1F", both},
+      {kHeader + "h_opt_center=", length},
+      {kHeader + "h_opt center=ff", length},
+      {kHeader + "h_colour=?", both},
+      {kHeader + "H_SCROLL=1", length},
+      {kHeader + "h_corre_2=12", length},
+      {kHeader + "_corre_2_=12", length},
+      {kHeader + "x_corre_2_0000=12", length},
+      {kHeader + "h_corre_2_0040=" + std::string(65, 'A'), length},
+      {kHeader + "h_corre_2_0040=", length},
   };
-  for (const auto& row : rows) {
+  for (const auto& [text, messages] : refused) {
     FileWorld world;
-    EXPECT_EQ(world.Read("wlr", row.text), row.expected) << row.name;
-    EXPECT_EQ(world.display.Texts(), row.messages) << row.name;
+    EXPECT_EQ(world.Read("wlr", text), kFileValueWrong) << text;
+    EXPECT_EQ(world.display.Texts(), messages) << text;
   }
 }
 
-TEST(WlrFile, StoresBeforeItChecks) {
+TEST(WlrFile, StoresBeforeItChecksAndAppendsPiecesInTheOrderOfTheLines) {
   FileWorld world;
-  world.Read("wlr", kHeader + "h_scroll=1234\nh_scroll=56789");
-  EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], "56789");
-}
-
-TEST(WlrFile, UnknownKeysStoreNothing) {
-  for (const char* line : {"h_corre_2=12", "h_stadium_corre_2_0000=12", "_corre_2_=12"}) {
-    FileWorld world;
-    world.Read("wlr", kHeader + line);
-    EXPECT_EQ(world.global.Registers, RegisterSet()) << line;
-  }
-}
-
-TEST(WlrFile, AppendsPiecesInTheOrderOfTheLines) {
-  FileWorld world;
-  world.Read("wlr", kHeader + "v_corre_2_0040=AB\nv_corre_2_0000=CD\nv_corre_2_0000=EF");
+  world.Read("wlr", kHeader + "v_corre_2_0040=AB\nv_corre_2_0000=CD\nv_corre_2_0000=EF\n" +
+                        "h_scroll=1234\nh_scroll=56789");
   EXPECT_EQ(world.global.Registers[kVertical][kCorre2], "ABCDEF");
+  EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], "56789");
+  for (const char* unknown : {"h_corre_2=12", "h_stadium_corre_2_0000=12", "_corre_2_=12"}) {
+    FileWorld empty;
+    empty.Read("wlr", kHeader + unknown);
+    EXPECT_EQ(empty.global.Registers, RegisterSet()) << unknown;
+  }
 }
 
 TEST(WlrFile, CutsTablesIntoPieces) {
   const std::string full(64, '7');
-  const struct {
-    std::size_t digits;
-    std::string expected;
-  } rows[] = {
+  const std::pair<std::size_t, std::string> rows[] = {
       {0, "h_corre_2_0000=\r\n"},
       {64, "h_corre_2_0000=" + full + "\r\n"},
       {65, "h_corre_2_0000=" + full + "\r\nh_corre_2_0040=7\r\n"},
       {320, "h_corre_2_0000=" + full + "\r\nh_corre_2_0040=" + full + "\r\nh_corre_2_0080=" + full +
                 "\r\nh_corre_2_00C0=" + full + "\r\nh_corre_2_0100=" + full + "\r\n"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [digits, expected] : rows) {
     FileWorld world;
-    world.global.Registers[kHorizontal][kCorre2] = std::string(row.digits, '7');
+    world.global.Registers[kHorizontal][kCorre2] = std::string(digits, '7');
     const std::string text = world.Written("wlr").value_or("");
-    EXPECT_NE(text.find("h_corre_1=\r\n" + row.expected + "v_panel_ext="), std::string::npos)
-        << row.digits;
+    EXPECT_NE(text.find("h_corre_1=\r\n" + expected + "v_panel_ext="), std::string::npos) << digits;
   }
   FileWorld world;
   world.global.Registers[kVertical][kCorre2] = std::string(2046, '7');
