@@ -18,14 +18,12 @@ std::string FrameText(int number, const RegisterSet& registers, std::int16_t mod
   return text ? HexOf(FrameOf(*text)) : "none";
 }
 
-struct FrameCase {
-  int number;
-  std::int16_t mode;
-  const char* frame;
-};
-
 TEST(CommandFrames, EveryNumberHasItsBytes) {
-  constexpr FrameCase kCases[] = {
+  constexpr struct {
+    int number;
+    std::int16_t mode;
+    const char* frame;
+  } kCases[] = {
       {0, 0, "01DF0000020000E2"},
       {1, 0, "01DF0000020100E3"},
       {2, 0, "01DF00000F02000B001122334499AABB5566CCDD08"},
@@ -50,57 +48,42 @@ TEST(CommandFrames, EveryNumberHasItsBytes) {
       {20, 0, "021A000002020121"},
       {21, 0, "01DF0000021200F4"},
   };
-  for (const FrameCase& each : kCases) {
-    EXPECT_EQ(FrameText(each.number, kRegisters, each.mode), each.frame)
-        << "command " << each.number << " mode " << each.mode;
+  for (const auto& [number, mode, frame] : kCases) {
+    EXPECT_EQ(FrameText(number, kRegisters, mode), frame) << number << " mode " << mode;
   }
   for (const int number : {-1, 13, 15, 22, 1000}) {
     EXPECT_EQ(FrameText(number, kRegisters), "none") << number;
   }
-}
-
-TEST(CommandFrames, FixedQueriesHaveTheirBytes) {
   EXPECT_EQ(HexOf(FrameOf(kProbeText)), "01DF000000E0");
   EXPECT_EQ(HexOf(FrameOf(kModelClassText)), "00850000010086");
 }
 
-TEST(CommandFrames, LongTablesCarryTheirLengthInBothByteOrders) {
+TEST(CommandFrames, TablesFollowTheirLength) {
   RegisterSet registers = kRegisters;
+  registers[kHorizontal][kCompDisp].clear();
+  EXPECT_EQ(FrameText(14, registers), "01DF0000050E00010000F4") << "empty is sent as zero";
   registers[kHorizontal][kCorre2] = std::string(766, '0');
   const std::string frame = FrameText(kCommandHorizontalSet, registers);
   // 383 + 9 = 0x188 data bytes, 0x18C bytes behind the count.
   EXPECT_EQ(frame.substr(0, 36), "01DF00018C020088011122334499AABB5566");
   EXPECT_EQ(frame.size(), 2u * (9 + 0x188 + 1));
-}
-
-TEST(CommandFrames, EmptyCompDispIsSentAsZero) {
-  RegisterSet registers = kRegisters;
-  registers[kHorizontal][kCompDisp].clear();
-  EXPECT_EQ(FrameText(14, registers), "01DF0000050E00010000F4");
-}
-
-TEST(CommandFrames, DataThatNoCountFieldHoldsIsAFault) {
-  RegisterSet registers = kRegisters;
   registers[kHorizontal][kCorre2] = std::string(2 * 65536, '0');
   EXPECT_THROW(ComposeCommandText(kCommandHorizontalSet, registers, 0), Fault);
 }
 
 TEST(WholeBlock, AddressFollowsClassAndReply) {
-  struct Case {
-    int model_class;
-    int reply5;
-    const char* head;  // up to the first byte of the tables
+  constexpr int kLow[][2] = {{3, 0}, {4, 11}, {4, 13}, {3, 12}},
+                kHigh[][2] = {{4, 0}, {4, 12}, {4, 17}};
+  const auto head = [](int model_class, int reply5) {  // up to the first byte of the tables
+    return HexOf(ComposeWholeBlock(kRegisters, model_class, reply5).value()).substr(0, 24);
   };
-  constexpr Case kCases[] = {
-      {3, 0, "01FC00061D00500400160600"},  {4, 11, "01FC00061D00500400160600"},
-      {4, 13, "01FC00061D00500400160600"}, {3, 12, "01FC00061D00500400160600"},
-      {4, 0, "01FC00061D00600400160600"},  {4, 12, "01FC00061D00600400160600"},
-      {4, 17, "01FC00061D00600400160600"},
-  };
-  for (const Case& each : kCases) {
-    const auto frame = ComposeWholeBlock(kRegisters, each.model_class, each.reply5);
-    ASSERT_TRUE(frame);
-    EXPECT_EQ(HexOf(*frame).substr(0, 24), each.head) << each.model_class << " " << each.reply5;
+  for (const auto& [model_class, reply5] : kLow) {
+    EXPECT_EQ(head(model_class, reply5), "01FC00061D00500400160600")
+        << model_class << " " << reply5;
+  }
+  for (const auto& [model_class, reply5] : kHigh) {
+    EXPECT_EQ(head(model_class, reply5), "01FC00061D00600400160600")
+        << model_class << " " << reply5;
   }
 }
 

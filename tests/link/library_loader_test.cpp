@@ -18,7 +18,7 @@ SymbolLookup AllBut(std::string_view missing) {
   };
 }
 
-TEST(BeamlinkLoader, EveryRequiredEntryIsAskedFor) {
+TEST(BeamlinkLoader, RequiresWhatIsCalledAndNothingElse) {
   BeamlinkFunctions functions;
   EXPECT_TRUE(BindEntryPoints(AllBut(""), functions));
   for (const char* name :
@@ -26,24 +26,32 @@ TEST(BeamlinkLoader, EveryRequiredEntryIsAskedFor) {
         "PJAnyCommand", "PJGetStatus", "PJSetInput", "PJGetPcViewerInformation"}) {
     EXPECT_FALSE(BindEntryPoints(AllBut(name), functions)) << name;
   }
-}
-
-TEST(BeamlinkLoader, EntriesThatAreNeverCalledMayBeMissing) {
   for (const char* name :
        {"PJSetPower", "PJSetPictureMute", "PJSetSoundMute", "PJSetOsdMute", "PJSetGain",
         "PJGetGain", "PJGetHourMeter", "PJGetSourceInformation", "PJGetErrorStatus", "PJInitLogo",
         "PJSetLogo", "PJCommDevGetLastError", "PJCommDevCheckOpenStatus", "PJGetFunctionResult",
         "USBStart", "USBConnectPjGet", "USBConnectPjChangeCheck", "USBConnectPjUpdate"}) {
-    BeamlinkFunctions functions;
     EXPECT_TRUE(BindEntryPoints(AllBut(name), functions)) << name;
   }
 }
 
-TEST(BeamlinkLoader, RefusesWhatIsNoLibrary) {
+TEST(BeamseekLoader, RequiresWhatIsCalledAndNothingElse) {
+  BeamseekFunctions functions;
+  EXPECT_TRUE(BindEntryPoints(AllBut(""), functions));
+  EXPECT_TRUE(BindEntryPoints(AllBut("CS_GetPJList"), functions));
+  EXPECT_EQ(functions.CS_GetPJList, nullptr);
+  EXPECT_FALSE(BindEntryPoints(AllBut("ConnectSelectRestart"), functions));
+}
+
+TEST(LibraryLoader, RefusesWhatIsNoLibrary) {
   const TempFolder folder;
   EXPECT_EQ(LoadBeamlink(folder.Path()), nullptr) << "nothing there";
-  folder.Write(SharedLibrary::FileName(kBeamlinkName), "not a library");
+  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr) << "nothing there";
+  for (const char* name : {kBeamlinkName, kBeamseekName}) {
+    folder.Write(SharedLibrary::FileName(name), "not a library");
+  }
   EXPECT_EQ(LoadBeamlink(folder.Path()), nullptr) << "a text file";
+  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr) << "a text file";
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 #include "core/fault.h"
 #include "tests/support/link_rig.h"
 
@@ -12,52 +10,36 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-struct OpenCase {
-  const char* name;
-  void (*choose)(Settings& settings);
-  const char* call;
-};
+// Texts that any panel takes.
+const RegisterSet kPlain{{{"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"},
+                          {"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"}}};
 
 TEST(ProjectorLink, OpensTheConnectionOfTheSettings) {
-  constexpr OpenCase kCases[] = {
-      {"LAN", [](Settings&) {}, "open 1 '192.168.10.10' '7142' 1"},
-      {"COM1, slowest",
-       [](Settings& s) {
-         s.ConnectDevice = kSerial;
-         s.ComSpeed = 0;
-       },
-       "open 0 'COM1' '4800' 1"},
-      {"COM8, fastest",
-       [](Settings& s) {
-         s.ConnectDevice = kSerial;
-         s.ComPort = 7;
-       },
-       "open 0 'COM8' '38400' 1"},
-      {"unknown speed",
-       [](Settings& s) {
-         s.ConnectDevice = kSerial;
-         s.ComSpeed = -1;
-       },
-       "open 0 'COM1' '38400' 1"},
-      {"USB8",
-       [](Settings& s) {
-         s.ConnectDevice = kUsb;
-         s.USBPort = 7;
-       },
-       "open 2 'USB8' '' 1"},
-      {"too long for the buffers",
-       [](Settings& s) {
-         s.IPAddress = "abcdefghijklmnopq";
-         s.LANPort = "12345678901234567";
-       },
-       "open 1 'abcdefghijklmnop' '1234567890123456' 1"},
+  const Settings usual;
+  Settings slow, com2, unknown, usb, buffers;
+  slow.ConnectDevice = com2.ConnectDevice = unknown.ConnectDevice = kSerial;
+  slow.ComSpeed = 0;
+  com2.ComPort = com2.ComSpeed = 1;
+  unknown.ComPort = 7;
+  unknown.ComSpeed = -1;
+  usb.ConnectDevice = kUsb;
+  usb.USBPort = 7;
+  buffers.IPAddress = "abcdefghijklmnopq";
+  buffers.LANPort = "12345678901234567";
+  const std::pair<Settings, std::string> cases[] = {
+      {usual, "open 1 '192.168.10.10' '7142' 1"},
+      {slow, "open 0 'COM1' '4800' 1"},
+      {com2, "open 0 'COM2' '9600' 1"},
+      {unknown, "open 0 'COM8' '38400' 1"},
+      {usb, "open 2 'USB8' '' 1"},
+      {buffers, "open 1 'abcdefghijklmnop' '1234567890123456' 1"},
   };
-  for (const OpenCase& each : kCases) {
+  for (const auto& [settings, call] : cases) {
     LinkRig rig;
-    each.choose(rig.global.Settings);
-    EXPECT_TRUE(rig.link.OpenLink()) << each.name;
-    EXPECT_EQ(rig.library.calls, Calls{each.call}) << each.name;
-    EXPECT_EQ(rig.busy.event_rounds, 1) << each.name;
+    rig.global.Settings = settings;
+    EXPECT_TRUE(rig.link.OpenLink()) << call;
+    EXPECT_EQ(rig.library.calls, Calls{call});
+    EXPECT_EQ(rig.busy.event_rounds, 1) << call;
   }
 }
 
@@ -72,27 +54,19 @@ TEST(ProjectorLink, FailedOpenKeepsItsErrorAndLetsEventsRun) {
 }
 
 TEST(ProjectorLink, ClosesOnceEvenWhenClosingFails) {
+  LinkRig rig;
+  rig.library.results[1] = kCloseAlreadyClosed;
+  ASSERT_TRUE(rig.link.OpenLink());
+  EXPECT_FALSE(rig.link.CloseLink());
+  EXPECT_FALSE(rig.link.IsOpen());
+  EXPECT_TRUE(rig.link.CloseLink());
+  EXPECT_EQ(rig.library.calls.size(), 2u);
+  EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(135, -2)});
   {
-    LinkRig rig;
-    rig.library.results[1] = kCloseAlreadyClosed;
-    ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_FALSE(rig.link.CloseLink());
-    EXPECT_FALSE(rig.link.IsOpen());
-    EXPECT_TRUE(rig.link.CloseLink());
-    EXPECT_EQ(rig.library.calls.size(), 2u);
-    EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(135, -2)});
-  }
-  FakeBeamlink library;
-  LSSglobal global;
-  RecordingDisplay display;
-  RecordingBusy busy;
-  const Messages messages(global, display);
-  {
-    ProjectorLink link(global, messages, busy, [&] { return library.Functions(); });
+    ProjectorLink link(rig.global, rig.messages, rig.busy, [&] { return rig.library.Functions(); });
     ASSERT_TRUE(link.OpenLink());
   }
-  EXPECT_EQ(library.calls.back(), "close");
-  EXPECT_TRUE(display.messages.empty());
+  EXPECT_EQ(rig.library.calls.back(), "close");
 }
 
 TEST(ProjectorLink, NeedsAnOpenLinkBeforeAnythingElse) {
@@ -138,60 +112,51 @@ TEST(ProjectorLink, TimeOutFollowsTheConnectionAndTheWholeBlock) {
   }
 }
 
-struct StoreCase {
-  const char* name;
-  std::uint8_t model_class;
-  std::uint8_t reply5;
-  const char* frame_head;  // of the frame behind the model-class query
-  std::size_t frame_bytes;
-};
-
 TEST(ProjectorLink, StoreFollowsTheModelClass) {
-  constexpr StoreCase kCases[] = {
-      {"class 3", 3, 0, "send 01FC00061D00500400", 1571},
-      {"class 4, layout 11", 4, 11, "send 01FC00061D00500400", 1571},
-      {"class 4, other layout", 4, 12, "send 01FC00061D00600400", 1571},
-      {"class 5", 5, 0, "send 01DF0000021200F4", 8},
-      {"class 5 whose byte 5 is no error", 5, 13, "send 01DF0000021200F4", 8},
-      {"class 255", 255, 0, "send 01DF0000021200F4", 8},
+  constexpr struct {
+    std::uint8_t model_class, reply5;
+    const char* frame_head;  // of the frame behind the model-class query
+    std::size_t frame_bytes;
+  } kCases[] = {
+      {3, 0, "send 01FC00061D00500400", 1571},  {4, 11, "send 01FC00061D00500400", 1571},
+      {4, 12, "send 01FC00061D00600400", 1571}, {5, 0, "send 01DF0000021200F4", 8},
+      {5, 13, "send 01DF0000021200F4", 8},      {255, 0, "send 01DF0000021200F4", 8},
   };
-  for (const StoreCase& each : kCases) {
+  for (const auto& each : kCases) {
+    SCOPED_TRACE(testing::Message() << int{each.model_class} << ", " << int{each.reply5});
     LinkRig rig;
     rig.library.model_class = each.model_class;
     rig.library.reply5 = each.reply5;
-    rig.global.Registers = {{{"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"},
-                             {"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"}}};
+    rig.global.Registers = kPlain;
     ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_TRUE(rig.link.SendCommand(kCommandStore)) << each.name;
-    const std::string& sent = rig.library.calls.back();
-    EXPECT_EQ(sent.substr(0, std::string(each.frame_head).size()), each.frame_head) << each.name;
-    EXPECT_EQ(sent.size(), 5 + 2 * each.frame_bytes) << each.name;
-    EXPECT_TRUE(rig.display.messages.empty()) << each.name;
+    EXPECT_TRUE(rig.link.SendCommand(kCommandStore));
+    EXPECT_TRUE(rig.library.calls.back().starts_with(each.frame_head)) << rig.library.calls.back();
+    EXPECT_EQ(rig.library.calls.back().size(), 5 + 2 * each.frame_bytes);
+    EXPECT_TRUE(rig.display.messages.empty());
   }
 }
 
 TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
-  const auto refused = [](LinkRig& rig, const char* name) {
-    ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_FALSE(rig.link.SendCommand(kCommandStore)) << name;
-    EXPECT_EQ(rig.library.calls.back(), "send 00850000010086") << name;
-    EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(74, 1)}) << name;
+  const std::pair<const char*, void (*)(LinkRig&)> cases[] = {
+      {"class 0", [](LinkRig& rig) { rig.library.model_class = 0; }},
+      {"class 2", [](LinkRig& rig) { rig.library.model_class = 2; }},
+      {"silent", [](LinkRig& rig) { rig.library.results[3] = kBeamlinkNoResponse; }},
+      {"short answer", [](LinkRig& rig) { rig.library.replies[3] = Frame(7, 5); }},
+      {"tables too large",
+       [](LinkRig& rig) {
+         rig.library.model_class = 4;
+         for (auto& axis : rig.global.Registers) axis[kCorre2] = std::string(2 * 769, '0');
+       }},
   };
-  for (const std::uint8_t model_class : std::array<std::uint8_t, 3>{0, 1, 2}) {
+  for (const auto& [name, spoil] : cases) {
+    SCOPED_TRACE(name);
     LinkRig rig;
-    rig.library.model_class = model_class;
-    refused(rig, "low class");
+    spoil(rig);
+    ASSERT_TRUE(rig.link.OpenLink());
+    EXPECT_FALSE(rig.link.SendCommand(kCommandStore));
+    EXPECT_EQ(rig.library.calls.back(), "send 00850000010086");
+    EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(74, 1)});
   }
-  LinkRig silent;
-  silent.library.results[3] = kBeamlinkNoResponse;
-  refused(silent, "silent");
-  LinkRig brief;
-  brief.library.replies[3] = Frame(7, 5);
-  refused(brief, "short answer");
-  LinkRig large;
-  large.library.model_class = 4;
-  for (auto& axis : large.global.Registers) axis[kCorre2] = std::string(2 * 769, '0');
-  refused(large, "tables too large");
 }
 
 TEST(ProjectorLink, ModeIsOneOrZero) {
@@ -214,29 +179,22 @@ TEST(ProjectorLink, SwitchInputSelectsTheInputShown) {
   LinkRig rig;
   rig.library.input = 26;
   ASSERT_TRUE(rig.link.OpenLink());
+  for (const int number : {-1, 13, 15, 22}) EXPECT_THROW(rig.link.SendCommand(number), Fault);
+  EXPECT_EQ(rig.library.calls.size(), 1u) << "unused numbers are faults";
   EXPECT_TRUE(rig.link.SwitchInput());
   EXPECT_EQ(rig.library.calls,
             (Calls{"open 1 '192.168.10.10' '7142' 1", "timeout 3000", "status", "input 26"}));
 }
 
-TEST(ProjectorLink, UnusedNumbersAreFaults) {
-  LinkRig rig;
-  ASSERT_TRUE(rig.link.OpenLink());
-  for (const int number : {-1, 13, 15, 22}) EXPECT_THROW(rig.link.SendCommand(number), Fault);
-  EXPECT_EQ(rig.library.calls.size(), 1u);
-}
-
-struct CompleteCase {
-  const char* name;
-  std::size_t field;
-  const char* text;
-  std::optional<PanelSize> panel;
-  bool complete;
-};
-
 TEST(ProjectorLink, RegisterTextsMustHaveTheirLength) {
   constexpr PanelSize kPanel{6, 6};  // four digits in each table
-  const CompleteCase kCases[] = {
+  constexpr struct {
+    const char* name;
+    std::size_t field;
+    const char* text;
+    std::optional<PanelSize> panel;
+    bool complete;
+  } kCases[] = {
       {"whole", kScroll, "0000", {}, true},
       {"half a field", kScroll, "00", {}, false},
       {"too long", kOptCenter, "0000", {}, false},
@@ -249,17 +207,14 @@ TEST(ProjectorLink, RegisterTextsMustHaveTheirLength) {
       {"table too short for the panel", kCorre2, "00", kPanel, false},
       {"table too long for the panel", kCorre2, "000000", kPanel, false},
   };
-  for (const CompleteCase& each : kCases) {
+  for (const auto& [name, field, text, panel, complete] : kCases) {
     for (const Axis axis : {kHorizontal, kVertical}) {
       LinkRig rig;
-      RegisterSet registers{{{"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"},
-                             {"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"}}};
-      registers[axis][each.field] = each.text;
-      EXPECT_EQ(ProjectorLink::RegistersComplete(registers, each.panel, rig.messages),
-                each.complete)
-          << each.name;
-      const Calls shown = each.complete ? Calls{} : Calls{TextOf(rig.global, 198)};
-      EXPECT_EQ(rig.display.Texts(), shown) << each.name;
+      RegisterSet registers = kPlain;
+      registers[axis][field] = text;
+      EXPECT_EQ(ProjectorLink::RegistersComplete(registers, panel, rig.messages), complete) << name;
+      const Calls shown = complete ? Calls{} : Calls{TextOf(rig.global, 198)};
+      EXPECT_EQ(rig.display.Texts(), shown) << name;
     }
   }
 }

@@ -5,11 +5,10 @@
 #include <set>
 #include <thread>
 
+#include "core/catalogue.h"
 #include "core/system.h"
-#include "link/library_loader.h"
 #include "tests/support/fake_beamseek.h"
 #include "tests/support/recorder.h"
-#include "tests/support/temp_folder.h"
 
 namespace warpline {
 namespace {
@@ -25,7 +24,7 @@ Calls StartedAnd(const Calls& more) {
 }
 
 // A fake library that has found three projectors, and a search over it.
-struct SearchRig {
+struct SearchRig : Recorded {
   SearchRig() {
     library.AddProjector({127, 0, 0, 2}, "Left", true);
     library.AddProjector({10, 20, 30, 40}, "", false);
@@ -33,25 +32,21 @@ struct SearchRig {
   }
 
   FakeBeamseek library;
-  LSSglobal global;
-  RecordingDisplay display;
   ProjectorSearch search{global, display, [this] { return library.Functions(); }};
 };
 
 TEST(ProjectorSearch, HandlesEachNotification) {
-  struct Row {
+  constexpr auto kNone = SearchRequest::kNone;
+  const char* const old = "192.168.10.10";
+  const struct {
     const char* name;
-    std::uint32_t code;
-    std::uint32_t first;
+    std::uint32_t code, first;
     Calls calls;  // beyond those of the start
     const char* address;
     SearchRequest request;
     bool running;
     Calls messages;
-  };
-  constexpr auto kNone = SearchRequest::kNone;
-  const char* const old = "192.168.10.10";
-  const Row rows[] = {
+  } rows[] = {
       {"first selected", 2000, 0, {"Destroy"}, "127.0.0.2", kNone, false, {}},
       {"last selected", 2000, 2, {"Destroy"}, "255.254.0.9", kNone, false, {}},
       {"selected beyond", 2000, 3, {"Destroy"}, old, kNone, false, {"[2] Wrong value."}},
@@ -61,14 +56,13 @@ TEST(ProjectorSearch, HandlesEachNotification) {
       {"read-me", 2003, 0, {"Restart 0"}, old, SearchRequest::kOpenReadMe, true, {}},
       {"repeat", 2004, 0, {"Restart 1"}, old, kNone, true, {}},
       {"finished", 2005, 0, {}, old, kNone, true, {}},
-      {"unknown 2006", 2006, 0, {}, old, kNone, true, {}},
       {"unknown 2007", 2007, 0, {}, old, kNone, true, {}},
       {"other repeat", 2008, 0, {"Restart 1"}, old, kNone, true, {}},
       {"below", 1999, 0, {}, old, kNone, true, {}},
       {"above", 2009, 0, {}, old, kNone, true, {}},
       {"zero", 0, 0, {}, old, kNone, true, {}},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     SearchRig rig;
     ASSERT_TRUE(rig.search.Start());
@@ -86,29 +80,26 @@ TEST(ProjectorSearch, HandlesEachNotification) {
 }
 
 TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
-  struct Row {
-    const char* name;
-    void (*spoil)(FakeBeamseek& library);
-    std::uint32_t code;  // notified after a good start, 0: none
-    Calls calls;
-    const char* text;
-  };
   const char* const create = "ConnectSelectCreate() に失敗しました。";
   const char* const start = "ConnectSelectStart() 戻り値が FALSE でした";
   const char* const handle = "Handle Error!!";
-  const auto no_restart = [](FakeBeamseek& library) { library.restart_result = 0; };
-  const Row rows[] = {
-      {"create", [](FakeBeamseek& library) { library.create_result = 0; }, 0, {"Create 1"}, create},
-      {"handle", [](FakeBeamseek& library) { library.handle = 0; }, 0, {"Create 1"}, handle},
-      {"start", [](FakeBeamseek& library) { library.start_result = 0; }, 0, StartedAnd({"Destroy"}),
-       start},
-      {"restart", no_restart, 2004, StartedAnd({"Restart 1", "Destroy"}), handle},
-      {"restart for the read-me", no_restart, 2003, StartedAnd({"Restart 0", "Destroy"}), handle},
+  const struct {
+    const char* name;
+    std::int32_t FakeBeamseek::*spoilt;
+    std::uint32_t code;  // notified after a good start, 0: none
+    Calls calls;
+    const char* text;
+  } rows[] = {
+      {"create", &FakeBeamseek::create_result, 0, {"Create 1"}, create},
+      {"handle", &FakeBeamseek::handle, 0, {"Create 1"}, handle},
+      {"start", &FakeBeamseek::start_result, 0, StartedAnd({"Destroy"}), start},
+      {"repeat", &FakeBeamseek::restart_result, 2004, StartedAnd({"Restart 1", "Destroy"}), handle},
+      {"go on", &FakeBeamseek::restart_result, 2003, StartedAnd({"Restart 0", "Destroy"}), handle},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     SearchRig rig;
-    row.spoil(rig.library);
+    rig.library.*row.spoilt = 0;
     EXPECT_EQ(rig.search.Start(), row.code != 0);
     if (row.code != 0) rig.library.Notify(row.code);
     rig.search.Poll();
@@ -120,21 +111,18 @@ TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
 }
 
 TEST(ProjectorSearch, SaysWhenThereIsNoLibrary) {
-  LSSglobal global;
-  RecordingDisplay display;
-  ProjectorSearch search(global, display, [] { return nullptr; });
+  Recorded world;
+  ProjectorSearch search(world.global, world.display, [] { return nullptr; });
   EXPECT_FALSE(search.Start());
   EXPECT_EQ(search.Poll(), SearchRequest::kNone);
-  ASSERT_EQ(display.messages.size(), 1U);
-  EXPECT_EQ(display.messages[0].text.find("A required file cannot be found."), 0U);
+  EXPECT_EQ(world.display.Texts(), Calls{TextOf(world.global, 85)});
 }
 
 TEST(ProjectorSearch, DestroysExactlyOnceHoweverItEnds) {
   FakeBeamseek library;
-  LSSglobal global;
-  RecordingDisplay display;
+  Recorded world;
   {
-    ProjectorSearch search(global, display, [&library] { return library.Functions(); });
+    ProjectorSearch search(world.global, world.display, [&library] { return library.Functions(); });
     ASSERT_TRUE(search.Start());
     EXPECT_FALSE(search.Start()) << "it runs already";
     // The user was quicker than the timer; what comes after the end is void.
@@ -147,7 +135,7 @@ TEST(ProjectorSearch, DestroysExactlyOnceHoweverItEnds) {
     EXPECT_TRUE(search.IsRunning());
   }
   EXPECT_EQ(library.calls, StartedAnd({"Destroy"})) << "still running when it was let go";
-  EXPECT_TRUE(display.messages.empty());
+  EXPECT_TRUE(world.display.messages.empty());
 }
 
 // The library may let window events run, and so the timer's, while it is being called.
@@ -202,41 +190,20 @@ TEST(ProjectorSearch, CopiesTheRecordBeforeItIsGone) {
 }
 
 TEST(ProjectorSearch, StaysWithinARecordThatIsNonsense) {
-  struct Row {
-    std::int32_t count;
-    std::size_t entries;
-  };
-  for (const Row& row : {Row{1000000, 64}, Row{65, 64}, Row{-1, 0}}) {
+  for (const auto& [count, entries] : {std::pair(1000000, 64U), {65, 64U}, {-1, 0U}}) {
     SearchRig rig;
     std::memset(&rig.library.result, 0x41, sizeof rig.library.result);
-    rig.library.result.iPjNum = row.count;
+    rig.library.result.iPjNum = count;
     ASSERT_TRUE(rig.search.Start());
     rig.library.Notify(2000, 64);
     rig.search.Poll();
-    ASSERT_EQ(rig.search.Found().size(), row.entries);
-    if (row.entries > 0) {
+    ASSERT_EQ(rig.search.Found().size(), entries);
+    if (entries > 0) {
       EXPECT_EQ(rig.search.Found()[63].Name, std::string(32, 'A'));
     }
     EXPECT_EQ(rig.global.Settings.IPAddress, "192.168.10.10");
     EXPECT_EQ(rig.display.Texts(), Calls{"[2] Wrong value."});
   }
-}
-
-TEST(Beamseek, IsLoadedWithItsRequiredEntryPoints) {
-  BeamseekFunctions functions;
-  int code = 0;
-  const auto lacking = [&code](std::string_view missing) {
-    return
-        [&code, missing](const char* name) -> void* { return name == missing ? nullptr : &code; };
-  };
-  EXPECT_TRUE(BindEntryPoints(lacking(""), functions));
-  EXPECT_TRUE(BindEntryPoints(lacking("CS_GetPJList"), functions)) << "never called";
-  EXPECT_EQ(functions.CS_GetPJList, nullptr);
-  EXPECT_FALSE(BindEntryPoints(lacking("ConnectSelectRestart"), functions));
-  const TempFolder folder;
-  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr);
-  folder.Write("Beamseek2.so", "no library");
-  EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-struct RealRig {
+struct RealRig : Recorded {
   explicit RealRig(const sim::ProjectorSetup& setup = {}, const Texts& faults = {})
       : projector(setup, faults) {
     ResetModel(global);
@@ -27,45 +27,23 @@ struct RealRig {
   }
 
   ProjectorServer projector;
-  LSSglobal global;
-  RecordingDisplay display;
   RecordingBusy busy;
-  Messages messages{global, display};
   ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
 };
 
-void BuildSomething(LSSglobal& global) {
-  global.Correction.Axes[kHorizontal].Distortion = 30;
-  global.Correction.Axes[kVertical].Linearity = -12;
-  global.Registers = BuildRegisters(global.Correction, global.Panel);
-}
-
-TEST(RealLink, RegistersArriveAsTheyWereSent) {
-  RealRig rig({.Panel = {800, 600}});
-  ASSERT_TRUE(rig.link.OpenLink());
-  ASSERT_TRUE(rig.link.CheckConnection());
-  EXPECT_EQ(rig.global.Panel, (PanelSize{800, 600}));
-  BuildSomething(rig.global);
-  for (const int number : {20, 0, 2, 3, 16, 17, 1}) EXPECT_TRUE(rig.link.SendCommand(number));
-  EXPECT_TRUE(rig.link.CloseLink());
-  EXPECT_EQ(rig.projector.Snapshot().Working, rig.global.Registers);
-  EXPECT_TRUE(rig.display.messages.empty());
-}
-
-TEST(RealLink, StoreReachesEveryModelClassThatKeeps) {
-  struct Case {
-    int model_class;
-    int reply5;
-  };
-  for (const auto& [model_class, reply5] : {Case{3, 0}, {4, 11}, {4, 0}, {5, 0}}) {
+TEST(RealLink, RegistersArriveAndAreStoredByEveryModelClassThatKeeps) {
+  for (const auto& [model_class, reply5] : {std::pair(3, 0), {4, 11}, {4, 0}, {5, 0}}) {
     SCOPED_TRACE(model_class);
     RealRig rig({.Panel = {800, 600}, .ModelClass = model_class, .Reply5 = reply5});
     ASSERT_TRUE(rig.link.OpenLink());
     ASSERT_TRUE(rig.link.CheckConnection());
-    BuildSomething(rig.global);
-    for (const int number : {20, 0, 2, 3, 16, 17, 1, 21}) {
-      EXPECT_TRUE(rig.link.SendCommand(number)) << number;
-    }
+    EXPECT_EQ(rig.global.Panel, (PanelSize{800, 600}));
+    rig.global.Correction.Axes[kHorizontal].Distortion = 30;
+    rig.global.Correction.Axes[kVertical].Linearity = -12;
+    rig.global.Registers = BuildRegisters(rig.global.Correction, rig.global.Panel);
+    for (const int number : {20, 0, 2, 3, 16, 17, 1}) EXPECT_TRUE(rig.link.SendCommand(number));
+    EXPECT_EQ(rig.projector.Snapshot().Working, rig.global.Registers);
+    EXPECT_TRUE(rig.link.SendCommand(21));
     EXPECT_TRUE(rig.link.CloseLink());
     EXPECT_EQ(rig.projector.Snapshot().Stored, rig.global.Registers);
     EXPECT_EQ(rig.projector.Snapshot().Count.Stores, 1u);
@@ -86,27 +64,22 @@ TEST(RealLink, ModeIsSetAndRead) {
   EXPECT_EQ(rig.link.QueryMode(), 0);
 }
 
-struct FaultCase {
-  const char* rule;
-  int number;  // of the box, 0: the command succeeds
-  int code;
-};
-
 TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
-  constexpr FaultCase kCases[] = {
-      {"kind=0:timeout", 139, -3}, {"kind=0:refuse", 142, 2},    {"kind=0:short", 141, -5},
-      {"kind=0:long", 141, -5},    {"kind=0:checksum", 141, -5}, {"kind=0:late=50", 0, 0},
-      {"kind=0:slow", 0, 0},       {"kind=0:cutmid", 141, -5},   {"kind=running:timeout", 139, -3},
-      {"kind=any:cutmid", 141, -5}};
-  for (const FaultCase& each : kCases) {
-    SCOPED_TRACE(each.rule);
-    RealRig rig({}, {each.rule});
+  constexpr struct {
+    const char* rule;
+    int number, code;  // of the box, 0: the command succeeds
+  } kCases[] = {{"kind=0:timeout", 139, -3},  {"kind=0:refuse", 142, 2},
+                {"kind=0:short", 141, -5},    {"kind=0:long", 141, -5},
+                {"kind=0:checksum", 141, -5}, {"kind=0:late=50", 0, 0},
+                {"kind=0:slow", 0, 0},        {"kind=0:cutmid", 141, -5},
+                {"kind=any:cutmid", 141, -5}, {"kind=running:timeout", 139, -3}};
+  for (const auto& [rule, number, code] : kCases) {
+    SCOPED_TRACE(rule);
+    RealRig rig({}, {rule});
     ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_EQ(rig.link.SendCommand(kCommandClear), each.number == 0);
+    EXPECT_EQ(rig.link.SendCommand(kCommandClear), number == 0);
     EXPECT_TRUE(rig.link.CloseLink());
-    const Texts expected =
-        each.number == 0 ? Texts{} : Texts{rig.ErrorText(each.number, each.code)};
-    EXPECT_EQ(rig.display.Texts(), expected);
+    EXPECT_EQ(rig.display.Texts(), number == 0 ? Texts{} : Texts{rig.ErrorText(number, code)});
   }
 }
 
