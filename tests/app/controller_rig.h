@@ -1,29 +1,24 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <deque>
-#include <filesystem>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "app/main_controller.h"
 #include "model/registers.h"
+#include "tests/app/file_rig.h"
 #include "tests/support/link_rig.h"
-#include "tests/support/temp_folder.h"
 
 // A main controller over the recording library, with real files in a folder of its own.
 
 namespace warpline {
 
 namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
 
-inline const std::vector<std::string> kInitializeFrames{"01DF000000E0", "021A000002020121",
-                                                        "01DF0000020000E2", "01DF0000020100E3"};
-
-inline const std::vector<std::string> kApplyCommands{"01DF ",   "021A 02", "01DF 00", "01DF 02",
-                                                     "01DF 03", "01DF 10", "01DF 11", "01DF 01"};
+inline const Texts kInitializeFrames{"01DF000000E0", "021A000002020121", "01DF0000020000E2",
+                                     "01DF0000020100E3"};
+inline const Texts kApplyCommands{"01DF ",   "021A 02", "01DF 00", "01DF 02",
+                                  "01DF 03", "01DF 10", "01DF 11", "01DF 01"};
 
 // A window of which only the two file dialogs have a will of their own.
 class FakeView : public MainView {
@@ -40,18 +35,14 @@ class FakeView : public MainView {
     return Next(saves);
   }
 
-  int models_shown = 0;
-  int values_shown = 0;
-  std::deque<fs::path> opens;  // what the user chooses in each dialog; then cancels
-  std::deque<fs::path> saves;
-  std::vector<fs::path> folders;
-  std::vector<fs::path> offered;
+  int models_shown = 0, values_shown = 0;
+  std::deque<fs::path> opens, saves;  // what the user chooses in each dialog; then cancels
+  std::vector<fs::path> folders, offered;
 
  private:
   static fs::path Next(std::deque<fs::path>& choices) {
-    if (choices.empty()) return {};
-    const fs::path choice = choices.front();
-    choices.pop_front();
+    const fs::path choice = choices.empty() ? fs::path() : choices.front();
+    if (!choices.empty()) choices.pop_front();
     return choice;
   }
 };
@@ -70,8 +61,8 @@ struct ControllerRig : LinkRig {
   AxisParameters& V() { return global.Correction.Axes[kVertical]; }
 
   // The frames sent since the last call.
-  std::vector<std::string> Frames() {
-    std::vector<std::string> frames;
+  Texts Frames() {
+    Texts frames;
     for (const std::string& call : library.calls) {
       if (call.starts_with("send ")) frames.push_back(call.substr(5));
     }
@@ -80,13 +71,16 @@ struct ControllerRig : LinkRig {
   }
 
   // Their header and sub-command alone: what a command is, whatever it carries.
-  std::vector<std::string> Commands() {
-    std::vector<std::string> starts;
-    for (const std::string& frame : Frames()) {
-      starts.push_back(frame.substr(0, 4) + " " + (frame.size() > 12 ? frame.substr(10, 2) : ""));
+  Texts Commands() {
+    Texts starts = Frames();
+    for (std::string& frame : starts) {
+      frame = frame.substr(0, 4) + " " + (frame.size() > 12 ? frame.substr(10, 2) : "");
     }
     return starts;
   }
+
+  // What was sent is the correction, or nothing.
+  void ExpectApplied(bool applied) { EXPECT_EQ(Commands(), applied ? kApplyCommands : Texts{}); }
 
   // A correction for a spherical screen, as a file.
   fs::path WriteSphere() const {
@@ -94,25 +88,11 @@ struct ControllerRig : LinkRig {
     other.Correction.ScreenType = 2;
     ResetToScreenType(other.Correction);
     other.Correction.Axes[kHorizontal].Distortion = 25;
-    LSSfile writer(other, messages);
-    EXPECT_TRUE(writer.SaveDataFile(temp / "sphere.wlt", kTypeWlt));
+    EXPECT_TRUE(LSSfile(other, messages).SaveDataFile(temp / "sphere.wlt", kTypeWlt));
     return temp / "sphere.wlt";
   }
 
-  // The registers of a plain correction for the library's panel, as a file.
-  fs::path WriteRegisters() const {
-    LSSglobal other;
-    ResetModel(other);
-    other.Registers = BuildRegisters(other.Correction, {16, 12});
-    LSSfile writer(other, messages);
-    EXPECT_TRUE(writer.SaveDataFile(temp / "plain.wlr", kTypeWlr));
-    return temp / "plain.wlr";
-  }
-
-  fs::path DataFolderPath() const { return DataFolder(temp.Path()); }
-  fs::path SettingsFile() const { return DataFolderPath() / kSettingsFileName; }
-
-  void TurnRealTime(bool on) { global.Settings.AutoApply = on ? 1 : 0; }
+  fs::path SettingsFile() const { return DataFolder(temp.Path()) / kSettingsFileName; }
 
   TempFolder temp;
   BusyWithEvents window_busy;

@@ -1,34 +1,13 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <vector>
-
 #include "app/curve_editor.h"
-#include "tests/support/recorder.h"
+#include "tests/app/file_rig.h"
+#include "tests/support/curves.h"
 
 // What the tests of the curve editor share: curves from literals, and an editor with all that it
 // needs.
 
 namespace warpline {
-
-using Points = std::vector<CurvePoint>;
-
-struct Flags {
-  bool fixed = false;
-  bool symmetric = false;
-};
-
-inline CurveDefinition Curve(std::int16_t interpolation, const Points& points, Flags flags = {}) {
-  CurveDefinition curve;
-  curve.CorreFixed = flags.fixed ? 1 : 0;
-  curve.CorreSymmetry = flags.symmetric ? 1 : 0;
-  curve.CorreInterp = interpolation;
-  curve.CorrePointNum = static_cast<std::int16_t>(points.size());
-  std::copy(points.begin(), points.end(), curve.CorreDataPts.begin());
-  return curve;
-}
 
 inline Points PointsOf(const CurveDefinition& curve) {
   return {curve.CorreDataPts.begin(), curve.CorreDataPts.begin() + curve.CorrePointNum};
@@ -44,25 +23,18 @@ inline void ExpectPoints(const CurveDefinition& curve, const Points& expected) {
 }
 
 // An editor of the vertical curve, with everything that it needs.
-struct EditorBench {
+struct EditorBench : FileRig {
   explicit EditorBench(const CurveDefinition& curve)
-      : global(WithCurve(curve)), editor(global, kVertical, files, messages) {}
+      : editor((global.Correction.Curves[kVertical] = curve, global), kVertical, files, messages) {}
 
-  static LSSglobal WithCurve(const CurveDefinition& curve) {
-    LSSglobal global;
-    ResetModel(global);
-    global.Correction.Curves[kVertical] = curve;
-    return global;
-  }
-
-  LSSglobal global;
-  RecordingDisplay display;
-  Messages messages{global, display};
-  LSSfile files{global, messages};
   CurveEditor editor;
 };
 
 inline const Points kFour = {{0, 0.8}, {0.3, 0.9}, {0.7, 0.9}, {1, 0.8}};
 inline const Points kHill = {{0, 0.8}, {0.3, 1}, {0.6, 0.9}, {0.7, 0.95}, {1, 0.85}};
+
+inline CurveDefinition Line(const Points& points, Flags flags = {}) {
+  return Curve(kStraightLine, points, flags);
+}
 
 }  // namespace warpline

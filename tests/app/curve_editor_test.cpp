@@ -1,25 +1,18 @@
 #include "app/curve_editor.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <functional>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "tests/app/curve_editor_bench.h"
-#include "tests/support/temp_folder.h"
 
 namespace warpline {
 namespace {
 
 struct CountCase {
-  std::string name;
+  const char* name;
   CurveDefinition curve;
   std::function<bool(CurveEditor&)> act;
   std::int16_t interpolation;
-  Points expected;
+  std::vector<double> heights;  // of points spread evenly
 };
 
 std::function<bool(CurveEditor&)> Count(int count) {
@@ -30,86 +23,52 @@ std::function<bool(CurveEditor&)> Entry(int entry) {
   return [entry](CurveEditor& editor) { return editor.SetInterpolation(entry); };
 }
 
-std::vector<CountCase> CountCases() {
-  const Points arch = {{0, 0.8}, {0.5, 1}, {1, 0.8}};
-  const auto diagonal = Curve(kStraightLine, {{0, 0.75}, {1, 1}});
-  return {
-      {"the points already moved count for those behind them",
-       Curve(kQuadratic, arch),
-       Count(4),
-       kQuadratic,
-       {{0, 0.79}, {1.0 / 3, 1}, {2.0 / 3, 0.7715}, {1, 0.75}}},
-      {"new points of a line start at its foot",
-       diagonal,
-       Count(4),
-       kStraightLine,
-       {{0, 0.75}, {1.0 / 3, 1}, {2.0 / 3, 0.75}, {1, 0.75}}},
-      {"fewer points keep the first heights",
-       Curve(kStraightLine, kHill),
-       Count(3),
-       kStraightLine,
-       {{0, 0.8}, {0.5, 1}, {1, 0.9}}},
-      {"the left half counts",
-       Curve(kStraightLine, {{0, 0.8}, {1, 1}}, {false, true}),
-       Count(4),
-       kStraightLine,
-       {{0, 0.8}, {1.0 / 3, 1}, {2.0 / 3, 1}, {1, 0.8}}},
-      {"the left half and the middle point count",
-       Curve(kQuadratic, kHill, {false, true}),
-       Count(5),
-       kQuadratic,
-       {{0, 0.825714285714},
-        {0.25, 0.933755102041},
-        {0.5, 0.93936909621},
-        {0.75, 0.933755102041},
-        {1, 0.825714285714}}},
-      {"quartic of three points becomes five by the quadratic",
-       Curve(kQuadratic, arch),
-       Entry(3),
-       kQuartic,
-       {{0, 0.897142857143}, {0.25, 0.876408163265}, {0.5, 0.75}, {0.75, 0.75}, {1, 0.75}}},
-      {"the former cubic places the points",
-       Curve(kCubic, kHill),
-       Entry(1),
-       kQuadratic,
-       {{0, 0.810714285714},
-        {0.25, 0.957755102041},
-        {0.5, 0.948883381924},
-        {0.75, 0.934171095377},
-        {1, 0.85305271732}}},
-      {"a spline of the line's points",
-       Curve(kStraightLine, kHill),
-       Entry(4),
-       kBSpline,
-       {{0, 0.8}, {0.25, 1}, {0.5, 0.9}, {0.75, 0.95}, {1, 0.85}}},
-      {"a spline with fewer points",
-       Curve(kBSpline, kHill),
-       Count(4),
-       kBSpline,
-       {{0, 0.8}, {1.0 / 3, 0.949090909091}, {2.0 / 3, 0.916815426997}, {1, 0.95}}},
-      {"the entry in force changes nothing", Curve(kBSpline, arch), Entry(4), kBSpline, arch},
-  };
-}
-
 TEST(CurveEditorCount, SpreadsThePointsAlongTheCurve) {
-  for (const CountCase& row : CountCases()) {
+  const auto arch = Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
+  const auto cubic = Curve(kCubic, kHill), spline = Curve(kBSpline, kHill);
+  const auto line = Line({{0, 0.75}, {1, 1}}), hill = Line(kHill);
+  const auto even = Line({{0, 0.8}, {1, 1}}, {false, true});
+  const auto odd = Curve(kQuadratic, kHill, {false, true});
+  using Y = std::vector<double>;
+  const Y half{0.825714285714, 0.933755102041, 0.93936909621, 0.933755102041, 0.825714285714};
+  const Y quadratic{0.897142857143, 0.876408163265, 0.75, 0.75, 0.75};
+  const Y by_cubic{0.810714285714, 0.957755102041, 0.948883381924, 0.934171095377, 0.85305271732};
+  const Y by_spline{0.8, 0.949090909091, 0.916815426997, 0.95};
+  const CountCase cases[] = {
+      {"points moved count for later ones", arch, Count(4), kQuadratic, {0.79, 1, 0.7715, 0.75}},
+      {"new points of a line at its foot", line, Count(4), kStraightLine, {0.75, 1, 0.75, 0.75}},
+      {"fewer points keep the first heights", hill, Count(3), kStraightLine, {0.8, 1, 0.9}},
+      {"the left half counts", even, Count(4), kStraightLine, {0.8, 1, 1, 0.8}},
+      {"the left half and the middle point count", odd, Count(5), kQuadratic, half},
+      {"three points become five by the quadratic", arch, Entry(3), kQuartic, quadratic},
+      {"the former cubic places the points", cubic, Entry(1), kQuadratic, by_cubic},
+      {"a spline of the line's points", hill, Entry(4), kBSpline, {0.8, 1, 0.9, 0.95, 0.85}},
+      {"a spline with fewer points", spline, Count(4), kBSpline, by_spline},
+  };
+  for (const CountCase& row : cases) {
     SCOPED_TRACE(row.name);
     EditorBench bench(row.curve);
     EXPECT_TRUE(row.act(bench.editor));
     EXPECT_EQ(bench.editor.Curve().CorreInterp, row.interpolation);
-    ExpectPoints(bench.editor.Curve(), row.expected);
+    Points expected;
+    const double last = static_cast<double>(row.heights.size()) - 1;
+    for (const double y : row.heights) {
+      expected.push_back({static_cast<double>(expected.size()) / last, y});
+    }
+    ExpectPoints(bench.editor.Curve(), expected);
   }
+  EditorBench bench(Curve(kBSpline, kHill));
+  EXPECT_TRUE(bench.editor.SetInterpolation(4));
+  EXPECT_EQ(PointsOf(bench.editor.Curve()), kHill) << "the entry in force changes nothing";
 }
 
 TEST(CurveEditorCount, IsHeldToTheLimitsOfEachInterpolation) {
   const struct {
-    int entry;
-    int fewest;
-    int text;
+    int entry, fewest, text;
   } cases[] = {{0, 2, 189}, {1, 3, 190}, {2, 4, 191}, {3, 5, 192}, {4, 4, 217}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.entry);
-    EditorBench bench(Curve(kStraightLine, {{0, 0.75}, {1, 1}}));
+    EditorBench bench(Line({{0, 0.75}, {1, 1}}));
     CurveEditor& editor = bench.editor;
     EXPECT_TRUE(editor.SetInterpolation(row.entry));
     EXPECT_EQ(editor.Curve().CorrePointNum, row.fewest);
@@ -123,7 +82,7 @@ TEST(CurveEditorCount, IsHeldToTheLimitsOfEachInterpolation) {
 }
 
 TEST(CurveEditorCount, ReleasesTheGrab) {
-  EditorBench bench(Curve(kStraightLine, kFour));
+  EditorBench bench(Line(kFour));
   bench.editor.Press(150, 75);
   bench.editor.SetPointCount(2);
   EXPECT_FALSE(bench.editor.Dragging());
@@ -131,31 +90,28 @@ TEST(CurveEditorCount, ReleasesTheGrab) {
 }
 
 struct SymmetryCase {
-  std::string name;
+  const char* name;
   CurveDefinition curve;
   Points expected;
 };
 
 TEST(CurveEditorSymmetry, TheLeftHalfCountsAtOnce) {
+  const auto even = Line({{0, 0.8}, {0.2, 0.9}, {0.7, 1}, {1, 0.75}});
+  const auto odd = Line({{0, 0.8}, {0.2, 0.9}, {0.6, 1}, {0.9, 0.85}, {1, 0.75}});
+  const auto close = Line({{0, 0.8}, {0.49, 0.9}, {0.7, 1}, {1, 0.75}});
+  const auto beyond = Line({{0, 0.8}, {0.6, 0.9}, {0.7, 1}, {1, 0.75}});
+  const auto odd_beyond = Curve(kQuartic, {{0, 0.8}, {0.5, 0.9}, {0.7, 1}, {0.9, 0.85}, {1, 0.75}});
+  const auto two_beyond =
+      Line({{0, 0.8}, {0.6, 0.9}, {0.7, 1}, {0.8, 0.9}, {0.9, 0.85}, {1, 0.75}});
   const SymmetryCase cases[] = {
-      {"even",
-       Curve(kStraightLine, {{0, 0.8}, {0.2, 0.9}, {0.7, 1}, {1, 0.75}}),
-       {{0, 0.8}, {0.2, 0.9}, {0.8, 0.9}, {1, 0.8}}},
-      {"odd",
-       Curve(kStraightLine, {{0, 0.8}, {0.2, 0.9}, {0.6, 1}, {0.9, 0.85}, {1, 0.75}}),
-       {{0, 0.8}, {0.2, 0.9}, {0.5, 1}, {0.8, 0.9}, {1, 0.8}}},
-      {"two points", Curve(kStraightLine, {{0, 0.75}, {1, 1}}), {{0, 0.75}, {1, 0.75}}},
-      {"close to the centre",
-       Curve(kStraightLine, {{0, 0.8}, {0.49, 0.9}, {0.7, 1}, {1, 0.75}}),
-       {{0, 0.8}, {0.49, 0.9}, {0.51, 0.9}, {1, 0.8}}},
-      {"even, beyond the centre",
-       Curve(kStraightLine, {{0, 0.8}, {0.6, 0.9}, {0.7, 1}, {1, 0.75}}),
-       {{0, 0.8}, {0.47, 0.9}, {0.53, 0.9}, {1, 0.8}}},
-      {"odd, beyond the centre",
-       Curve(kQuartic, {{0, 0.8}, {0.5, 0.9}, {0.7, 1}, {0.9, 0.85}, {1, 0.75}}),
-       {{0, 0.8}, {0.44, 0.9}, {0.5, 1}, {0.56, 0.9}, {1, 0.8}}},
-      {"two points beyond the centre",
-       Curve(kStraightLine, {{0, 0.8}, {0.6, 0.9}, {0.7, 1}, {0.8, 0.9}, {0.9, 0.85}, {1, 0.75}}),
+      {"even", even, {{0, 0.8}, {0.2, 0.9}, {0.8, 0.9}, {1, 0.8}}},
+      {"odd", odd, {{0, 0.8}, {0.2, 0.9}, {0.5, 1}, {0.8, 0.9}, {1, 0.8}}},
+      {"two points", Line({{0, 0.75}, {1, 1}}), {{0, 0.75}, {1, 0.75}}},
+      {"close to the centre", close, {{0, 0.8}, {0.49, 0.9}, {0.51, 0.9}, {1, 0.8}}},
+      {"even, beyond it", beyond, {{0, 0.8}, {0.47, 0.9}, {0.53, 0.9}, {1, 0.8}}},
+      {"odd, beyond it", odd_beyond, {{0, 0.8}, {0.44, 0.9}, {0.5, 1}, {0.56, 0.9}, {1, 0.8}}},
+      {"two beyond it",
+       two_beyond,
        {{0, 0.8}, {0.44, 0.9}, {0.47, 1}, {0.53, 1}, {0.56, 0.9}, {1, 0.8}}},
   };
   for (const SymmetryCase& row : cases) {
@@ -177,30 +133,19 @@ TEST(CurveEditorReverse, MirrorsTheCurveAndTwiceIsTheCurveAgain) {
   ExpectPoints(bench.editor.Curve(), {{0, 0.85}, {0.3, 0.95}, {0.4, 0.9}, {0.7, 1}, {1, 0.8}});
   bench.editor.Reverse();
   ExpectPoints(bench.editor.Curve(), kHill);
-
-  const auto binary = Curve(kStraightLine, {{0, 0.8}, {0.125, 1}, {0.75, 0.9}, {1, 0.85}});
-  EditorBench exact(binary);
-  exact.editor.Reverse();
-  exact.editor.Reverse();
-  EXPECT_EQ(exact.editor.Curve(), binary);
 }
 
 TEST(CurveEditorNormalize, ScalesOnlyALargeSpreadAndLiftsTheTop) {
+  const auto beside = Line({{0, 0.8}, {0.2509, 0.82509}, {1, 0.9}});
+  const auto spline = Curve(kBSpline, {{0, 0.8}, {0.5, 1}, {1, 0.8}});  // its top is at X = 0.5
+  const auto no_segment = Curve(kBSpline, {{0, 0.8}, {1, 0.9}});
   const SymmetryCase cases[] = {
-      {"spread of 0.5",
-       Curve(kStraightLine, {{0, 0.5}, {0.5, 1}, {1, 0.7}}),
-       {{0, 0.75}, {0.5, 1}, {1, 0.85}}},
-      {"spread of 0.1",
-       Curve(kStraightLine, {{0, 0.8}, {0.5, 0.9}, {1, 0.85}}),
-       {{0, 0.9}, {0.5, 1}, {1, 0.95}}},
-      {"spread of 0.25", Curve(kStraightLine, {{0, 0.75}, {1, 1}}), {{0, 0.75}, {1, 1}}},
-      {"points take the height at the nearest sample",
-       Curve(kStraightLine, {{0, 0.8}, {0.2509, 0.82509}, {1, 0.9}}),
-       {{0, 0.9}, {0.2509, 0.925}, {1, 1}}},
-      {"points come down onto their spline",  // its top is at X = 0.5
-       Curve(kBSpline, {{0, 0.8}, {0.5, 1}, {1, 0.8}}),
-       {{0, 0.9}, {0.5, 1}, {1, 0.9}}},
-      {"a spline without a segment", Curve(kBSpline, {{0, 0.8}, {1, 0.9}}), {{0, 1}, {1, 1}}},
+      {"of 0.5", Line({{0, 0.5}, {0.5, 1}, {1, 0.7}}), {{0, 0.75}, {0.5, 1}, {1, 0.85}}},
+      {"of 0.1", Line({{0, 0.8}, {0.5, 0.9}, {1, 0.85}}), {{0, 0.9}, {0.5, 1}, {1, 0.95}}},
+      {"of 0.25", Line({{0, 0.75}, {1, 1}}), {{0, 0.75}, {1, 1}}},
+      {"the height of the nearest sample", beside, {{0, 0.9}, {0.2509, 0.925}, {1, 1}}},
+      {"down onto the spline", spline, {{0, 0.9}, {0.5, 1}, {1, 0.9}}},
+      {"a spline without a segment", no_segment, {{0, 1}, {1, 1}}},
   };
   for (const SymmetryCase& row : cases) {
     SCOPED_TRACE(row.name);
@@ -221,11 +166,11 @@ TEST(CurveEditorSeed, ReplacesTheCurveButNotWhenCancelled) {
   EXPECT_EQ(bench.editor.Curve(), Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {1, 0.8}}, {true, false}));
   EXPECT_TRUE(bench.editor.Changed());
   EXPECT_TRUE(bench.editor.Seed(kDiagonalLine));
-  EXPECT_EQ(bench.editor.Curve(), Curve(kStraightLine, {{0, 0.75}, {1, 1}}, {true, false}));
+  EXPECT_EQ(bench.editor.Curve(), Line({{0, 0.75}, {1, 1}}, {true, false}));
 }
 
 TEST(CurveEditorApply, IsTheOnlyWayIntoTheLiveCurve) {
-  const auto curve = Curve(kStraightLine, kFour);
+  const auto curve = Line(kFour);
   EditorBench bench(curve);
   const LSSglobal before = bench.global;
   bench.editor.SetFixed(true);
@@ -238,20 +183,19 @@ TEST(CurveEditorApply, IsTheOnlyWayIntoTheLiveCurve) {
   EXPECT_FALSE(bench.editor.Changed());
   EXPECT_EQ(bench.global.Correction.Curves[kHorizontal], before.Correction.Curves[kHorizontal]);
   EXPECT_EQ(bench.global.Correction.Curves[kVertical],
-            Curve(kStraightLine, {{0, 0.8}, {0.3, 0.95}, {0.7, 0.9}, {1, 0.8}}, {true, false}));
+            Line({{0, 0.8}, {0.3, 0.95}, {0.7, 0.9}, {1, 0.8}}, {true, false}));
   bench.editor.SetFixed(true);
   EXPECT_FALSE(bench.editor.Changed());
 }
 
 TEST(CurveEditorFiles, WhatIsExportedComesBackByImport) {
-  const TempFolder folder;
   const auto curve = Curve(kBSpline, kHill, {true, true});
   EditorBench bench(curve);
-  ASSERT_TRUE(bench.editor.Export(folder / "hill.wls"));
+  ASSERT_TRUE(bench.editor.Export(bench.temp / "hill.wls"));
   EXPECT_FALSE(bench.editor.Changed());
   bench.editor.Seed(kTriangle);
   bench.editor.Press(250, 25);
-  ASSERT_TRUE(bench.editor.Import(folder / "hill.wls"));
+  ASSERT_TRUE(bench.editor.Import(bench.temp / "hill.wls"));
   EXPECT_EQ(bench.editor.Curve(), curve);
   EXPECT_FALSE(bench.editor.Dragging());
   EXPECT_TRUE(bench.editor.Changed());
@@ -259,14 +203,12 @@ TEST(CurveEditorFiles, WhatIsExportedComesBackByImport) {
 }
 
 TEST(CurveEditorFiles, AnImportArrivesAsItIs) {
-  const TempFolder folder;
+  EditorBench bench(Line(kFour));
   // Two points are too few for a spline chosen by hand, and the curve is not symmetric.
-  const auto path = folder.Write("two.wls",
-                                 "[Warpline Shape File]\nCorreFixed=0\nCorreSymmetry=1\n"
-                                 "CorrePointNum=2\nCorreInterp=5\n"
-                                 "CorreDataPtsX0=0\nCorreDataPtsY0=800000\n"
-                                 "CorreDataPtsX1=1000000\nCorreDataPtsY1=900000\n");
-  EditorBench bench(Curve(kStraightLine, kFour));
+  const auto path = bench.temp.Write(
+      "two.wls",
+      "[Warpline Shape File]\nCorreFixed=0\nCorreSymmetry=1\nCorrePointNum=2\nCorreInterp=5\n"
+      "CorreDataPtsX0=0\nCorreDataPtsY0=800000\nCorreDataPtsX1=1000000\nCorreDataPtsY1=900000\n");
   ASSERT_TRUE(bench.editor.Import(path));
   EXPECT_EQ(PointsOf(bench.editor.Curve()), (Points{{0, 0.8}, {1, 0.9}}));
   EXPECT_EQ(bench.editor.InterpolationIndex(), 4);
@@ -279,36 +221,28 @@ TEST(CurveEditorFiles, AnImportArrivesAsItIs) {
 }
 
 TEST(CurveEditorFiles, ARefusedImportChangesNothing) {
-  const TempFolder folder;
   const std::string head = "[Warpline Shape File 2.0]\nCorrePointNum=2\n";
-  const struct {
-    std::string name;
-    std::filesystem::path path;
-    std::string text;
-  } cases[] = {
-      {"no header", folder.Write("a.wls", "CorreInterp=5\n"), "The file format is corrupted."},
-      {"a value out of range", folder.Write("b.wls", head + "CorreInterp=6\n"),
+  const std::pair<std::string, std::string> cases[] = {
+      {"CorreInterp=5\n", "The file format is corrupted."},
+      {head + "CorreInterp=6\n", "The parameter value is not correct."},
+      {head + "CorreDataPtsX01=900000\nCorreDataPtsY00=900000\n",
        "The parameter value is not correct."},
-      {"a last point before the end",
-       folder.Write("c.wls", head + "CorreDataPtsX01=900000\nCorreDataPtsY00=900000\n"),
-       "The parameter value is not correct."},
-      {"digits that do not fit", folder.Write("d.wls", head + "CorreDataPtsX00=99999999999\n"),
-       "[1] Wrong value."},
+      {head + "CorreDataPtsX00=99999999999\n", "[1] Wrong value."},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.name);
-    const auto curve = Curve(kStraightLine, kFour, {true, false});
+  const auto curve = Line(kFour, {true, false});
+  for (const auto& [content, text] : cases) {
+    SCOPED_TRACE(content);
     EditorBench bench(curve);
     bench.editor.Press(150, 75);
-    EXPECT_FALSE(bench.editor.Import(row.path));
+    EXPECT_FALSE(bench.editor.Import(bench.temp.Write("a.wls", content)));
     EXPECT_EQ(bench.editor.Curve(), curve);
     EXPECT_EQ(bench.editor.SelectedPoint(), 1);
     EXPECT_FALSE(bench.editor.Changed());
-    EXPECT_EQ(bench.display.Texts(), std::vector{row.text});
+    EXPECT_EQ(bench.display.Texts(), std::vector{text});
   }
-  EditorBench bench(Curve(kStraightLine, kFour));
-  EXPECT_FALSE(bench.editor.Import(folder / "missing.wls"));
-  EXPECT_FALSE(bench.editor.Export(folder / "missing" / "out.wls"));
+  EditorBench bench(curve);
+  EXPECT_FALSE(bench.editor.Import(bench.temp / "missing.wls"));
+  EXPECT_FALSE(bench.editor.Export(bench.temp / "missing" / "out.wls"));
   EXPECT_EQ(bench.display.messages.size(), 2u);
 }
 
@@ -317,18 +251,15 @@ TEST(CurveEditorFaults, AreReportedAndLeaveTheRecord) {
   const auto doubled = Curve(kQuadratic, {{0, 0.8}, {0, 0.9}, {1, 0.8}});
   const auto sparse = Curve(kQuartic, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
   const struct {
-    std::string name;
     CurveDefinition curve;
     std::function<bool(CurveEditor&)> act;
     std::string text;
   } cases[] = {
-      {"normalize", doubled, [](CurveEditor& editor) { return editor.Normalize(); },
-       "[3] Wrong value."},
-      {"interpolation by the former type", sparse, Entry(0), "[3] Wrong value."},
-      {"no such interpolation", Curve(kStraightLine, kFour), Entry(-1), "[2] Wrong value."},
+      {doubled, [](CurveEditor& editor) { return editor.Normalize(); }, "[3] Wrong value."},
+      {sparse, Entry(0), "[3] Wrong value."},
+      {Line(kFour), Entry(-1), "[2] Wrong value."},
   };
   for (const auto& row : cases) {
-    SCOPED_TRACE(row.name);
     EditorBench bench(row.curve);
     EXPECT_FALSE(row.act(bench.editor));
     EXPECT_EQ(bench.editor.Curve(), row.curve);

@@ -6,17 +6,13 @@ namespace warpline {
 namespace {
 
 TEST(GraphPositionOf, RoundsHalvesToEven) {
-  const struct {
-    CurvePoint point;
-    GraphPosition position;
-  } cases[] = {
+  const std::pair<CurvePoint, GraphPosition> cases[] = {
       {{0.0, 1.0}, {0, 25}},          {{1.0, 0.75}, {500, 150}},
       {{0.47, 0.8}, {235, 125}},      {{0.125, 0.875}, {62, 87}},  // 62.5 and 437.5
-      {{0.127, 0.877}, {64, 87}},                                  // 63.5 and 438.5
-      {{1.0 / 3, 0.9999}, {167, 25}},
+      {{1.0 / 3, 0.9999}, {167, 25}}, {{0.127, 0.877}, {64, 87}},  // 63.5 and 438.5
   };
-  for (const auto& row : cases) {
-    EXPECT_EQ(GraphPositionOf(row.point), row.position) << row.point.X << ", " << row.point.Y;
+  for (const auto& [point, position] : cases) {
+    EXPECT_EQ(GraphPositionOf(point), position) << point.X << ", " << point.Y;
   }
   EXPECT_DOUBLE_EQ(GraphX(235), 0.47);
   EXPECT_DOUBLE_EQ(GraphY(25), 1.0);

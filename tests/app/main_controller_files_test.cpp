@@ -1,61 +1,49 @@
-#include <gtest/gtest.h>
-
-#include <deque>
-#include <functional>
-#include <string>
-#include <vector>
-
-#include "core/catalogue.h"
 #include "tests/app/controller_rig.h"
 
 namespace warpline {
 namespace {
 
 TEST(MainController, SaveQuestionInItsThreePlaces) {
+  using Answers = std::deque<MessageAnswer>;
+  const Answers yes{MessageAnswer::kYes};
   const struct {
     std::string name;
-    bool changed;
-    std::deque<MessageAnswer> answers;
-    std::deque<std::string> saves;  // chosen in the save dialog, which is cancelled afterwards
-    bool goes_on;
+    bool changed, goes_on;
+    Answers answers;
+    std::deque<const char*> saves;  // chosen in the save dialog, which is cancelled afterwards
   } cases[] = {
-      {"nothing changed", false, {}, {}, true},
-      {"yes, saved", true, {MessageAnswer::kYes}, {"a.wlt"}, true},
-      {"yes, dialog cancelled", true, {MessageAnswer::kYes}, {}, false},
-      {"yes, not written", true, {MessageAnswer::kYes}, {"no such folder/a.wlt"}, false},
-      {"yes, but only the registers", true, {MessageAnswer::kYes}, {"a.wlr"}, false},
-      {"no", true, {MessageAnswer::kNo}, {}, true},
-      {"cancel", true, {MessageAnswer::kCancel}, {}, false},
+      {"nothing changed", false, true, {}, {}},
+      {"yes, saved", true, true, yes, {"a.wlt"}},
+      {"yes, dialog cancelled", true, false, yes, {}},
+      {"yes, not written", true, false, yes, {"no such folder/a.wlt"}},
+      {"yes, but only the registers", true, false, yes, {"a.wlr"}},
+      {"no", true, true, {MessageAnswer::kNo}, {}},
+      {"cancel", true, false, {MessageAnswer::kCancel}, {}},
   };
-  const struct {
-    std::string name;
-    std::function<bool(ControllerRig&)> goes_on;  // runs the command
-  } places[] = {
-      {"screen type",
-       [](ControllerRig& rig) {
-         rig.controller.SelectScreenType(2);
-         return rig.global.Correction.ScreenType == 2;
-       }},
-      {"open",
-       [](ControllerRig& rig) {
-         rig.view.opens.push_back(rig.temp / "sphere.wlt");
-         rig.controller.Open();
-         return rig.global.CurrentFile == rig.temp / "sphere.wlt";
-       }},
-      {"close", [](ControllerRig& rig) { return rig.controller.Close(3, 4); }},
+  const auto select = [](ControllerRig& rig) {
+    rig.controller.SelectScreenType(2);
+    return rig.global.Correction.ScreenType == 2;
   };
-  for (const auto& place : places) {
+  const auto open = [](ControllerRig& rig) {
+    rig.view.opens.push_back(rig.temp / "sphere.wlt");
+    rig.controller.Open();
+    return rig.global.CurrentFile == rig.temp / "sphere.wlt";
+  };
+  const auto close = [](ControllerRig& rig) { return rig.controller.Close(3, 4); };
+  const std::pair<std::string, bool (*)(ControllerRig&)> places[] = {
+      {"screen type", select}, {"open", open}, {"close", close}};
+  for (const auto& [place, run] : places) {
     for (const auto& row : cases) {
-      SCOPED_TRACE(place.name + ": " + row.name);
+      SCOPED_TRACE(place + ": " + row.name);
       ControllerRig rig;
       rig.WriteSphere();
       if (row.changed) rig.controller.MoveSlider(1, 40);
       const CorrectionData before = rig.global.Correction;
       rig.display.answers = row.answers;
-      for (const std::string& save : row.saves) rig.view.saves.push_back(rig.temp / save);
-      EXPECT_EQ(place.goes_on(rig), row.goes_on);
+      for (const char* save : row.saves) rig.view.saves.push_back(rig.temp / save);
+      EXPECT_EQ(run(rig), row.goes_on);
       EXPECT_EQ(rig.display.answers.size(), 0U);
-      const bool dropped = place.name == "close" && row.name == "no";
+      const bool dropped = place == "close" && row.name == "no";
       EXPECT_EQ(rig.controller.HasUnsavedChanges(), !row.goes_on || dropped);
       EXPECT_EQ(rig.window_busy.depth, 0);
       if (row.goes_on) continue;
@@ -69,49 +57,36 @@ TEST(MainController, SaveQuestionInItsThreePlaces) {
 
 TEST(MainController, OpenedCorrectionIsCurrentAndSent) {
   ControllerRig rig;
-  rig.TurnRealTime(false);
-  const fs::path sphere = rig.WriteSphere();
-  rig.view.opens.push_back(sphere);
+  rig.global.Settings.AutoApply = 0;
+  rig.view.opens.push_back(rig.WriteSphere());
   rig.controller.Open();
   EXPECT_EQ(rig.global.Correction.ScreenType, 2);
   EXPECT_EQ(rig.H().Distortion, 25);
   EXPECT_EQ(rig.global.SecondCopy[kHorizontal].Distortion, 25);
   EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 - sphere.wlt");
   EXPECT_FALSE(rig.controller.HasUnsavedChanges());
-  EXPECT_EQ(rig.Commands(), kApplyCommands);
+  rig.ExpectApplied(true);
   EXPECT_EQ(rig.window_busy.depth, 0);
 
   rig.controller.Open();  // cancelled
-  EXPECT_EQ(rig.view.folders.at(0), rig.DataFolderPath());
-  EXPECT_TRUE(fs::is_directory(rig.DataFolderPath()));
+  EXPECT_EQ(rig.view.folders.at(0), DataFolder(rig.temp.Path()));
+  EXPECT_TRUE(fs::is_directory(DataFolder(rig.temp.Path())));
   EXPECT_EQ(rig.view.folders.at(1), rig.temp.Path());
   EXPECT_TRUE(rig.library.calls.empty());
 }
 
 TEST(MainController, RefusedFileChangesNothing) {
+  const std::string data = "[Warpline Tool Data File 3.0]\r\n";
+  const std::string registers = "[Warpline Register File]\r\n";
   const struct {
-    std::string name;
-    std::string file;
-    std::string text;
-    std::vector<std::string> messages;
+    const char *name, *file;
+    std::string text, message;
   } cases[] = {
-      {"no header", "a.wlt", "ScreenType=3\r\n", {"The file format is corrupted."}},
-      {"bad value",
-       "a.txt",
-       "[Warpline Tool Data File 3.0]\r\nScreenType=9\r\n",
-       {"The parameter value is not correct."}},
-      {"digits that do not fit",
-       "a.wlt",
-       "[Warpline Tool Data File 3.0]\r\nScreenType=99999\r\n",
-       {"[1] " + TextOf(LSSglobal{}, kMsgWrongValue)}},
-      {"register file without header",
-       "a.WLR",
-       "h_scroll=0000\r\n",
-       {"The file format is corrupted."}},
-      {"register file too short",
-       "a.wlr",
-       "[Warpline Register File]\r\nh_scroll=0000\r\n",
-       {"The parameter value is not correct."}},
+      {"no header", "a.wlt", "ScreenType=3\r\n", "The file format is corrupted."},
+      {"bad value", "a.txt", data + "ScreenType=9", "The parameter value is not correct."},
+      {"digits that do not fit", "a.wlt", data + "ScreenType=99999", "[1] Wrong value."},
+      {"registers without header", "a.WLR", "h_scroll=0000", "The file format is corrupted."},
+      {"lacking", "a.wlr", registers + "h_scroll=0000", "The parameter value is not correct."},
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
@@ -123,7 +98,7 @@ TEST(MainController, RefusedFileChangesNothing) {
     EXPECT_EQ(rig.global.Correction, before);
     EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 - mine.wlt");
     EXPECT_TRUE(rig.controller.HasUnsavedChanges());
-    EXPECT_EQ(rig.display.Texts(), row.messages);
+    EXPECT_EQ(rig.display.Texts(), Texts{row.message});
     EXPECT_TRUE(rig.library.calls.empty());
     EXPECT_EQ(rig.window_busy.depth, 0);
   }
@@ -133,7 +108,7 @@ TEST(MainController, RegisterFileIsSentAndLeavesTheModel) {
   ControllerRig rig;
   rig.V().Distortion = 40;
   rig.controller.Apply();
-  const std::vector<std::string> applied = rig.Frames();
+  const Texts applied = rig.Frames();
   rig.view.saves.push_back(rig.temp / "set.WlR");
   EXPECT_TRUE(rig.controller.SaveAs());
   EXPECT_TRUE(rig.global.CurrentFile.empty());
@@ -151,8 +126,8 @@ TEST(MainController, RegisterFileIsSentAndLeavesTheModel) {
 
 TEST(MainController, SaveNamesTheCurrentFile) {
   const struct {
-    std::string name;
-    std::vector<std::string> choices;
+    const char* name;
+    Texts choices;
     std::string current;  // afterwards; empty: not saved
   } cases[] = {
       {"as it is", {"b.wlt"}, "b.wlt"},
@@ -175,8 +150,7 @@ TEST(MainController, SaveNamesTheCurrentFile) {
     EXPECT_EQ(rig.global.CurrentFile, saved ? rig.temp / row.current : fs::path());
     EXPECT_EQ(TempFolder::Read(rig.temp / "taken.wlt") == "old", row.current != "taken.wlt");
     if (!saved) continue;
-    LSSglobal other;
-    LSSfile reader(other, rig.messages);
+    LSSfile reader(rig.global, rig.messages);
     ASSERT_TRUE(reader.OpenDataFile(rig.temp / row.current, kTypeWlt));
     EXPECT_EQ(reader.Staging(), rig.global.Correction);
 
@@ -187,25 +161,21 @@ TEST(MainController, SaveNamesTheCurrentFile) {
   }
 }
 
-TEST(MainController, TakenNameIsOfferedInTheDialog) {
+TEST(MainController, SaveThatFailsOrIsGivenUpKeepsTheCurrentFile) {
   ControllerRig rig;
   rig.temp.Write("taken.wlt", "old");
   rig.global.CurrentFile = rig.temp / "mine.wlt";
+  rig.V().Distortion = 40;
   rig.view.saves.push_back(rig.temp / "taken");
   EXPECT_FALSE(rig.controller.SaveAs());
   EXPECT_EQ(rig.view.offered,
             (std::vector<fs::path>{rig.temp / "mine.wlt", rig.temp / "taken.wlt"}));
-}
-
-TEST(MainController, FailedSaveKeepsTheCurrentFile) {
-  ControllerRig rig;
-  rig.global.CurrentFile = rig.temp / "mine.wlt";
-  rig.V().Distortion = 40;
+  EXPECT_TRUE(rig.display.messages.empty());
   rig.view.saves.push_back(rig.temp / "none" / "b.wlt");
   EXPECT_FALSE(rig.controller.SaveAs());
+  EXPECT_EQ(rig.display.messages.size(), 1U);
   EXPECT_EQ(rig.global.CurrentFile, rig.temp / "mine.wlt");
   EXPECT_TRUE(rig.controller.HasUnsavedChanges());
-  EXPECT_EQ(rig.display.messages.size(), 1U);
 }
 
 TEST(MainController, SettingsOfTheWindowAreKeptWhenItCloses) {

@@ -30,30 +30,22 @@ struct Sequence {
 };
 
 const std::vector<Sequence>& Sequences() {
-  static const Calls kShow{"021A0000020201", "01DF0000020000", "01DF0000120200", "01DF0000140300",
-                           "01DF0000051000", "01DF0000051100", "01DF0000020100"};
-  static const Calls kStoreFrames{"00850000010086", "01DF0000021200", "01DE0000020100"};
-  static const Calls kBlockFrames{"00850000010086", "01FC00061D0060", "01DE0000020100"};
+  using C = ProjectorCommands;
+  static const Calls show{"021A0000020201", "01DF0000020000", "01DF0000120200", "01DF0000140300",
+                          "01DF0000051000", "01DF0000051100", "01DF0000020100"};
+  static const Calls store{"00850000010086", "01DF0000021200", "01DE0000020100"};
+  static const Calls block{"00850000010086", "01FC00061D0060", "01DE0000020100"};
+  static const Calls clear{"021A0000020201", "01DF0000020000", "01DF0000020100"};
+  static const Calls mode{"01DE0000020200"}, query{"01DE0000020100"};
+  static const Calls switch_input{"timeout 3000", "status", "input 7"};
   static const std::vector<Sequence> rows{
-      {"Apply", 5, [](ProjectorCommands& c) { return c.Apply(); }, kShow, {}},
-      {"Store, class 5", 5, [](ProjectorCommands& c) { return c.Store(); }, kStoreFrames, {}},
-      {"Store, class 4", 4, [](ProjectorCommands& c) { return c.Store(); }, kBlockFrames, {}},
-      {"Initialize",
-       5,
-       [](ProjectorCommands& c) { return c.Initialize(); },
-       {"021A0000020201", "01DF0000020000", "01DF0000020100"},
-       {}},
-      {"SendRegisters", 5, [](ProjectorCommands& c) { return c.SendRegisters(); }, kShow, {}},
-      {"SetMode",
-       5,
-       [](ProjectorCommands& c) { return c.SetMode(2); },
-       {"01DE0000020200"},
-       {"timeout 3000", "status", "input 7"}},
-      {"ReadMode",
-       5,
-       [](ProjectorCommands& c) { return c.ReadMode().has_value(); },
-       {"01DE0000020100"},
-       {}},
+      {"Apply", 5, [](C& c) { return c.Apply(); }, show, {}},
+      {"Store, class 5", 5, [](C& c) { return c.Store(); }, store, {}},
+      {"Store, class 4", 4, [](C& c) { return c.Store(); }, block, {}},
+      {"Initialize", 5, [](C& c) { return c.Initialize(); }, clear, {}},
+      {"SendRegisters", 5, [](C& c) { return c.SendRegisters(); }, show, {}},
+      {"SetMode", 5, [](C& c) { return c.SetMode(2); }, mode, switch_input},
+      {"ReadMode", 5, [](C& c) { return c.ReadMode().has_value(); }, query, {}},
   };
   return rows;
 }
@@ -92,48 +84,20 @@ TEST(ProjectorCommands, EachSequenceMakesItsCallsInOrder) {
   }
 }
 
-struct Failure {
-  std::int32_t code;
-  int number;
-};
+// A result of the library, and the message for it.
+using Failures = std::vector<std::pair<std::int32_t, int>>;
 
-struct OperationRow {
-  const char* call;  // how its calls begin
-  std::vector<Failure> failures;
-};
-
-const std::vector<OperationRow>& Operations() {
-  static const std::vector<Failure> kExchangeFailures{{-1, 137}, {-2, 138}, {-3, 139},  {-4, 140},
-                                                      {-5, 141}, {-6, 142}, {-99, 142}, {1, 142}};
-  static const std::vector<OperationRow> rows{
-      {"open",
-       {{-1, 128},
-        {-2, 120},
-        {-3, 121},
-        {-4, 122},
-        {-5, 123},
-        {-6, 124},
-        {-7, 125},
-        {-8, 126},
-        {-9, 127},
-        {-99, 133},
-        {-10, 128}}},
-      {"close", {{-1, 134}, {-2, 135}, {-3, 136}, {1, 136}}},
-      {"timeout", {{-1, 140}, {-2, 140}, {-5, 140}, {-99, 140}}},
-      {"running", kExchangeFailures},
-      {"panel", kExchangeFailures},
-      {"status", kExchangeFailures},
-      {"input", kExchangeFailures},
-      {"send", kExchangeFailures},
-  };
-  return rows;
-}
-
-const std::vector<Failure>& FailuresOf(const std::string& call) {
-  const auto row =
-      std::find_if(Operations().begin(), Operations().end(),
-                   [&](const OperationRow& each) { return call.starts_with(each.call); });
-  return row->failures;
+// By how a call begins.
+const Failures& FailuresOf(const std::string& call) {
+  static const Failures open{{-1, 128}, {-2, 120}, {-3, 121}, {-4, 122},  {-5, 123}, {-6, 124},
+                             {-7, 125}, {-8, 126}, {-9, 127}, {-99, 133}, {-10, 128}};
+  static const Failures close{{-1, 134}, {-2, 135}, {-3, 136}, {1, 136}};
+  static const Failures time_out{{-1, 140}, {-2, 140}, {-5, 140}, {-99, 140}};
+  static const Failures exchange{{-1, 137}, {-2, 138}, {-3, 139},  {-4, 140},
+                                 {-5, 141}, {-6, 142}, {-99, 142}, {1, 142}};
+  if (call.starts_with("open")) return open;
+  if (call.starts_with("close")) return close;
+  return call.starts_with("timeout") ? time_out : exchange;
 }
 
 // What happened must be the good calls up to the failing one, then nothing but closing, with one
@@ -154,18 +118,17 @@ TEST(ProjectorCommands, EachFailureOfEachCallStopsWithItsMessage) {
   for (const Sequence& sequence : Sequences()) {
     const Calls good = GoodCalls(sequence);
     for (std::size_t failing = 0; failing < good.size(); ++failing) {
-      for (const Failure& failure : FailuresOf(good[failing])) {
+      for (const auto& [code, number] : FailuresOf(good[failing])) {
         SCOPED_TRACE(std::string(sequence.name) + ", call " + std::to_string(failing) + " (" +
-                     good[failing].substr(0, 19) + ") gives " + std::to_string(failure.code));
+                     good[failing].substr(0, 19) + ") gives " + std::to_string(code));
         Rig rig;
         rig.library.model_class = sequence.model_class;
-        rig.library.results[failing] = failure.code;
+        rig.library.results[failing] = code;
         EXPECT_FALSE(sequence.run(rig.commands));
         // A projector that does not know the model-class query keeps silent.
-        const bool unknown_model = good[failing] == "send 00850000010086" && failure.code == -3;
-        ExpectStopped(
-            rig, good, failing,
-            unknown_model ? rig.ErrorText(74, 1) : rig.ErrorText(failure.number, failure.code));
+        const bool unknown_model = good[failing] == "send 00850000010086" && code == -3;
+        ExpectStopped(rig, good, failing,
+                      unknown_model ? rig.ErrorText(74, 1) : rig.ErrorText(number, code));
       }
     }
   }
@@ -174,10 +137,8 @@ TEST(ProjectorCommands, EachFailureOfEachCallStopsWithItsMessage) {
 struct ReplyRow {
   const char* name;
   Frame reply;
-  int code;          // of the box that a data command shows
-  int number;        // the same
-  int probe_code;    // of the box that the probe shows
-  int probe_number;  // the same
+  int code, number;              // of the box that a data command shows
+  int probe_code, probe_number;  // of the box that the probe shows
 };
 
 TEST(ProjectorCommands, EachBadReplyStopsWithItsMessage) {
@@ -211,24 +172,18 @@ TEST(ProjectorCommands, EachBadReplyStopsWithItsMessage) {
   }
 }
 
-TEST(ProjectorCommands, MissingLibraryIsSaidOnce) {
+TEST(ProjectorCommands, MissingLibraryIsSaidOnceAndNotMissedInDemoMode) {
   for (const Sequence& sequence : Sequences()) {
-    Rig rig;
-    rig.library_there = false;
-    EXPECT_FALSE(sequence.run(rig.commands)) << sequence.name;
-    EXPECT_EQ(rig.display.Texts(), Calls{TextOf(rig.global, 85)}) << sequence.name;
-    EXPECT_TRUE(rig.library.calls.empty()) << sequence.name;
-    EXPECT_EQ(rig.busy.depth, 0) << sequence.name;
-  }
-}
-
-TEST(ProjectorCommands, DemoModeOpensNothing) {
-  for (const Sequence& sequence : Sequences()) {
-    Rig rig;
-    rig.global.Settings.DemoMode = 1;
-    rig.library_there = false;
-    EXPECT_TRUE(sequence.run(rig.commands)) << sequence.name;
-    EXPECT_TRUE(rig.display.messages.empty()) << sequence.name;
+    for (const std::int16_t demo : {std::int16_t{0}, std::int16_t{1}}) {
+      Rig rig;
+      rig.global.Settings.DemoMode = demo;
+      rig.library_there = false;
+      EXPECT_EQ(sequence.run(rig.commands), demo == 1) << sequence.name;
+      const Calls said = demo == 1 ? Calls{} : Calls{TextOf(rig.global, 85)};
+      EXPECT_EQ(rig.display.Texts(), said) << sequence.name;
+      EXPECT_TRUE(rig.library.calls.empty()) << sequence.name;
+      EXPECT_EQ(rig.busy.depth, 0) << sequence.name;
+    }
   }
 }
 
@@ -280,28 +235,21 @@ TEST(ProjectorCommands, ModeIsRecordedWhenTheProjectorTookIt) {
 }
 
 TEST(ProjectorCommands, FaultsCloseTheLinkAndAreReported) {
-  struct Case {
-    const char* name;
-    PJPcViewerInformation panel;
-    const char* code;
+  constexpr std::pair<PJPcViewerInformation, const char*> kCases[] = {
+      {{1024, 2050}, "[2] "},  // more lines than a profile has
+      {{0, 0}, "[2] "},       {{-1024, -768}, "[2] "}, {{1, 1}, "[3] "}, {{99999, 99999}, "[2] "},
   };
-  constexpr Case kCases[] = {
-      {"more lines than a profile has", {1024, 2050}, "[2] "},
-      {"no panel", {0, 0}, "[2] "},
-      {"negative panel", {-1024, -768}, "[2] "},
-      {"one pixel", {1, 1}, "[3] "},
-      {"width beyond its 16 bits", {99999, 99999}, "[2] "},
-  };
-  for (const Case& each : kCases) {
+  for (const auto& [panel, code] : kCases) {
+    SCOPED_TRACE(panel.PanelHeight);
     for (const auto run : {&ProjectorCommands::Apply, &ProjectorCommands::Store}) {
       Rig rig;
-      rig.library.panel = each.panel;
-      EXPECT_FALSE((rig.commands.*run)()) << each.name;
-      EXPECT_EQ(rig.display.Texts(), Calls{each.code + TextOf(rig.global, 80)}) << each.name;
-      EXPECT_EQ(rig.library.calls.size(), 6u) << each.name;
-      EXPECT_EQ(rig.library.calls.back(), "close") << each.name;
-      EXPECT_EQ(rig.global.SecondCopy, rig.global.Correction.Axes) << each.name;
-      EXPECT_EQ(rig.busy.depth, 0) << each.name;
+      rig.library.panel = panel;
+      EXPECT_FALSE((rig.commands.*run)());
+      EXPECT_EQ(rig.display.Texts(), Calls{code + TextOf(rig.global, 80)});
+      EXPECT_EQ(rig.library.calls.size(), 6u);
+      EXPECT_EQ(rig.library.calls.back(), "close");
+      EXPECT_EQ(rig.global.SecondCopy, rig.global.Correction.Axes);
+      EXPECT_EQ(rig.busy.depth, 0);
     }
   }
 }
@@ -314,24 +262,26 @@ TEST(ProjectorCommands, RegistersAreBuiltForTheReportedPanel) {
 }
 
 TEST(ProjectorCommands, IncompleteRegisterTextsAreNotSent) {
-  Rig half;
-  half.global.Registers[kVertical][kScroll] = "00";
-  EXPECT_FALSE(half.commands.SendRegisters());
-  EXPECT_TRUE(half.library.calls.empty());
-  EXPECT_EQ(half.display.Texts(), Calls{TextOf(half.global, 198)});
-
-  Rig other_panel;
-  other_panel.library.panel = {24, 18};
-  EXPECT_FALSE(other_panel.commands.SendRegisters());
-  EXPECT_EQ(other_panel.library.calls.size(), 6u);
-  EXPECT_EQ(other_panel.library.calls.back(), "close");
-  EXPECT_EQ(other_panel.display.Texts(), Calls{TextOf(other_panel.global, 198)});
-
-  Rig no_character;
-  no_character.global.Registers[kVertical][kScroll] = "00G0";
-  EXPECT_FALSE(no_character.commands.SendRegisters());
-  EXPECT_EQ(no_character.library.calls.back(), "close");
-  EXPECT_EQ(no_character.display.Texts(), Calls{"[3] " + TextOf(no_character.global, 80)});
+  const std::string length = "The length of parameter is not correct.";
+  const struct {
+    const char* scroll;
+    PJPcViewerInformation panel;
+    std::size_t calls;
+    std::string message;
+  } rows[] = {
+      {"00", {16, 12}, 0, length},
+      {"0000", {24, 18}, 6, length},
+      {"00G0", {16, 12}, 15, "[3] Wrong value."},
+  };
+  for (const auto& row : rows) {
+    Rig rig;
+    rig.global.Registers[kVertical][kScroll] = row.scroll;
+    rig.library.panel = row.panel;
+    EXPECT_FALSE(rig.commands.SendRegisters()) << row.scroll;
+    EXPECT_EQ(rig.display.Texts(), Calls{row.message});
+    ASSERT_EQ(rig.library.calls.size(), row.calls) << row.scroll;
+    EXPECT_TRUE(row.calls == 0 || rig.library.calls.back() == "close") << row.scroll;
+  }
 }
 
 }  // namespace
