@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "cli/run_command_line.h"
+#include "tests/support/temp_folder.h"
 
 // Runs the command line in process and keeps what it said.
 
 namespace warpline {
+
+using Words = std::vector<std::string>;
 
 struct CliResult {
   int exit_code = 0;
@@ -19,13 +19,24 @@ struct CliResult {
   std::string err;
 };
 
-inline CliResult RunCli(const std::vector<std::string>& words, const std::string& language = "en") {
-  std::vector<std::string> all = words;
+inline CliResult RunCli(const Words& words, const std::string& language = "en") {
+  Words all = words;
   all.insert(all.end(), {"--language", language});
   std::ostringstream out;
   std::ostringstream err;
   const int exit_code = RunCommandLine(all, out, err);
   return {exit_code, out.str(), err.str()};
+}
+
+inline Words LinesOf(const std::string& text) {
+  std::istringstream stream(text);
+  Words lines;
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+inline bool Holds(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
 }
 
 inline std::ostream& operator<<(std::ostream& stream, const CliResult& result) {
@@ -41,5 +52,16 @@ inline constexpr const char* kBentFile =
     "OpticalH=-32\r\nOpticalV=-20\r\nCorrePointNumH=3\r\nCorreInterpH=2\r\n"
     "CorreDataPtsX00H=0\r\nCorreDataPtsY00H=800000\r\nCorreDataPtsX01H=500000\r\n"
     "CorreDataPtsY01H=1000000\r\nCorreDataPtsX02H=1000000\r\nCorreDataPtsY02H=800000\r\n";
+
+// A folder for the files of a test, and their names in it.
+class FilesTest : public testing::Test {
+ protected:
+  std::string Put(const char* name, const std::string& text) const {
+    return folder_.Write(name, text).string();
+  }
+  std::string Name(const char* name) const { return (folder_ / name).string(); }
+
+  TempFolder folder_;
+};
 
 }  // namespace warpline

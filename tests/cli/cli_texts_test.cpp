@@ -1,12 +1,9 @@
 #include "cli/cli_texts.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <set>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "tests/cli/cli_run.h"
 
 namespace warpline {
 namespace {
@@ -19,32 +16,21 @@ std::multiset<std::string> PlacesOf(const std::string& text) {
   return places;
 }
 
-std::vector<std::string> KeysOf(int language) {
-  std::istringstream stream{std::string(CliTextFile(language))};
-  std::vector<std::string> keys;
-  for (std::string line; std::getline(stream, line);)
-    keys.push_back(line.substr(0, line.find(':')));
-  return keys;
-}
-
-TEST(CliTexts, BothFilesHoldEveryKeyOnceAndNoOther) {
-  std::vector<std::string> expected(kCliTextKeys.begin(), kCliTextKeys.end());
+TEST(CliTexts, BothFilesHoldEveryKeyOnceAndSayTheSame) {
+  Words expected(kCliTextKeys.begin(), kCliTextKeys.end());
   std::sort(expected.begin(), expected.end());
   for (const int language : {0, 1}) {
-    std::vector<std::string> keys = KeysOf(language);
+    Words keys = LinesOf(std::string(CliTextFile(language)));
+    for (std::string& key : keys) key = key.substr(0, key.find(':'));
     std::sort(keys.begin(), keys.end());
     EXPECT_EQ(keys, expected) << "language " << language;
   }
-}
-
-TEST(CliTexts, LanguagesSayTheSame) {
-  const CliTexts& english = CliTextsOf(0);
-  const CliTexts& japanese = CliTextsOf(1);
   for (std::size_t i = 0; i < kCliTextKeys.size(); ++i) {
-    const auto key = static_cast<CliText>(i);
-    EXPECT_FALSE(english[key].empty()) << kCliTextKeys[i];
-    EXPECT_FALSE(japanese[key].empty()) << kCliTextKeys[i];
-    EXPECT_EQ(PlacesOf(english[key]), PlacesOf(japanese[key])) << kCliTextKeys[i];
+    const std::string& english = CliTextsOf(0)[static_cast<CliText>(i)];
+    const std::string& japanese = CliTextsOf(1)[static_cast<CliText>(i)];
+    EXPECT_FALSE(english.empty()) << kCliTextKeys[i];
+    EXPECT_FALSE(japanese.empty()) << kCliTextKeys[i];
+    EXPECT_EQ(PlacesOf(english), PlacesOf(japanese)) << kCliTextKeys[i];
   }
 }
 

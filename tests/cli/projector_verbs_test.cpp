@@ -1,16 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
-#include "sim/server.h"
-#include "sim/station.h"
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/projector_server.h"
 
 // The whole way: the command line, the stand-in library loaded from the program's folder, TCP, the
 // simulated projector.
@@ -18,27 +8,19 @@
 namespace warpline {
 namespace {
 
-class ProjectorVerbsTest : public testing::Test {
+class ProjectorVerbsTest : public FilesTest {
  protected:
   // A projector with these fault rules, and its address.
-  std::string Start(const std::vector<std::string>& rules = {}, int model_class = 5) {
-    sim::StationSetup setup;
+  std::string Start(const Words& rules = {}, int model_class = 5) {
+    sim::StationSetup setup{.Faults = FaultRules(rules), .State = folder_ / "state.json"};
     setup.Projector.ModelClass = model_class;
-    setup.State = folder_ / "state.json";
-    std::string reason;
-    for (const std::string& rule : rules) {
-      setup.Faults.push_back(sim::ParseFaultRule(rule, reason).value());
-    }
-    server_.reset();  // its threads use the station
-    station_ = std::make_unique<sim::Station>(setup);
-    server_ = std::make_unique<sim::Server>(*station_);
-    EXPECT_TRUE(server_->Listen(sim::Endpoint{}, reason)) << reason;
-    return sim::TextOf(server_->Where());
+    projector_.emplace(setup);
+    return projector_->Place();
   }
 
-  std::string Put(const char* name, const char* text) const {
-    return folder_.Write(name, text).string();
-  }
+  sim::StationSnapshot Snapshot() const { return projector_->Snapshot(); }
+
+  CliResult Verify() const { return RunCli({"verify", bent_, "--state", Name("state.json")}); }
 
   void WriteSettings(const std::string& text) const {
     const std::filesystem::path folder =
@@ -47,45 +29,36 @@ class ProjectorVerbsTest : public testing::Test {
     std::ofstream(folder / "WarplineTool.ini") << text;
   }
 
-  TempFolder folder_;
   OwnSettings settings_{folder_.Path()};
-  std::unique_ptr<sim::Station> station_;
-  std::unique_ptr<sim::Server> server_;
+  const std::string bent_ = Put("bent.wlt", kBentFile);
+  std::optional<ProjectorServer> projector_;
 };
 
 TEST_F(ProjectorVerbsTest, ApplyShowsWhatWasMeant) {
   const std::string address = Start();
-  const std::string bent = Put("bent.wlt", kBentFile);
-  const CliResult applied = RunCli({"apply", bent, "--lan", address});
+  const CliResult applied = RunCli({"apply", bent_, "--lan", address});
   EXPECT_EQ(applied.exit_code, 0) << applied;
   EXPECT_EQ(applied.out + applied.err, "");
-  const CliResult verified = RunCli({"verify", bent, "--state", (folder_ / "state.json").string()});
+  const CliResult verified = Verify();
   EXPECT_EQ(verified.exit_code, 0) << verified;
-  EXPECT_NE(verified.out.find("agrees"), std::string::npos) << verified.out;
-  EXPECT_EQ(station_->Snapshot().Count.Stores, 0U);
+  EXPECT_TRUE(Holds(verified.out, "agrees")) << verified.out;
+  EXPECT_EQ(Snapshot().Count.Stores, 0U);
 
   EXPECT_EQ(RunCli({"initialize", "--lan", address}).exit_code, 0);
-  EXPECT_EQ(RunCli({"verify", bent, "--state", (folder_ / "state.json").string()}).exit_code, 1);
-}
-
-TEST_F(ProjectorVerbsTest, ARegisterFileShowsTheSame) {
-  const std::string address = Start();
-  const std::string bent = Put("bent.wlt", kBentFile);
-  const std::string registers = (folder_ / "bent.WLR").string();
-  ASSERT_EQ(RunCli({"registers", bent, "-o", registers}).exit_code, 0);
-  EXPECT_EQ(RunCli({"apply", registers, "--lan", address}).exit_code, 0);
-  EXPECT_EQ(RunCli({"verify", bent, "--state", (folder_ / "state.json").string()}).exit_code, 0);
+  EXPECT_EQ(Verify().exit_code, 1);
+  ASSERT_EQ(RunCli({"registers", bent_, "-o", Name("bent.WLR")}).exit_code, 0);
+  EXPECT_EQ(RunCli({"apply", Name("bent.WLR"), "--lan", address}).exit_code, 0);
+  EXPECT_EQ(Verify().exit_code, 0) << "a register file shows the same";
 }
 
 TEST_F(ProjectorVerbsTest, StoreKeepsAndSetsTheMode) {
   for (const int model_class : {3, 4, 5}) {
     const std::string address = Start({}, model_class);
-    const std::string bent = Put("bent.wlt", kBentFile);
-    ASSERT_EQ(RunCli({"apply", bent, "--lan", address}).exit_code, 0) << model_class;
-    const CliResult stored = RunCli({"store", bent, "--lan", address});
+    ASSERT_EQ(RunCli({"apply", bent_, "--lan", address}).exit_code, 0) << model_class;
+    const CliResult stored = RunCli({"store", bent_, "--lan", address});
     EXPECT_EQ(stored.exit_code, 0) << model_class << stored;
-    EXPECT_EQ(station_->Snapshot().Count.Stores, 1U) << model_class;
-    EXPECT_EQ(station_->Snapshot().Stored, station_->Snapshot().Working) << model_class;
+    EXPECT_EQ(Snapshot().Count.Stores, 1U) << model_class;
+    EXPECT_EQ(Snapshot().Stored, Snapshot().Working) << model_class;
   }
 }
 
@@ -96,74 +69,64 @@ TEST_F(ProjectorVerbsTest, ModeIsSetAndPrinted) {
     const CliResult set = RunCli({"mode", wanted, "--lan", address});
     EXPECT_EQ(set.exit_code, 0) << wanted << set;
     EXPECT_EQ(set.out, "") << wanted;
-    EXPECT_EQ(std::to_string(station_->Snapshot().Mode), wanted);
+    EXPECT_EQ(std::to_string(Snapshot().Mode), wanted);
     EXPECT_EQ(RunCli({"mode", "--lan", address}).out, printed);
   }
 }
 
-struct FailureRow {
-  const char* rule;
-  const char* english;
-  const char* japanese_error;
-};
-
-constexpr FailureRow kFailureRows[] = {
-    {"kind=any:timeout", "There is no projector response.  Error : -3", "Error : -3"},
-    {"kind=prepare:timeout", "There is no projector response.  Error : -3", "Error : -3"},
-    {"kind=2:checksum", "A receive error has occurred.  Error : -5", "Error : -5"},
-    {"kind=1:cutmid", "A receive error has occurred.  Error : -5", "Error : -5"},
-    {"kind=17:refuse", "The projector has failed in command execution.  Error : 2", "Error : 2"},
-};
-
 TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
-  for (const FailureRow& row : kFailureRows) {
-    const std::string address = Start({row.rule});
-    const std::string bent = Put("bent.wlt", kBentFile);
-    const CliResult result = RunCli({"apply", bent, "--lan", address, "--timeout", "500"});
-    EXPECT_EQ(result.exit_code, 1) << row.rule;
-    EXPECT_EQ(result.err, row.english + std::string("\n")) << row.rule;
-    const CliResult japanese = RunCli({"apply", bent, "--lan", address, "--timeout", "500"}, "ja");
-    EXPECT_EQ(japanese.exit_code, 1) << row.rule;
-    EXPECT_NE(japanese.err.find(row.japanese_error), std::string::npos) << japanese.err;
-    EXPECT_EQ(japanese.err.find("projector"), std::string::npos) << japanese.err;
+  const struct {
+    const char *rule, *text, *code;
+  } rows[] = {
+      {"kind=any:timeout", "There is no projector response.", "  Error : -3\n"},
+      {"kind=prepare:timeout", "There is no projector response.", "  Error : -3\n"},
+      {"kind=2:checksum", "A receive error has occurred.", "  Error : -5\n"},
+      {"kind=1:cutmid", "A receive error has occurred.", "  Error : -5\n"},
+      {"kind=17:refuse", "The projector has failed in command execution.", "  Error : 2\n"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.rule);
+    const Words words{"apply", bent_, "--lan", Start({row.rule}), "--timeout", "500"};
+    const CliResult english = RunCli(words);
+    EXPECT_EQ(english.exit_code, 1);
+    EXPECT_EQ(english.err, std::string(row.text) + row.code);
+    const CliResult japanese = RunCli(words, "ja");
+    EXPECT_EQ(japanese.exit_code, 1);
+    EXPECT_TRUE(japanese.err.ends_with(row.code)) << japanese.err;
+    EXPECT_FALSE(Holds(japanese.err, "projector")) << japanese.err;
   }
-}
-
-TEST_F(ProjectorVerbsTest, NobodyThere) {
   const std::string address = Start();
-  server_->Stop();
-  const CliResult result = RunCli({"mode", "--lan", address});
-  EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "Failure in the connection.  Error : -8\n");
-  EXPECT_EQ(result.out, "");
+  projector_->Stop();
+  const CliResult nobody = RunCli({"mode", "--lan", address});
+  EXPECT_EQ(nobody.exit_code, 1);
+  EXPECT_EQ(nobody.err, "Failure in the connection.  Error : -8\n");
+  EXPECT_EQ(nobody.out, "");
 }
 
 TEST_F(ProjectorVerbsTest, ConnectionOfTheSettings) {
   const std::string address = Start();
-  const std::size_t colon = address.rfind(':');
   const std::string own =
-      "[Warpline Tool 3.0]\nConnectDevice=1\nIPAddress=" + address.substr(0, colon) +
-      "\nLANPort=" + address.substr(colon + 1);
+      "[Warpline Tool 3.0]\nConnectDevice=1\nIPAddress=127.0.0.1\nLANPort=" + projector_->Port();
   WriteSettings(own + "\n");
   EXPECT_EQ(RunCli({"mode"}).out, "0\n");
 
   WriteSettings(own + "\nDemoMode=1\n");
-  const std::uint64_t links = station_->Snapshot().Links;
-  const CliResult demo = RunCli({"apply", Put("bent.wlt", kBentFile)});
+  const std::uint64_t links = Snapshot().Links;
+  const CliResult demo = RunCli({"apply", bent_});
   EXPECT_EQ(demo.exit_code, 0);
   EXPECT_EQ(demo.err, "Demo mode is on in the settings; nothing was sent.\n");
-  EXPECT_EQ(station_->Snapshot().Links, links);
+  EXPECT_EQ(Snapshot().Links, links);
   EXPECT_EQ(RunCli({"mode", "1", "--lan", address}).exit_code, 0);
-  EXPECT_EQ(station_->Snapshot().Links, links + 1) << "a connection by name is used in demo mode";
+  EXPECT_EQ(Snapshot().Links, links + 1) << "a connection by name is used in demo mode";
 }
 
 TEST_F(ProjectorVerbsTest, BadFilesAreFoundBeforeAnythingIsSent) {
   const std::string address = Start();
   for (const char* verb : {"apply", "store"}) {
     EXPECT_EQ(RunCli({verb, Put("notes.wlt", "nothing of ours"), "--lan", address}).exit_code, 1);
-    EXPECT_EQ(RunCli({verb, (folder_ / "gone.wlt").string(), "--lan", address}).exit_code, 1);
+    EXPECT_EQ(RunCli({verb, Name("gone.wlt"), "--lan", address}).exit_code, 1);
   }
-  EXPECT_EQ(station_->Snapshot().Links, 0U);
+  EXPECT_EQ(Snapshot().Links, 0U);
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
-#include <string>
 
 #include "core/system.h"
 #include "model/registers.h"
 #include "tests/cli/cli_run.h"
-#include "tests/support/temp_folder.h"
 
 namespace warpline {
 namespace {
@@ -19,15 +15,14 @@ constexpr const char* kKinkFile =
     "CorreDataPtsX00H=0\r\nCorreDataPtsY00H=750000\r\nCorreDataPtsX01H=500000\r\n"
     "CorreDataPtsY01H=1000000\r\nCorreDataPtsX02H=1000000\r\nCorreDataPtsY02H=750000\r\n";
 
-class VerifyTest : public testing::Test {
+class VerifyTest : public FilesTest {
  protected:
   // The state of a projector that shows a register file.
   nlohmann::json StateShowing(const std::string& correction) {
     const std::string panel = std::to_string(kPanel.Width) + "x" + std::to_string(kPanel.Height);
     const CliResult built = RunCli({"registers", correction, "--panel", panel});
     RegisterSet registers;
-    std::istringstream stream(built.out);
-    for (std::string line; std::getline(stream, line);) {
+    for (const std::string& line : LinesOf(built.out)) {
       const Axis axis = line.front() == 'h' ? kHorizontal : kVertical;
       for (std::size_t field = 0; field < kRegisterFieldCount; ++field) {
         if (line.find(kRegisterFields[field].name) == 2)
@@ -42,58 +37,53 @@ class VerifyTest : public testing::Test {
   }
 
   CliResult Verify(const std::string& correction, const std::string& state) {
-    const std::string path = folder_.Write("state.json", state).string();
-    return RunCli({"verify", correction, "--state", path});
+    return RunCli({"verify", correction, "--state", Put("state.json", state)});
   }
 
-  TempFolder folder_;
+  const std::string bent_ = Put("bent.wlt", kBentFile);
 };
 
 TEST_F(VerifyTest, AgreesWithWhatItsOwnRegistersShow) {
-  const std::string bent = folder_.Write("bent.wlt", kBentFile).string();
-  const CliResult result = Verify(bent, StateShowing(bent).dump());
+  const CliResult result = Verify(bent_, StateShowing(bent_).dump());
   EXPECT_EQ(result.exit_code, 0) << result;
   EXPECT_EQ(result.out.find("Spherical Screen: 123 bytes, 7 frames, largest difference H 0."), 0U)
       << result.out;
-  EXPECT_NE(result.out.find("; agrees\n"), std::string::npos) << result.out;
+  EXPECT_TRUE(Holds(result.out, "; agrees\n")) << result.out;
 }
 
 TEST_F(VerifyTest, TellsWhereTheEncodingCannotFollow) {
-  const std::string kink = folder_.Write("kink.wlt", kKinkFile).string();
+  const std::string kink = Put("kink.wlt", kKinkFile);
   const CliResult result = Verify(kink, StateShowing(kink).dump());
   EXPECT_EQ(result.exit_code, 0) << result;
-  EXPECT_NE(result.out.find("cannot follow the profile at H line "), std::string::npos)
-      << result.out;
+  EXPECT_TRUE(Holds(result.out, "cannot follow the profile at H line ")) << result.out;
   EXPECT_EQ(result.out.find("V line"), std::string::npos) << result.out;
 }
 
 TEST_F(VerifyTest, SeesOneWrongLine) {
-  const std::string bent = folder_.Write("bent.wlt", kBentFile).string();
-  nlohmann::json state = StateShowing(bent);
+  nlohmann::json state = StateShowing(bent_);
   state["line_scales"]["vertical"][40] = 65536;
-  const CliResult result = Verify(bent, state.dump());
+  const CliResult result = Verify(bent_, state.dump());
   EXPECT_EQ(result.exit_code, 1) << result;
-  EXPECT_NE(result.out.find("something else at V line 40"), std::string::npos) << result.out;
+  EXPECT_TRUE(Holds(result.out, "something else at V line 40")) << result.out;
 
-  const std::string flat = folder_.Write("flat.wlt", kFlatFile).string();
-  EXPECT_EQ(Verify(flat, StateShowing(bent).dump()).exit_code, 1);
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  EXPECT_EQ(Verify(flat, StateShowing(bent_).dump()).exit_code, 1);
 }
 
 TEST_F(VerifyTest, RefusesWhatIsNoState) {
-  const std::string bent = folder_.Write("bent.wlt", kBentFile).string();
-  nlohmann::json short_scales = StateShowing(bent);
+  nlohmann::json short_scales = StateShowing(bent_);
   short_scales["line_scales"]["horizontal"].erase(0);
-  nlohmann::json no_session = StateShowing(bent);
+  nlohmann::json no_session = StateShowing(bent_);
   no_session.erase("session");
-  nlohmann::json huge_panel = StateShowing(bent);
+  nlohmann::json huge_panel = StateShowing(bent_);
   huge_panel["panel"]["width"] = 1000000;
-  for (const std::string& text : {std::string(), std::string("{"), std::string("[1]"),
-                                  short_scales.dump(), no_session.dump(), huge_panel.dump()}) {
-    const CliResult result = Verify(bent, text);
+  for (const std::string& text :
+       Words{"", "{", "[1]", short_scales.dump(), no_session.dump(), huge_panel.dump()}) {
+    const CliResult result = Verify(bent_, text);
     EXPECT_EQ(result.exit_code, 1) << text.substr(0, 40);
-    EXPECT_NE(result.err.find("is not a state file"), std::string::npos) << result.err;
+    EXPECT_TRUE(Holds(result.err, "is not a state file")) << result.err;
   }
-  EXPECT_EQ(RunCli({"verify", bent, "--state", (folder_ / "gone.json").string()}).exit_code, 1);
+  EXPECT_EQ(RunCli({"verify", bent_, "--state", Name("gone.json")}).exit_code, 1);
 }
 
 }  // namespace

@@ -1,34 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
-#include <vector>
-
-#include "files/LSSfile.h"
 #include "tests/cli/cli_run.h"
-#include "tests/support/temp_folder.h"
 
 // The verbs that need no projector.
 
 namespace warpline {
 namespace {
 
-std::vector<std::string> LinesOf(const std::string& text) {
-  std::istringstream stream(text);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
-class WorkTest : public testing::Test {
- protected:
-  std::string Put(const char* name, const std::string& text) const {
-    return folder_.Write(name, text).string();
-  }
-  std::string Name(const char* name) const { return (folder_ / name).string(); }
-
-  TempFolder folder_;
-};
+using WorkTest = FilesTest;
 
 constexpr const char* kFlatRegisters =
     "[Warpline Register File]\n"
@@ -65,11 +42,11 @@ TEST_F(WorkTest, RegistersOfTheExampleStayWhatTheyWere) {
 
 TEST_F(WorkTest, ProfileHasOneLineEach) {
   const std::string flat = Put("flat.wlt", kFlatFile);
-  const std::vector<std::string> rows = LinesOf(RunCli({"profile", flat, "--axis", "h"}).out);
-  EXPECT_EQ(rows, std::vector<std::string>(768, "1024"));
-  const std::vector<std::string> columns =
+  const Words rows = LinesOf(RunCli({"profile", flat, "--axis", "h"}).out);
+  EXPECT_EQ(rows, Words(768, "1024"));
+  const Words columns =
       LinesOf(RunCli({"profile", flat, "--axis", "v", "--panel", "1920X1200"}).out);
-  EXPECT_EQ(columns, std::vector<std::string>(1920, "1200"));
+  EXPECT_EQ(columns, Words(1920, "1200"));
 }
 
 TEST_F(WorkTest, ProfileFollowsTheCurve) {
@@ -95,69 +72,46 @@ TEST_F(WorkTest, CurveOfBothKindsOfFile) {
   EXPECT_EQ(RunCli({"curve", shape, "--samples", "3"}).out, "0.75\n0.875\n1\n");
 }
 
-struct FramesRow {
-  const char* name;
-  std::vector<std::string> words;
-  std::vector<std::string> frames;
-};
-
 constexpr const char* kPrepare = "021A000002020121";
 constexpr const char* kClear = "01DF0000020000E2";
 constexpr const char* kShow = "01DF0000020100E3";
-constexpr const char* kHorizontal =
-    "01DF00001402001000"
-    "0000"
-    "0000"
-    "0080"
-    "00"
-    "E0"
-    "00"
-    "00000000000000"
-    "66";
-constexpr const char* kVertical =
-    "01DF00001403001000"
-    "0000"
-    "0000"
-    "0080"
-    "00"
-    "E0"
-    "00"
-    "00000000000000"
-    "67";
+constexpr const char* kHorizontal = "01DF0000140200100000000000008000E0000000000000000066";
+constexpr const char* kVertical = "01DF0000140300100000000000008000E0000000000000000067";
 constexpr const char* kModeOne = "01DE0000020100E2";
 
-const FramesRow kFramesRows[] = {
-    {"apply",
-     {"apply"},
-     {kPrepare, kClear, kHorizontal, kVertical, "01DF0000051000010000F6", "01DF0000051100010000F7",
-      kShow}},
-    {"store", {"store"}, {"01DF0000021200F4", kModeOne}},
-    {"the mode of a store is always 1", {"store", "--mode", "2"}, {"01DF0000021200F4", kModeOne}},
-    {"initialize", {"initialize"}, {kPrepare, kClear, kShow}},
-    {"numbers in their order", {"1,0"}, {kShow, kClear}},
-    {"mode 0", {"18"}, {"01DE0000020000E1"}},
-    {"mode 2", {"18", "--mode", "2"}, {"01DE0000020200E3"}},
-    {"mode query", {"19"}, {kModeOne}},
-};
-
 TEST_F(WorkTest, FramesOfEverySequence) {
+  const Words apply{
+      kPrepare, kClear, kHorizontal, kVertical, "01DF0000051000010000F6", "01DF0000051100010000F7",
+      kShow};
+  const Words store{"01DF0000021200F4", kModeOne};
+  const std::pair<Words, Words> rows[] = {
+      {{"apply"}, apply},
+      {{"store"}, store},
+      {{"store", "--mode", "2"}, store},  // always 1
+      {{"initialize"}, {kPrepare, kClear, kShow}},
+      {{"1,0"}, {kShow, kClear}},
+      {{"18"}, {"01DE0000020000E1"}},
+      {{"18", "--mode", "2"}, {"01DE0000020200E3"}},
+      {{"19"}, {kModeOne}},
+  };
   const std::string flat = Put("flat.wlt", kFlatFile);
   ASSERT_EQ(RunCli({"registers", flat, "--panel", "16x16", "-o", Name("flat.wlr")}).exit_code, 0);
-  for (const FramesRow& row : kFramesRows) {
-    std::vector<std::string> words{"frames", flat, "--panel", "16x16", "--send"};
-    words.insert(words.end(), row.words.begin(), row.words.end());
+  for (const auto& [send, frames] : rows) {
+    SCOPED_TRACE(send.front());
+    Words words{"frames", flat, "--panel", "16x16", "--send"};
+    words.insert(words.end(), send.begin(), send.end());
     const CliResult result = RunCli(words);
-    EXPECT_EQ(result.exit_code, 0) << row.name << result;
-    EXPECT_EQ(LinesOf(result.out), row.frames) << row.name;
+    EXPECT_EQ(result.exit_code, 0) << result;
+    EXPECT_EQ(LinesOf(result.out), frames);
     words[1] = Name("flat.wlr");
-    EXPECT_EQ(RunCli(words).out, result.out) << row.name << ", from the registers";
+    EXPECT_EQ(RunCli(words).out, result.out) << "from the registers";
   }
 }
 
 TEST_F(WorkTest, StoreByTheWholeBlock) {
   const std::string flat = Put("flat.wlt", kFlatFile);
-  const auto store = [&flat](std::vector<std::string> more) {
-    std::vector<std::string> words{"frames", flat, "--send", "21"};
+  const auto store = [&flat](Words more) {
+    Words words{"frames", flat, "--send", "21"};
     words.insert(words.end(), more.begin(), more.end());
     return RunCli(words);
   };
@@ -168,12 +122,11 @@ TEST_F(WorkTest, StoreByTheWholeBlock) {
   EXPECT_EQ(LinesOf(RunCli({"frames", flat, "--send", "store", "--class", "4"}).out).size(), 2U);
 
   const std::string refused = "This is not supported by the currently connected projectors.";
-  for (const std::vector<std::string>& words :
-       {std::vector<std::string>{"--class", "2"}, {"--class", "3", "--panel", "1920x1200"}}) {
+  for (const Words& words : {Words{"--class", "2"}, {"--class", "3", "--panel", "1920x1200"}}) {
     const CliResult result = store(words);
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find(refused), std::string::npos) << result.err;
+    EXPECT_TRUE(Holds(result.err, refused)) << result.err;
   }
 }
 
@@ -183,7 +136,7 @@ TEST_F(WorkTest, FramesOfShortRegistersAreRefused) {
   const CliResult result = RunCli({"frames", Put("short.wlr", text), "--send", "apply"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.out, "");
-  EXPECT_NE(result.err.find("The length of parameter is not correct."), std::string::npos);
+  EXPECT_TRUE(Holds(result.err, "The length of parameter is not correct."));
 }
 
 TEST_F(WorkTest, CheckTellsEachFile) {
@@ -197,16 +150,16 @@ TEST_F(WorkTest, CheckTellsEachFile) {
   const CliResult result = RunCli({"check", flat, broken, old, notes, huge, registers, flat});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "");
-  EXPECT_EQ(LinesOf(result.out), (std::vector<std::string>{
-                                     flat + ": ok",
-                                     broken + ": The parameter value is not correct.",
-                                     old + ": File version is different. Loading is not possible.",
-                                     notes + ": The file format is corrupted.",
-                                     huge + ": [1] Wrong value.",
-                                     registers + ": The length of parameter is not correct. "
-                                                 "The parameter value is not correct.",
-                                     flat + ": ok",
-                                 }));
+  const Words expected{flat + ": ok",
+                       broken + ": The parameter value is not correct.",
+                       old + ": File version is different. Loading is not possible.",
+                       notes + ": The file format is corrupted.",
+                       huge + ": [1] Wrong value.",
+                       registers +
+                           ": The length of parameter is not correct. "
+                           "The parameter value is not correct.",
+                       flat + ": ok"};
+  EXPECT_EQ(LinesOf(result.out), expected);
   EXPECT_EQ(RunCli({"check", flat}).exit_code, 0);
   const CliResult japanese = RunCli({"check", broken}, "ja");
   EXPECT_EQ(japanese.exit_code, 1);
@@ -223,13 +176,10 @@ TEST_F(WorkTest, MissingFilesSaySo) {
     EXPECT_EQ(convert.exit_code, 1) << name;
     EXPECT_FALSE(convert.err.empty()) << name;
   }
-  for (const std::vector<std::string>& words : {std::vector<std::string>{"registers"},
-                                                {"curve"},
-                                                {"profile", "--axis", "v"},
-                                                {"frames", "--send", "apply"}}) {
-    std::vector<std::string> all = words;
-    all.push_back(Name("gone.wlt"));
-    const CliResult result = RunCli(all);
+  for (Words words :
+       {Words{"registers"}, {"curve"}, {"profile", "--axis", "v"}, {"frames", "--send", "apply"}}) {
+    words.push_back(Name("gone.wlt"));
+    const CliResult result = RunCli(words);
     EXPECT_EQ(result.exit_code, 1) << words.front();
     EXPECT_EQ(result.out, "") << words.front();
     EXPECT_FALSE(result.err.empty()) << words.front();
@@ -241,7 +191,7 @@ TEST_F(WorkTest, ConvertWritesThePresentVersion) {
   const std::string old =
       Put("old.wlt", "[Warpline Tool Data File 2.0]\r\nDistortionH=5\r\nScreenType=2\r\n");
   ASSERT_EQ(RunCli({"convert", old, Name("new.WLT")}).exit_code, 0);
-  const std::vector<std::string> lines = LinesOf(TempFolder::Read(folder_ / "new.WLT"));
+  const Words lines = LinesOf(TempFolder::Read(folder_ / "new.WLT"));
   ASSERT_EQ(lines.size(), 88U);
   EXPECT_EQ(lines[0], "[Warpline Tool Data File 3.0]\r");
   EXPECT_EQ(lines[1], "ScreenType=2\r");
@@ -255,8 +205,8 @@ TEST_F(WorkTest, ConvertWritesThePresentVersion) {
   const std::string settings = Put("old.ini", "LANPort=4352\nDemoMode=7\n[Warpline Tool 3.0]\n");
   ASSERT_EQ(RunCli({"convert", settings, Name("new.ini")}).exit_code, 0);
   const std::string written = TempFolder::Read(folder_ / "new.ini");
-  EXPECT_NE(written.find("LANPort=4352\r\n"), std::string::npos);
-  EXPECT_NE(written.find("DemoMode=0\r\n"), std::string::npos);
+  EXPECT_TRUE(Holds(written, "LANPort=4352\r\n"));
+  EXPECT_TRUE(Holds(written, "DemoMode=0\r\n"));
 
   const std::string registers = Put("old.wlr", kFlatRegisters);
   ASSERT_EQ(RunCli({"convert", registers, Name("new.wlr")}).exit_code, 0);
