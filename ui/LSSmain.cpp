@@ -24,15 +24,32 @@ LSSmain::LSSmain(MainParts parts)
       parts_(std::move(parts)),
       controller_(parts_.global, parts_.files, parts_.commands, parts_.messages, parts_.busy, *this,
                   parts_.application_data) {
-  SetIcons(ProgramIcons());
+  SetTitle(WxText(controller_.Caption()));
+  SetSize(FirstSize());
+  const wxPoint stored(parts_.global.Settings.DialogPosX, parts_.global.Settings.DialogPosY);
+  SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
+}
+
+// The window system puts the window up while the window's content is made. What may come a moment
+// later follows when the window can be used already.
+void LSSmain::ShowFirst() {
+  Show();
+  Update();
+  CreateContent();
+  controls_.ctrl_select[0]->SetFocus();
+  CallAfter([this] {
+    SetIcons(ProgramIcons());
+    CreatePreviewWindow();
+    ShowPreview();
+  });
+}
+
+void LSSmain::CreateContent() {
   SetMenuBar(CreateMenuBar(parts_.global));
   auto* panel =
       new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, "main_panel");
   controls_ = CreateMainControls(panel, parts_.global, CreateSliderHandlers());
   SetSizes();
-  view_ = new LSSview(this, CaptionOf(parts_.global, kTestPattern),
-                      [this] { controller_.SetTestPattern(false); });
-  SetPreviewSize("menu_disp_regular");
   parts_.busy.Attach(this);
   parts_.busy.SetSilentControl(controls_.scr_select);
   BindControls();
@@ -42,6 +59,13 @@ LSSmain::LSSmain(MainParts parts)
 
 wxSize LSSmain::FirstSize() {
   return wxWindow::FromDIP(wxSize(560, 360), nullptr);
+}
+
+void LSSmain::CreatePreviewWindow() {
+  view_ = new LSSview(this, CaptionOf(parts_.global, kTestPattern),
+                      [this] { controller_.SetTestPattern(false); });
+  view_->SetIcons(GetIcons());
+  SetPreviewSize("menu_disp_regular");
 }
 
 // The smallest size shows everything of every group; only the width grows.
@@ -61,14 +85,7 @@ void LSSmain::SetSizes() {
   first.IncTo(least);
   SetClientSize(first);
   SetMaxSize(wxSize(-1, GetSize().y));
-  const wxPoint stored(parts_.global.Settings.DialogPosX, parts_.global.Settings.DialogPosY);
-  SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
-}
-
-void LSSmain::ShowFirst() {
-  Show();
-  controls_.ctrl_select[0]->SetFocus();
-  ShowPreview();
+  SetPosition(HeldInside(UsableScreen(GetPosition()), GetPosition(), GetSize()));
 }
 
 SliderHandlers LSSmain::CreateSliderHandlers() {
@@ -186,7 +203,7 @@ void LSSmain::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
-  view_->Hide();
+  if (view_ != nullptr) view_->Hide();
   Destroy();
 }
 

@@ -35,17 +35,18 @@ struct MainParts {
 
 class LSSmain : public wxFrame, private MainView {
  public:
-  // Places itself at the stored position, held inside the screen. Hidden at first.
+  // Places itself at the stored position, held inside the screen. Hidden and empty at first.
   explicit LSSmain(MainParts parts);
 
   // The window's size at first, in device units: what a default position is computed with.
   static wxSize FirstSize();
 
-  // Shows the window, and the preview when the settings ask for it.
+  // Shows the window and fills it; the preview, when the settings ask for it, comes with the next
+  // events. To be called once, before anything else is asked of the window.
   void ShowFirst();
 
   // Runs a command by the product name of its menu item or button. Nothing happens while another
-  // command is at work.
+  // command is at work or the window is not complete yet.
   void Run(std::string_view name);
 
   MainController& Controller() { return controller_; }
@@ -63,6 +64,8 @@ class LSSmain : public wxFrame, private MainView {
   SliderHandlers CreateSliderHandlers();
   void BindControls();
   void BindWindow();
+  void CreateContent();
+  void CreatePreviewWindow();
   void SetSizes();
   void ShowMenus();
   void ShowPreview();
@@ -84,7 +87,7 @@ class LSSmain : public wxFrame, private MainView {
   MainParts parts_;
   MainController controller_;
   MainControls controls_;
-  LSSview* view_ = nullptr;  // owned by this window, as every child of it
+  LSSview* view_ = nullptr;  // owned by this window; none before the first events
   bool preview_placed_ = false;
   bool closing_ = false;
 };

@@ -66,7 +66,7 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
 
 void LSSmain::Run(std::string_view name) {
   const Command* command = FindCommand(name);
-  if (command != nullptr && !parts_.busy.IsBusy()) command->run(*this);
+  if (command != nullptr && view_ != nullptr && !parts_.busy.IsBusy()) command->run(*this);
 }
 
 void LSSmain::EditCurve() {
@@ -102,6 +102,7 @@ void LSSmain::SetPreviewSize(std::string_view item) {
 
 // Shown while Test Pattern is checked and the main window is on the screen.
 void LSSmain::ShowPreview() {
+  if (view_ == nullptr) return;
   const bool wanted = IsShown() && !IsIconized() && parts_.global.Settings.TestPattern == 1;
   if (wanted && !view_->IsShown()) {
     PlacePreviewWindow();
@@ -113,7 +114,7 @@ void LSSmain::ShowPreview() {
 }
 
 void LSSmain::RedrawPreview() {
-  if (view_->IsShown()) view_->SetDrawing(controller_.Preview());
+  if (view_ != nullptr && view_->IsShown()) view_->SetDrawing(controller_.Preview());
 }
 
 // Beside the main window the first time, later where the user has put it.
@@ -127,7 +128,7 @@ void LSSmain::PlacePreviewWindow() {
 
 void LSSmain::OnIconize(wxIconizeEvent& event) {
   event.Skip();
-  if (event.IsIconized()) {
+  if (event.IsIconized() && view_ != nullptr) {
     view_->Hide();
   } else {
     ShowPreview();

@@ -6,7 +6,6 @@
 #include <memory>
 #include <utility>
 
-#include "ui/icons.h"
 #include "ui/preview_painter.h"
 
 namespace warpline {
@@ -19,7 +18,6 @@ LSSview::LSSview(wxWindow* owner, const wxString& title, std::function<void()> o
       on_close_(std::move(on_close)),
       canvas_(new wxWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                            wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, "preview_canvas")) {
-  SetIcons(ProgramIcons());
   canvas_->SetLabel(title);
   canvas_->SetBackgroundStyle(wxBG_STYLE_PAINT);
   canvas_->SetMinSize(FromDIP(wxSize(160, 120)));

@@ -29,6 +29,7 @@ struct Bench {
     global.Settings.DemoMode = 1;
     window = new LSSmain({global, files, commands, messages, busy, {}, {}, {}, {}, {}});
     window->ShowFirst();
+    wxYield();
   }
   ~Bench() { window->Destroy(); }
 

@@ -53,8 +53,10 @@ inline std::string CommandsOf(const std::vector<sim::Bytes>& frames) {
 inline constexpr const char* kApplyWords = "probe 20 0 2 3 16 17 1";
 inline constexpr const char* kInitializeWords = "probe 20 0 1";
 
-// Handles all that the window system has to say.
+// Handles all that the window system has to say. Asking it for the mouse first makes it answer what
+// came before: a window that hides before the news of its showing would count as shown.
 inline void Settle() {
+  wxGetMouseState();
   wxEventLoopBase::GetActive()->YieldFor(wxEVT_CATEGORY_ALL);
   wxTheApp->ProcessPendingEvents();
   wxTheApp->ProcessIdle();  // deletes closed windows too
@@ -169,6 +171,7 @@ class WindowRig {
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
+    Settle();  // the preview, which comes last, is on the screen only then
     return *window;
   }
 
