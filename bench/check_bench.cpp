@@ -7,6 +7,7 @@
 
 #include "cli/run_command_line.h"
 #include "core/system.h"
+#include "tests/support/source_folder.h"
 
 // `warpline check` over the example files, from the disk: at least 5,000 data files a second.
 
@@ -16,7 +17,7 @@ namespace {
 void Check(benchmark::State& state) {
   std::vector<std::string> words{"check", "--language", "en"};
   const std::size_t first_file = words.size();
-  const std::filesystem::path examples = std::filesystem::path(WARPLINE_SOURCE_DIR) / "examples";
+  const std::filesystem::path examples = SourceFolder() / "examples";
   for (const auto& entry : std::filesystem::directory_iterator(examples)) {
     if (entry.path().extension() == ".wlt") words.push_back(Utf8Of(entry.path()));
   }

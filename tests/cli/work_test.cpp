@@ -1,4 +1,5 @@
 #include "tests/cli/cli_run.h"
+#include "tests/support/source_folder.h"
 
 // The verbs that need no projector.
 
@@ -35,7 +36,7 @@ TEST_F(WorkTest, RegistersArePrintedOrWritten) {
 }
 
 TEST_F(WorkTest, RegistersOfTheExampleStayWhatTheyWere) {
-  const std::filesystem::path examples = std::filesystem::path(WARPLINE_SOURCE_DIR) / "examples";
+  const std::filesystem::path examples = SourceFolder() / "examples";
   const CliResult result = RunCli({"registers", (examples / "sphere.wlt").string()});
   EXPECT_EQ(WithCrLf(result.out), TempFolder::Read(examples / "registers.wlr"));
 }

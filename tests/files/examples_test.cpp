@@ -27,7 +27,7 @@ constexpr Example kExamples[] = {
 };
 
 std::string TextOf(const Example& example) {
-  return TempFolder::Read(kSourceFolder / "examples" / example.name);
+  return TempFolder::Read(SourceFolder() / "examples" / example.name);
 }
 
 TEST(Examples, AreReadAndWrittenAsTheyStand) {

@@ -5,6 +5,7 @@
 #include "files/LSSfile.h"
 #include "files/format_module.h"
 #include "tests/support/recorder.h"
+#include "tests/support/source_folder.h"
 #include "tests/support/temp_folder.h"
 
 // Everything that a file is read into or written from, in English, with recorded messages.
@@ -31,8 +32,6 @@ struct FileWorld : Recorded {
 
   LSSfile file{global, messages};
 };
-
-inline const std::filesystem::path kSourceFolder = WARPLINE_SOURCE_DIR;
 
 using Texts = std::vector<std::string>;
 using Refusal = std::optional<FileErrorCode>;

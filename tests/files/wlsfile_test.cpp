@@ -51,7 +51,7 @@ TEST(WlsFile, WritesTheGoldenFile) {
     const double base = 60000.0 * static_cast<double>(slot);
     curve.CorreDataPts[slot] = {(base + 1) / 1e6, (base + 2) / 1e6};
   }
-  EXPECT_EQ(world.Written("wls"), TempFolder::Read(kSourceFolder / "tests/files/golden_2_0.wls"));
+  EXPECT_EQ(world.Written("wls"), TempFolder::Read(SourceFolder() / "tests/files/golden_2_0.wls"));
 }
 
 }  // namespace

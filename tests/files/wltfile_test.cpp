@@ -182,7 +182,7 @@ CorrectionData EveryFieldDifferent() {
 }
 
 TEST(WltFile, WritesAndReadsTheGoldenFile) {
-  const std::string golden = TempFolder::Read(kSourceFolder / "tests/files/golden_3_0.wlt");
+  const std::string golden = TempFolder::Read(SourceFolder() / "tests/files/golden_3_0.wlt");
   FileWorld writer;
   writer.global.Correction = EveryFieldDifferent();
   EXPECT_EQ(writer.Written("wlt"), golden);

@@ -18,7 +18,7 @@ struct Example {
 
 inline std::vector<Example> Examples() {
   std::vector<Example> examples;
-  for (const auto& entry : std::filesystem::directory_iterator(kSourceFolder / "examples")) {
+  for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / "examples")) {
     if (entry.path().extension() != ".wlt") continue;
     FileWorld world;
     EXPECT_EQ(world.Read("wlt", TempFolder::Read(entry.path())), std::nullopt) << entry.path();

@@ -15,6 +15,7 @@
 #include "sim/test_picture.h"
 #include "sim/wall.h"
 #include "tests/sim/examples.h"
+#include "tests/support/source_folder.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
@@ -136,9 +137,8 @@ TEST(Wall, MatchesAGoldenPicture) {
     const RegisterSet registers = BuildRegisters(example.Correction, panel);
     const RgbImage shown = PanelPicture(TestPicture(panel), registers);
     std::string reason;
-    const auto golden = ImageOfPng(
-        TempFolder::Read(std::filesystem::path(WARPLINE_SOURCE_DIR) / "tests/sim/cylinder.png"),
-        reason);
+    const auto golden =
+        ImageOfPng(TempFolder::Read(SourceFolder() / "tests/sim/cylinder.png"), reason);
     ASSERT_TRUE(golden) << reason;
     ASSERT_EQ(golden->Pixels.size(), shown.Pixels.size());
     int far_off = 0;

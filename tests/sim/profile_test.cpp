@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "tests/sim/hex.h"
+#include "tests/support/source_folder.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
@@ -45,8 +46,7 @@ TEST(Profile, IsRefusedWithAReason) {
 
 TEST(Profile, ShippedOnesCoverTheClasses) {
   std::set<int> classes;
-  const std::filesystem::path folder =
-      std::filesystem::path(WARPLINE_SOURCE_DIR) / "examples/profiles";
+  const std::filesystem::path folder = SourceFolder() / "examples/profiles";
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     std::string reason;
     const auto profile = ParseProfile(TempFolder::Read(entry.path()), reason);

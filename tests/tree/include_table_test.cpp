@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/source_folder.h"
+
 // Who may include whom, and where conditional compilation may stand, over all sources of the tree.
 
 namespace warpline {
@@ -140,7 +142,7 @@ std::vector<std::string> LinesOf(const fs::path& path) {
 
 const std::vector<Source>& Sources() {
   static const std::vector<Source> sources = [] {
-    const fs::path root = WARPLINE_SOURCE_DIR;
+    const fs::path& root = SourceFolder();
     std::vector<Source> found;
     for (const FolderRow& row : Rows()) {
       if (!fs::exists(root / row.folder)) continue;
