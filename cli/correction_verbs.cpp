@@ -38,7 +38,7 @@ int RunRegisters(const VerbInput& input, Session& session) {
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
   session.global.Registers = BuildRegisters(session.global.Correction, *panel);
   if (input.Has("-o")) {
-    return session.file.SaveDataFile(input.Path("-o"), kTypeWlr) ? kExitOk : kExitFailed;
+    return session.Save(input.Path("-o"), kTypeWlr) ? kExitOk : kExitFailed;
   }
   return PrintRegisters(session);
 }
@@ -67,7 +67,7 @@ int RunCurve(const VerbInput& input, Session& session) {
   const std::optional<int> samples = input.Number("--samples", 2, kMaxLineCount, kDefaultSamples);
   if (!samples) return kExitUsage;
   if (is_shape) {
-    if (!session.file.OpenDataFile(input.Path("FILE"), kTypeWls)) return kExitFailed;
+    if (!session.Open(input.Path("FILE"), kTypeWls)) return kExitFailed;
     return PrintNumbers(SampleCurve(session.file.Staging().Curves[kHorizontal], *samples), session);
   }
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;

@@ -93,9 +93,10 @@ int RunConvert(const VerbInput& input, Session& session) {
   if (type != out_type) {
     return session.UsageError(CliText::kKindsDiffer, {input.Text("IN"), input.Text("OUT")});
   }
-  if (!ReadAny(session.file, from, *type, session.messages)) return kExitFailed;
+  const auto read = [&] { return ReadAny(session.file, from, *type, session.messages); };
+  if (!session.OnFile(from, read)) return kExitFailed;
   if (type == kTypeWlt) session.global.Correction = session.file.Staging();
-  return session.file.SaveDataFile(to, *type) ? kExitOk : kExitFailed;
+  return session.Save(to, *type) ? kExitOk : kExitFailed;
 }
 
 }  // namespace warpline

@@ -18,9 +18,13 @@ int RunPreview(const VerbInput& input, Session& session) {
     const PreviewDrawing lines = DrawAuxLine();
     drawing.insert(drawing.end(), lines.begin(), lines.end());
   }
-  const std::error_code error = ReplaceFileContents(input.Path("-o"), PreviewSvg(drawing));
-  if (error) session.messages.ShowSystemError(SystemErrorText(error));
-  return error ? kExitFailed : kExitOk;
+  const std::filesystem::path picture = input.Path("-o");
+  const bool written = session.OnFile(picture, [&] {
+    const std::error_code error = ReplaceFileContents(picture, PreviewSvg(drawing));
+    if (error) session.messages.ShowSystemError(SystemErrorText(error));
+    return !error;
+  });
+  return written ? kExitOk : kExitFailed;
 }
 
 }  // namespace warpline

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <string_view>
 
 #include "app/correction_file.h"
+#include "core/fault.h"
 #include "core/system.h"
 
 namespace warpline {
@@ -23,6 +23,7 @@ char LowerCase(char c) {
 void StreamDisplay::Show(const std::string& title, const std::string& text, MessageIcon icon) {
   static_cast<void>(title);
   static_cast<void>(icon);
+  if (!file_name_.empty()) stream_ << file_name_ << ": ";
   stream_ << text << '\n';
 }
 
@@ -51,6 +52,26 @@ void Session::Tell(CliText key, std::initializer_list<std::string> arguments) co
   err << texts.Fill(key, arguments) << '\n';
 }
 
+bool Session::OnFile(const std::filesystem::path& path, const std::function<bool()>& work) {
+  display.SetFile(Utf8Of(path));
+  bool done = false;
+  try {
+    done = work();
+  } catch (const Fault& fault) {
+    messages.ShowFault(fault.code());
+  }
+  display.SetFile("");
+  return done;
+}
+
+bool Session::Open(const std::filesystem::path& path, std::string_view type) {
+  return OnFile(path, [&] { return file.OpenDataFile(path, type); });
+}
+
+bool Session::Save(const std::filesystem::path& path, std::string_view type) {
+  return OnFile(path, [&] { return file.SaveDataFile(path, type); });
+}
+
 std::optional<std::string> TypeOf(const std::filesystem::path& path) {
   std::string word = Utf8Of(path.extension());
   std::transform(word.begin(), word.end(), word.begin(), LowerCase);
@@ -64,11 +85,12 @@ bool IsRegisterFile(const std::filesystem::path& path) {
 }
 
 bool ReadCorrection(Session& session, const std::filesystem::path& path) {
-  return OpenCorrection(session.file, session.global, session.messages, path);
+  return session.OnFile(
+      path, [&] { return OpenCorrection(session.file, session.global, session.messages, path); });
 }
 
 bool ReadRegisters(Session& session, const std::filesystem::path& path) {
-  return OpenRegisters(session.file, session.messages, path);
+  return session.OnFile(path, [&] { return OpenRegisters(session.file, session.messages, path); });
 }
 
 }  // namespace warpline

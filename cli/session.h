@@ -1,10 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "cli/cli_texts.h"
 #include "core/LSSglobal.h"
@@ -28,8 +31,12 @@ class StreamDisplay : public MessageDisplay {
   void Show(const std::string& title, const std::string& text, MessageIcon icon) override;
   MessageAnswer Ask(const std::string& title, const std::string& text) override;
 
+  // The file that the next messages are about: its name begins their lines. Empty: none.
+  void SetFile(std::string name) { file_name_ = std::move(name); }
+
  private:
   std::ostream& stream_;
+  std::string file_name_;
 };
 
 // A command line shows no hourglass.
@@ -52,6 +59,13 @@ class Session {
 
   // Says a text of the command line's own on standard error.
   void Tell(CliText key, std::initializer_list<std::string> arguments = {}) const;
+
+  // Runs work on a file; what it shows names that file. A fault is shown too, and makes it false.
+  bool OnFile(const std::filesystem::path& path, const std::function<bool()>& work);
+
+  // As the file layer reads and writes.
+  bool Open(const std::filesystem::path& path, std::string_view type);
+  bool Save(const std::filesystem::path& path, std::string_view type);
 
   std::ostream& out;
   std::ostream& err;

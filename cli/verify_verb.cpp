@@ -68,12 +68,15 @@ std::optional<ShownState> StateOf(const std::string& text) {
   }
 }
 
-std::optional<ShownState> ReadState(const VerbInput& input, const Session& session) {
+std::optional<ShownState> ReadState(const VerbInput& input, Session& session) {
+  const std::filesystem::path path = input.Path("--state");
   std::string text;
-  if (const std::error_code error = ReadWholeFile(input.Path("--state"), text)) {
-    session.messages.ShowSystemError(SystemErrorText(error));
-    return std::nullopt;
-  }
+  const bool read = session.OnFile(path, [&] {
+    const std::error_code error = ReadWholeFile(path, text);
+    if (error) session.messages.ShowSystemError(SystemErrorText(error));
+    return !error;
+  });
+  if (!read) return std::nullopt;
   const std::optional<ShownState> state = StateOf(text);
   if (!state) session.Tell(CliText::kStateFileWrong, {input.Text("--state")});
   return state;

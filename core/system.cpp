@@ -6,6 +6,12 @@
 #include <utility>
 
 namespace warpline {
+namespace {
+
+// Far beyond every file of ours; what is larger was not meant to be read.
+constexpr std::streamoff kMostFileBytes = std::streamoff{64} << 20;
+
+}  // namespace
 
 std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& bytes) {
   std::error_code error;
@@ -17,6 +23,7 @@ std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& by
   if (file) {
     file.seekg(0, std::ios::end);
     const std::streamoff size = file.tellg();
+    if (size > kMostFileBytes) return std::make_error_code(std::errc::file_too_large);
     bytes.assign(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
     file.seekg(0);
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));

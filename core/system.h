@@ -37,7 +37,7 @@ enum FileAttribute : std::uint32_t {
 // The attributes of what the path itself names (a link is not followed), 0 when nothing is there.
 std::uint32_t FileAttributes(const std::filesystem::path& path);
 
-// The file's bytes. On failure the error, and the text is unspecified.
+// The file's bytes, at most 64 MiB. On failure the error, and the text is unspecified.
 std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& bytes);
 
 // Makes the file hold exactly these bytes: they are written beside it, flushed to disk and moved
@@ -45,7 +45,8 @@ std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& by
 // other file stays behind.
 std::error_code ReplaceFileContents(const std::filesystem::path& path, std::string_view bytes);
 
-// Bytes that this user may still write in the folder that holds the path; a failure in error.
+// Bytes that this user may still write in the folder that holds the path; 0 with the failure in
+// error.
 std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error);
 
 // The system's description of an error, UTF-8.

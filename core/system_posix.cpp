@@ -174,7 +174,8 @@ std::error_code ReplaceFileContents(const std::filesystem::path& path, std::stri
 std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error) {
   const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
   if (error) return 0;
-  return std::filesystem::space(folder, error).available;
+  const std::filesystem::space_info space = std::filesystem::space(folder, error);
+  return error ? 0 : space.available;
 }
 
 std::string SystemErrorText(std::error_code error) {

@@ -41,7 +41,7 @@ TEST_F(PreviewVerbTest, SaysWhatIsWrong) {
   } cases[] = {
       {{file}, 2, "-o"},
       {{Name("none.wlt"), "-o", picture}, 1, "o such"},
-      {{file, "-o", Name("none/out.svg")}, 1, no_folder},
+      {{file, "-o", Name("none/out.svg")}, 1, Name("none/out.svg") + ": " + no_folder},
       {{cubic, "-o", picture}, 1, "[3] Wrong value."},  // through two points
   };
   for (const auto& row : cases) {

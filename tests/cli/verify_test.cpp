@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include "cli/verb_input.h"
 #include "core/system.h"
 #include "model/registers.h"
 #include "tests/cli/cli_run.h"
@@ -77,13 +78,18 @@ TEST_F(VerifyTest, RefusesWhatIsNoState) {
   no_session.erase("session");
   nlohmann::json huge_panel = StateShowing(bent_);
   huge_panel["panel"]["width"] = 1000000;
-  for (const std::string& text :
-       Words{"", "{", "[1]", short_scales.dump(), no_session.dump(), huge_panel.dump()}) {
+  nlohmann::json tiny_panel = StateShowing(bent_);
+  tiny_panel["panel"]["height"] = kMinPanelLines - 1;
+  tiny_panel["line_scales"]["horizontal"] = std::vector<int>(kMinPanelLines - 1, 32768);
+  for (const std::string& text : Words{"", "{", "[1]", short_scales.dump(), no_session.dump(),
+                                       huge_panel.dump(), tiny_panel.dump()}) {
     const CliResult result = Verify(bent_, text);
     EXPECT_EQ(result.exit_code, 1) << text.substr(0, 40);
     EXPECT_TRUE(Holds(result.err, "is not a state file")) << result.err;
   }
-  EXPECT_EQ(RunCli({"verify", bent_, "--state", Name("gone.json")}).exit_code, 1);
+  const CliResult gone = RunCli({"verify", bent_, "--state", Name("gone.json")});
+  EXPECT_EQ(gone.exit_code, 1);
+  EXPECT_TRUE(gone.err.starts_with(Name("gone.json") + ": ")) << gone;
 }
 
 }  // namespace

@@ -78,6 +78,8 @@ TEST(Settings, LineForms) {
       {"characters that are no digits", {"LANTimeOut=4,5s00"}, "LANTimeOut", "4500"},
       {"comment", {";ComPort=5"}, "ComPort", "0"},
       {"a comment begins at the first character", {" ;ComPort=5"}, "ComPort", "0"},
+      {"no comment behind a number", {"LANTimeOut=4;500"}, "LANTimeOut", "4500"},
+      {"nor behind a text", {"IPAddress=a;b"}, "IPAddress", "a;b"},
       {"key in other letters", {"comport=5"}, "ComPort", "0"},
       {"a tab is no blank", {"\tComPort=5"}, "ComPort", "0"},
       {"unknown key", {"ComPorts=5"}, "ComPort", "0"},

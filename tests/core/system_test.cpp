@@ -56,6 +56,9 @@ TEST(ReadWholeFile, GivesTheBytesOrTheReason) {
   EXPECT_EQ(missing, std::errc::no_such_file_or_directory);
   EXPECT_FALSE(SystemErrorText(missing).empty());
   EXPECT_EQ(ReadWholeFile(folder.Path(), read), std::errc::is_a_directory);
+  const fs::path huge = folder.Write("huge", "");
+  fs::resize_file(huge, (std::uintmax_t{64} << 20) + 1);
+  EXPECT_EQ(ReadWholeFile(huge, read), std::errc::file_too_large);
 }
 
 TEST(FileAttributes, OfFoldersAndMissingFiles) {
@@ -70,7 +73,7 @@ TEST(FreeSpace, OfTheFolderThatHoldsThePath) {
   std::error_code error;
   EXPECT_GT(FreeSpace(folder / "not yet there.wlt", error), 0u);
   EXPECT_FALSE(error);
-  FreeSpace(folder / "missing" / "x.wlt", error);
+  EXPECT_EQ(FreeSpace(folder / "missing" / "x.wlt", error), 0u);
   EXPECT_TRUE(error);
 }
 

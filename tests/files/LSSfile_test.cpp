@@ -8,6 +8,7 @@ namespace {
 const std::string kShape = "[Warpline Shape File 2.0]\r\n";
 const std::string kScroll5G = "[Warpline Register File]\nh_scroll=12345G";
 constexpr const char* kOldVersion = "File version is different. Loading is not possible.";
+constexpr const char* kNoSpace = "There is not enough free disk space.";
 constexpr const char* kSaveRefused = "Failed writing file.";
 
 TEST(OpenDataFile, ShowsTheMessagesOfAFailureInOrder) {
@@ -110,6 +111,7 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   const auto read_only = folder.Write("read_only.wlt", "old");
   std::filesystem::permissions(read_only, std::filesystem::perms::owner_read);
   folder.Write("old.wlt", "old");
+  std::filesystem::create_directory(folder / "folder.wlt");
   const std::vector<std::string> names = folder.Names();
   const struct {
     const char *name, *file, *type;
@@ -118,7 +120,7 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   } rows[] = {
       {"read-only", "read_only.wlt", "wlt", 0.0, kSaveRefused},
       {"attributes come before the contents", "read_only.wlt", "wlt", std::nan(""), kSaveRefused},
-      {"folder", ".", "wlt", 0.0, kSaveRefused},
+      {"folder", "folder.wlt", "wlt", 0.0, kSaveRefused},
       {"no number over an old file", "old.wlt", "wlt", std::nan(""), "Failed to save the file."},
       {"no number in a new file", "new.wlt", "wlt", std::nan(""), "Failed to save the file."},
       {"unknown type word", "old.wlt", "txt", 0.0, kBadValue},
@@ -139,7 +141,7 @@ TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
   for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
     FileWorld world;
     EXPECT_FALSE(world.file.SaveDataFile("/proc/warpline", type)) << type;
-    EXPECT_EQ(world.display.Texts(), Texts{"There is not enough free disk space."});
+    EXPECT_EQ(world.display.Texts(), Texts{kNoSpace});
   }
 }
 
@@ -149,6 +151,7 @@ TEST(SaveDataFile, ShowsTheSystemsErrors) {
   EXPECT_FALSE(world.file.SaveDataFile(folder / "missing" / "a.wlt", kTypeWlt));
   ASSERT_EQ(world.display.messages.size(), 1u);
   EXPECT_FALSE(world.display.messages[0].text.empty());
+  EXPECT_NE(world.display.messages[0].text, kNoSpace) << "there is no disk to be full";
   EXPECT_TRUE(folder.Names().empty());
 }
 
