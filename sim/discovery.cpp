@@ -136,6 +136,11 @@ DiscoveryAnswer AnswerOf(const ProjectorSetup& setup, const Endpoint& lan) {
 
 std::unique_ptr<DiscoveryResponder> DiscoveryResponder::Open(const Endpoint& place,
                                                              DiscoveryAnswer answer) {
+  return Open(place, [answer = std::move(answer)] { return answer; });
+}
+
+std::unique_ptr<DiscoveryResponder> DiscoveryResponder::Open(
+    const Endpoint& place, std::function<DiscoveryAnswer()> answer) {
   DatagramSocket socket;
   if (socket.get() == kNoSocket || !BindDatagramSocket(socket.get(), place)) return nullptr;
   std::unique_ptr<DiscoveryResponder> responder(new DiscoveryResponder(std::move(answer)));
@@ -159,7 +164,7 @@ void DiscoveryResponder::Answer() {
     const std::ptrdiff_t size = ReceiveDatagram(socket_, buffer, from);
     if (size < 0) continue;
     const auto number = ParseQuestion(ByteView(buffer).first(static_cast<std::size_t>(size)));
-    if (number) SendDatagram(socket_, MakeAnswer(*number, answer_), from);
+    if (number) SendDatagram(socket_, MakeAnswer(*number, answer_()), from);
   }
 }
 

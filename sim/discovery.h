@@ -56,7 +56,10 @@ DiscoveryAnswer AnswerOf(const ProjectorSetup& setup, const Endpoint& lan);
 // Answers questions from another thread for as long as it lives.
 class DiscoveryResponder {
  public:
-  // Null when that place is taken (or no sockets are to be had). Port 0 takes a free one.
+  // Null when that place is taken (or no sockets are to be had). Port 0 takes a free one. What is
+  // answered is asked for at every question, from the responder's thread.
+  static std::unique_ptr<DiscoveryResponder> Open(const Endpoint& place,
+                                                  std::function<DiscoveryAnswer()> answer);
   static std::unique_ptr<DiscoveryResponder> Open(const Endpoint& place, DiscoveryAnswer answer);
   ~DiscoveryResponder();
   DiscoveryResponder(const DiscoveryResponder&) = delete;
@@ -65,10 +68,11 @@ class DiscoveryResponder {
   const Endpoint& Where() const { return where_; }
 
  private:
-  explicit DiscoveryResponder(DiscoveryAnswer answer) : answer_(std::move(answer)) {}
+  explicit DiscoveryResponder(std::function<DiscoveryAnswer()> answer)
+      : answer_(std::move(answer)) {}
   void Answer();
 
-  DiscoveryAnswer answer_;
+  std::function<DiscoveryAnswer()> answer_;
   std::intptr_t socket_ = -1;
   Endpoint where_;
   std::atomic<bool> stopping_{false};

@@ -26,6 +26,7 @@ using warpline::sim::ProjectorOptions;
 using warpline::sim::RecordedEvent;
 using warpline::sim::Recorder;
 using warpline::sim::Server;
+using warpline::sim::Station;
 
 bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& options) {
   std::string reason;
@@ -40,11 +41,13 @@ bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& 
 // Null when it is not wanted, or when another projector of this address answers already, which is
 // no reason not to work.
 std::unique_ptr<warpline::sim::DiscoveryResponder> AnswerSearches(const ProjectorOptions& options,
-                                                                  const Server& server) {
+                                                                  const Server& server,
+                                                                  Station& station) {
   if (!options.Discovery || !options.Listen) return nullptr;
   return warpline::sim::DiscoveryResponder::Open(
-      {server.Where().Address, warpline::sim::DiscoveryPort()},
-      warpline::sim::AnswerOf(options.Station.Projector, server.Where()));
+      {server.Where().Address, warpline::sim::DiscoveryPort()}, [&station, place = server.Where()] {
+        return warpline::sim::AnswerOf(station.Snapshot().Setup, place);
+      });
 }
 
 std::string TextOf(const Server& server, const ProjectorOptions& options) {
@@ -85,11 +88,11 @@ std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path) {
 int Serve(ProjectorOptions options, Recorder* recorder) {
   options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
   warpline::sim::StopSignal stop;
-  warpline::sim::Station station(options.Station);
+  Station station(options.Station);
   Server server(station, recorder);
   ControlServer control(station);
   if (!OpenPlaces(server, control, options)) return 1;
-  const auto responder = AnswerSearches(options, server);
+  const auto responder = AnswerSearches(options, server, station);
   TellPlaces(server, control, options);
   if (!options.Headless) {
     const warpline::sim::WindowRequest request{

@@ -86,25 +86,30 @@ class RawSocket {
   SocketHandle handle_;
 };
 
-// What a projector of a class answers searches with, at a port of an address.
-std::unique_ptr<DiscoveryResponder> Responder(const Endpoint& place, int model_class) {
-  const ProjectorSetup projector{.Panel = {}, .ModelClass = model_class};
-  auto responder = DiscoveryResponder::Open(place, AnswerOf(projector, {place.Address, 7142}));
+// What a projector answers searches with, at a port of an address.
+std::unique_ptr<DiscoveryResponder> Responder(const Endpoint& place,
+                                              const ProjectorSetup& projector) {
+  auto responder = DiscoveryResponder::Open(place, [&projector, address = place.Address] {
+    return AnswerOf(projector, {address, 7142});
+  });
   EXPECT_TRUE(responder);
   return responder;
 }
 
 TEST(Discovery, FindsTheProjectorsOfTheRange) {
-  const auto second = Responder({kFirst + 1, 0}, 5);
+  ProjectorSetup projector;
+  const ProjectorSetup plain{.Panel = {}, .ModelClass = 1};
+  const auto second = Responder({kFirst + 1, 0}, projector);
   const std::uint16_t port = second->Where().Port;
-  const auto third = Responder({kFirst + 2, port}, 1);
-  const auto beyond = Responder({kFirst + 3, port}, 5);
+  const auto third = Responder({kFirst + 2, port}, plain);
+  const auto beyond = Responder({kFirst + 3, port}, projector);
+  projector.PowerState = Power::kCoolingDown;
   const std::vector<DiscoveredProjector> expected{
-      {kFirst + 1, {7142, 5, 1, true, "Projector 127.0.0.2:7142"}},
+      {kFirst + 1, {7142, 5, 3, true, "Projector 127.0.0.2:7142"}},
       {kFirst + 2, {7142, 1, 1, false, "Projector 127.0.0.3:7142"}}};
   const DiscoveryRange range{kFirst + 1, 2, port, milliseconds(600'000)};
   EXPECT_EQ(DiscoverProjectors(range, kNeverStop), expected) << "ends when all have answered";
-  EXPECT_EQ(DiscoveryResponder::Open({kFirst + 1, port}, {}), nullptr) << "taken";
+  EXPECT_EQ(DiscoveryResponder::Open({kFirst + 1, port}, kLeft), nullptr) << "taken";
   const std::atomic<bool> stop{true};
   EXPECT_TRUE(DiscoverProjectors(range, stop).empty());
 }
