@@ -5,6 +5,8 @@
 
 #include "sim/picture.h"
 
+class wxGraphicsContext;
+
 namespace warpline::sim {
 
 // Shows an image: as large as it fits, or enlarged by a whole number, when it can be dragged about.
@@ -19,6 +21,8 @@ class Canvas : public wxPanel {
 
  private:
   void Paint(wxPaintEvent& event);
+  void PaintFitted(wxGraphicsContext& context) const;
+  void PaintEnlarged(wxGraphicsContext& context) const;
   void Drag(wxMouseEvent& event);
 
   wxBitmap bitmap_;

@@ -1,7 +1,6 @@
 #include "sim/window/fault_pane.h"
 
 #include <wx/button.h>
-#include <wx/sizer.h>
 #include <wx/stattext.h>
 
 #include <sstream>

@@ -3,6 +3,7 @@
 #include <wx/choice.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
+#include <wx/sizer.h>
 #include <wx/spinctrl.h>
 
 #include <string>

@@ -2,9 +2,8 @@
 
 #include <wx/button.h>
 #include <wx/filedlg.h>
-#include <wx/msgdlg.h>
+#include <wx/generic/msgdlgg.h>
 #include <wx/notebook.h>
-#include <wx/sizer.h>
 #include <wx/stattext.h>
 
 #include "core/system.h"
@@ -14,7 +13,8 @@ namespace warpline::sim {
 namespace {
 
 constexpr int kLookMilliseconds = 30;
-constexpr int kPaneWidth = 420;  // DIP
+constexpr int kPaneWidth = 450;   // DIP
+constexpr int kBannerBorder = 6;  // DIP
 
 PanelSize SizeOf(const wxSize& size) {
   return {std::max(size.GetWidth(), 2), std::max(size.GetHeight(), 2)};
@@ -44,6 +44,10 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
   splitter_->SetSashPosition(-FromDIP(kPaneWidth));
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
   Bind(wxEVT_CHAR_HOOK, &ProjectorFrame::PressKey, this);
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    WrapBanner();
+  });
   ChooseView(false);
   canvas_->SetFocusIgnoringChildren();
   timer_.Start(kLookMilliseconds);
@@ -56,11 +60,11 @@ wxSizer* ProjectorFrame::BuildBanner() {
   banner_text_ = new wxStaticText(banner_, wxID_ANY, "");
   banner_text_->SetForegroundColour(*wxWHITE);
   banner_text_->SetName("fault_banner");
-  auto* const clear = new wxButton(banner_, wxID_ANY, Label(texts_, WindowText::kClearAll));
-  clear->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { request_.Station.SetFaults({}); });
+  banner_clear_ = new wxButton(banner_, wxID_ANY, Label(texts_, WindowText::kClearAll));
+  banner_clear_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { request_.Station.SetFaults({}); });
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(banner_text_, wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(6)));
-  row->Add(clear, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+  row->Add(banner_text_, wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(kBannerBorder)));
+  row->Add(banner_clear_, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
   banner_->SetSizer(row);
   banner_->Hide();
   auto* const place = new wxBoxSizer(wxVERTICAL);
@@ -97,10 +101,8 @@ wxWindow* ProjectorFrame::BuildPanes(wxWindow* parent) {
 }
 
 void ProjectorFrame::Look() {
-  if (request_.StopWanted()) {
-    Close(true);
-    return;
-  }
+  ending_ = ending_ || request_.StopWanted();
+  if (ending_) return End();
   const std::uint64_t revision = request_.Station.Revision();
   const bool changing = state_.PowerLeft.count() > 0;
   if (seen_ == revision && !changing) return;
@@ -110,6 +112,15 @@ void ProjectorFrame::Look() {
   if (all) Follow(state);
   state_ = state;
   state_pane_->Show(state_, shown_);
+}
+
+// A dialog that waits for the user would hold the program back; it goes first.
+void ProjectorFrame::End() {
+  if (asking_ == nullptr) {
+    Close(true);
+  } else if (asking_->IsModal()) {
+    asking_->EndModal(wxID_CANCEL);
+  }
 }
 
 void ProjectorFrame::Follow(const StationSnapshot& state) {
@@ -127,10 +138,18 @@ void ProjectorFrame::ShowBanner(const StationSnapshot& state) {
   std::string texts;
   for (const std::string& fault : state.Faults) texts += (texts.empty() ? "" : "   ") + fault;
   const wxString label = Wx(texts_.Fill(WindowText::kFaultBanner, {texts}));
-  if (banner_->IsShown() != state.Faults.empty() && banner_text_->GetLabel() == label) return;
-  banner_text_->SetLabelText(label);
+  if (banner_->IsShown() != state.Faults.empty() && banner_label_ == label) return;
+  banner_label_ = label;
   banner_->Show(!state.Faults.empty());
-  banner_->Layout();
+  WrapBanner();
+}
+
+// Every fault is in sight, however many there are.
+void ProjectorFrame::WrapBanner() {
+  if (!banner_->IsShown()) return;
+  banner_text_->SetLabelText(banner_label_);
+  banner_text_->Wrap(GetClientSize().GetWidth() - banner_clear_->GetSize().GetWidth() -
+                     FromDIP(4 * kBannerBorder));
   Layout();
 }
 
@@ -174,7 +193,7 @@ void ProjectorFrame::SwitchFullScreen(bool full) {
 void ProjectorFrame::OpenPicture() {
   wxFileDialog dialog(this, Label(texts_, WindowText::kOpenTitle), "", "",
                       Label(texts_, WindowText::kPngFiles), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-  if (dialog.ShowModal() != wxID_OK) return;
+  if (Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   std::string bytes;
   std::string reason;
@@ -184,25 +203,37 @@ void ProjectorFrame::OpenPicture() {
   } else {
     picture = ImageOfPng(bytes, reason);
   }
-  if (picture) {
-    source_ = Resized(*picture, PanelSize{source_.Width, source_.Height});
-    Redraw();
-    return;
+  if (!picture) {
+    return ShowMessage(Wx(texts_.Fill(WindowText::kCannotOpen, {name, reason})), GetTitle(),
+                       wxOK | wxICON_ERROR);
   }
-  wxMessageBox(Wx(texts_.Fill(WindowText::kCannotOpen, {name, reason})), GetTitle(),
-               wxOK | wxICON_ERROR, this);
+  source_ = Resized(*picture, PanelSize{source_.Width, source_.Height});
+  Redraw();
 }
 
 void ProjectorFrame::SavePicture() {
   wxFileDialog dialog(this, Label(texts_, WindowText::kSaveTitle), "", "projector.png",
                       Label(texts_, WindowText::kPngFiles), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   const std::optional<std::string> png = PngOf(wall_view_ ? on_wall_ : shown_.Image);
-  if (!png || dialog.ShowModal() != wxID_OK) return;
+  if (!png || Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   const std::error_code error = ReplaceFileContents(PathOf(name), *png);
   if (!error) return;
-  wxMessageBox(Wx(texts_.Fill(WindowText::kCannotSave, {name, SystemErrorText(error)})), GetTitle(),
-               wxOK | wxICON_ERROR, this);
+  ShowMessage(Wx(texts_.Fill(WindowText::kCannotSave, {name, SystemErrorText(error)})), GetTitle(),
+              wxOK | wxICON_ERROR);
+}
+
+// The system's own message box could not be ended from here.
+void ProjectorFrame::ShowMessage(const wxString& text, const wxString& title, long style) {
+  wxGenericMessageDialog dialog(this, text, title, style);
+  Ask(dialog);
+}
+
+int ProjectorFrame::Ask(wxDialog& dialog) {
+  asking_ = &dialog;
+  const int answer = dialog.ShowModal();
+  asking_ = nullptr;
+  return answer;
 }
 
 }  // namespace warpline::sim

@@ -2,6 +2,8 @@
 
 #include <wx/frame.h>
 #include <wx/menu.h>
+#include <wx/msgdlg.h>
+#include <wx/sizer.h>
 #include <wx/splitter.h>
 #include <wx/timer.h>
 
@@ -38,8 +40,12 @@ class ProjectorFrame : public wxFrame {
   wxSizer* BuildBanner();
 
   void Look();
+  void End();
   void Follow(const StationSnapshot& state);
   void ShowBanner(const StationSnapshot& state);
+  void WrapBanner();
+  int Ask(wxDialog& dialog);
+  void ShowMessage(const wxString& text, const wxString& title, long style);
   void Redraw();
   void ChoosePattern(TestPattern pattern);
   void ChooseView(bool wall);
@@ -58,6 +64,9 @@ class ProjectorFrame : public wxFrame {
   wxNotebook* panes_ = nullptr;
   wxPanel* banner_ = nullptr;
   wxStaticText* banner_text_ = nullptr;
+  wxButton* banner_clear_ = nullptr;
+  wxString banner_label_;       // before it is wrapped
+  wxDialog* asking_ = nullptr;  // the dialog that is open
   StatePane* state_pane_ = nullptr;
   RegisterList* registers_ = nullptr;
   FrameList* frames_ = nullptr;
@@ -70,6 +79,7 @@ class ProjectorFrame : public wxFrame {
   RgbImage on_wall_;
   bool wall_view_ = false;
   bool marks_ = true;
+  bool ending_ = false;
 };
 
 }  // namespace warpline::sim

@@ -1,5 +1,3 @@
-#include <wx/msgdlg.h>
-
 #include <functional>
 
 #include "sim/window/projector_frame.h"
@@ -86,7 +84,7 @@ void ProjectorFrame::BuildMenus() {
       {kMenuHelp,
        {{kItemKeys,
          [this](bool) {
-           wxMessageBox(Label(texts_, kKeysText), Label(texts_, kKeysTitle), wxOK, this);
+           ShowMessage(Label(texts_, kKeysText), Label(texts_, kKeysTitle), wxOK);
          }}}},
   };
   auto* const bar = new wxMenuBar;

@@ -40,15 +40,16 @@ struct World {
     frame->ProcessWindowEvent(event);
   }
 
+  void Choose(const char* menu, const char* item) {
+    wxCommandEvent event(wxEVT_MENU, frame->GetMenuBar()->FindMenuItem(menu, item));
+    frame->ProcessWindowEvent(event);
+  }
+
+  bool stop = false;
   Station station{StationSetup{}};
-  WindowRequest request{station, "127.0.0.1:7142", false, [] { return false; }};
+  WindowRequest request{station, "127.0.0.1:7142", false, [this] { return stop; }};
   ProjectorFrame* frame = new ProjectorFrame(request);
 };
-
-TEST(ProjectorWindow, SaysThatItIsASimulator) {
-  World world;
-  EXPECT_EQ(world.frame->GetTitle(), "SIMULATOR - projector 127.0.0.1:7142");
-}
 
 TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
   World world;
@@ -67,6 +68,10 @@ TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
   World::WaitUntil([&] { return banner.GetParent()->IsShown(); });
   EXPECT_EQ(banner.GetLabel(), "Faults in force: " + rule);
   EXPECT_EQ(world.Find<wxListBox>("active_faults").GetString(0), rule);
+  for (int i = 0; i < 9; ++i) World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
+  World::WaitUntil([&] { return banner.GetLabel().Freq('~') == 10; });
+  EXPECT_LT(banner.GetBestSize().GetWidth(), world.frame->GetClientSize().GetWidth())
+      << "none beyond the window's edge";
 
   World::Press(world.Find<wxWindow>("clear_faults"), wxEVT_BUTTON);
   EXPECT_TRUE(world.station.Snapshot().Faults.empty());
@@ -79,7 +84,9 @@ TEST(ProjectorWindow, OffersForAConnectionsFaultNoExchanges) {
   what.SetStringSelection("Half-open link");
   World::Press(what, wxEVT_CHOICE);
   EXPECT_FALSE(world.Find<wxChoice>("fault_kind").IsEnabled());
-  EXPECT_FALSE(world.Find<wxSpinCtrl>("fault_delay").IsEnabled());
+  auto& delay = world.Find<wxSpinCtrl>("fault_delay");
+  EXPECT_FALSE(delay.IsEnabled());
+  EXPECT_LE(delay.GetParent()->GetBestSize().GetWidth(), delay.GetParent()->GetSize().GetWidth());
   World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
   EXPECT_EQ(world.station.Snapshot().Faults, std::vector<std::string>{"always:halfopen"});
 }
@@ -88,6 +95,7 @@ TEST(ProjectorWindow, FollowsWhatArrives) {
   World world;
   auto& registers = world.Find<wxListCtrl>("registers");
   auto& frames = world.Find<wxListCtrl>("frames");
+  EXPECT_EQ(world.frame->GetTitle(), "SIMULATOR - projector 127.0.0.1:7142");
   World::WaitUntil([&] { return registers.GetItemText(1, 1) == "0000"; });
   const int link = world.station.OpenLink();
   for (const char* frame : {kWriteScroll, kShow}) world.station.Exchange(link, FromHex(frame));
@@ -114,14 +122,22 @@ TEST(ProjectorWindow, ChangesItsViewByKeys) {
 TEST(ProjectorWindow, LeavesFullScreenByEscape) {
   World world;
   wxWindow& panes = *world.Find<wxWindow>("registers").GetParent();
-  wxCommandEvent event(wxEVT_MENU, world.frame->GetMenuBar()->FindMenuItem("View", "Full screen"));
-  world.frame->ProcessWindowEvent(event);
+  world.Choose("View", "Full screen");
   EXPECT_TRUE(world.frame->IsFullScreen());
   EXPECT_FALSE(panes.IsShown());
   world.Key(WXK_ESCAPE);
   EXPECT_FALSE(world.frame->IsFullScreen());
   EXPECT_TRUE(panes.IsShown());
   EXPECT_TRUE(world.frame->GetMenuBar()->IsShown());
+}
+
+TEST(ProjectorWindow, EndsThoughADialogWaits) {
+  World world;
+  bool closed = false;
+  world.frame->Bind(wxEVT_CLOSE_WINDOW, [&closed](wxCloseEvent&) { closed = true; });
+  world.stop = true;
+  world.Choose("Help", "Keys...");
+  World::WaitUntil([&closed] { return closed; });
 }
 
 class TestApplication : public wxApp {
