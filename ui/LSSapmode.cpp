@@ -4,7 +4,6 @@
 
 #include <cstddef>
 
-#include "ui/dialog_controls.h"
 #include "ui/layout.h"
 #include "ui/wx_text.h"
 
@@ -24,12 +23,11 @@ LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorComman
       busy_(busy) {
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(CreateOptions(global), wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
-  const DialogButtons buttons = CreateDialogButtons(DialogControls(this, global), true);
-  apply_ = buttons.apply;
-  all->Add(LayDialogButtons(this, buttons),
+  buttons_ = CreateDialogButtons(DialogControls(this, global), true);
+  all->Add(LayDialogButtons(this, buttons_),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
-  apply_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Apply(); });
-  buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+  buttons_.apply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Apply(); });
+  buttons_.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
     Apply();
     EndDialog(wxID_OK);
   });
@@ -69,7 +67,7 @@ void LSSapmode::Apply() {
 }
 
 void LSSapmode::ShowPending() {
-  apply_->Enable(choice_.Pending());
+  EnableApply(buttons_, choice_.Pending());
 }
 
 }  // namespace warpline

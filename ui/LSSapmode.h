@@ -1,6 +1,5 @@
 #pragma once
 
-#include <wx/button.h>
 #include <wx/dialog.h>
 #include <wx/radiobut.h>
 
@@ -8,6 +7,7 @@
 
 #include "app/mode_choice.h"
 #include "core/LSSglobal.h"
+#include "ui/dialog_controls.h"
 #include "ui/window_busy.h"
 
 // The projector mode dialog. The mode in force has been read before it opens.
@@ -32,7 +32,7 @@ class LSSapmode : public wxDialog {
   wxTopLevelWindow* owner_;
   WindowBusy& busy_;
   std::array<wxRadioButton*, kProjectorModeCount> options_{};
-  wxButton* apply_ = nullptr;
+  DialogButtons buttons_;
 };
 
 }  // namespace warpline

@@ -140,6 +140,10 @@ void LSSmain::BindWindow() {
       Run(MenuName(event.GetId()));
     }
   });
+  Bind(wxEVT_CHILD_FOCUS, [this](wxChildFocusEvent& event) {
+    parts_.busy.NoteFocus(event.GetWindow());
+    event.Skip();
+  });
   Bind(wxEVT_CLOSE_WINDOW, &LSSmain::OnClose, this);
   Bind(wxEVT_ICONIZE, &LSSmain::OnIconize, this);
 }

@@ -6,7 +6,6 @@
 #include "app/save_name.h"
 #include "model/parameter_groups.h"
 #include "ui/LSSshape.h"
-#include "ui/dialog_controls.h"
 #include "ui/layout.h"
 #include "ui/wx_text.h"
 
@@ -59,12 +58,10 @@ LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
   upper->Add(graph_, wxSizerFlags(1).Expand());
   upper->Add(CreateColumn(), wxSizerFlags().Expand().Border(wxLEFT, WideGap(this)));
   wxSizer* read_out = CreateReadOut();
-  const DialogButtons buttons = CreateDialogButtons(DialogControls(this, parts_.global), true);
-  ok_ = buttons.ok;
-  applybutton_ = buttons.apply;
+  buttons_ = CreateDialogButtons(DialogControls(this, parts_.global), true);
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(upper, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
-  all->Add(LayDialogButtons(this, buttons, read_out),
+  all->Add(LayDialogButtons(this, buttons_, read_out),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   SetSizer(all);
   BindControls();
@@ -130,8 +127,8 @@ void LSSwedit::BindControls() {
   press(initselect_, [this] { Seed(); });
   press(importbutton_, [this] { Import(); });
   press(exportbutton_, [this] { Export(); });
-  press(applybutton_, [this] { Apply(); });
-  ok_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
+  press(buttons_.apply, [this] { Apply(); });
+  buttons_.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
   point_num_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent& event) {
     editor_.SetPointCount(event.GetPosition());
     ShowCurve();
@@ -169,7 +166,7 @@ void LSSwedit::ShowPoint() {
   const PointReadOut read_out = editor_.ReadOut();
   posx_val_->ChangeValue(WxText(read_out.x));
   posy_val_->ChangeValue(WxText(read_out.y));
-  applybutton_->Enable(editor_.Changed());
+  EnableApply(buttons_, editor_.Changed());
 }
 
 // Setting controls like this runs none of their handlers.

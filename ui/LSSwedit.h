@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "app/curve_editor.h"
+#include "ui/dialog_controls.h"
 #include "ui/file_chooser.h"
 #include "ui/wave_graph.h"
 
@@ -62,8 +63,7 @@ class LSSwedit : public wxDialog {
   wxButton* exportbutton_ = nullptr;
   wxTextCtrl* posx_val_ = nullptr;
   wxTextCtrl* posy_val_ = nullptr;
-  wxButton* ok_ = nullptr;
-  wxButton* applybutton_ = nullptr;
+  DialogButtons buttons_;
 };
 
 }  // namespace warpline

@@ -56,6 +56,11 @@ DialogButtons CreateDialogButtons(const DialogControls& make, bool with_apply) {
   return buttons;
 }
 
+void EnableApply(const DialogButtons& buttons, bool enabled) {
+  if (!enabled && buttons.apply->HasFocus()) buttons.ok->SetFocus();
+  buttons.apply->Enable(enabled);
+}
+
 wxSizer* LayDialogButtons(wxWindow* dialog, const DialogButtons& buttons, wxSizer* left) {
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   if (left != nullptr) line->Add(left, AtCentre());

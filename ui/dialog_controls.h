@@ -46,6 +46,10 @@ struct DialogButtons {
 };
 DialogButtons CreateDialogButtons(const DialogControls& make, bool with_apply);
 
+// Apply can be used while there is something to apply. When it cannot any more, the focus does not
+// vanish with it.
+void EnableApply(const DialogButtons& buttons, bool enabled);
+
 // The buttons at the right end of a line, whose left end is free for something else (or null).
 wxSizer* LayDialogButtons(wxWindow* dialog, const DialogButtons& buttons, wxSizer* left = nullptr);
 

@@ -3,12 +3,35 @@
 #include <wx/evtloop.h>
 
 namespace warpline {
+namespace {
+
+bool IsUsable(const wxWindow* control) {
+  return control != nullptr && control->IsEnabled() && control->IsShownOnScreen();
+}
+
+// GTK looks for the tab stops anew after something was enabled, and leaves a panel out for good
+// whose controls cannot be used at that moment. So it has to look once more when they can.
+void RenewTabStops(const wxWindow& panel) {
+  bool renewed = false;
+  for (wxWindow* child : panel.GetChildren()) {
+    if (child->IsTopLevel()) continue;
+    if (!child->GetChildren().empty()) {
+      RenewTabStops(*child);
+    } else if (!renewed && child->IsThisEnabled() && child->AcceptsFocusFromKeyboard()) {
+      child->Disable();
+      child->Enable();
+      renewed = true;
+    }
+  }
+}
+
+}  // namespace
 
 void WindowBusy::BeginBusy() {
   if (depth_++ > 0) return;
   hourglass_ = std::make_unique<wxBusyCursor>();
   focus_ = wxWindow::FindFocus();
-  if (!focus_ && window_ && window_->IsActive()) focus_ = silent_;
+  if (!focus_ && window_) focus_ = window_->IsActive() ? silent_ : last_;
   if (window_) window_->Disable();
 }
 
@@ -22,7 +45,9 @@ void WindowBusy::EndBusy() {
   hourglass_.reset();
   if (!window_) return;
   window_->Enable();
-  if (focus_ && focus_->IsEnabled() && focus_->IsShownOnScreen()) focus_->SetFocus();
+  RenewTabStops(*window_);
+  if (!IsUsable(focus_) && focus_) focus_ = silent_;
+  if (IsUsable(focus_)) focus_->SetFocus();
 }
 
 void WindowBusy::ProcessPendingEvents() {

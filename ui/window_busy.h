@@ -18,8 +18,13 @@ class WindowBusy : public BusyIndicator {
   void Attach(wxTopLevelWindow* window) { window_ = window; }
 
   // A control of the main window that gets the focus back when the toolkit could not tell which one
-  // had it: GTK's drop-down lists never say that they have the focus.
+  // had it: GTK's drop-down lists never say that they have the focus. Also when the one that had it
+  // cannot be used any more.
   void SetSilentControl(wxWindow* control) { silent_ = control; }
+
+  // A control of the main window has got the focus. Work that begins right behind a dialog finds
+  // the focus nowhere: then it goes back to this one.
+  void NoteFocus(wxWindow* control) { last_ = control; }
 
   // Work is under way: commands that arrive now are dropped.
   bool IsBusy() const { return depth_ > 0; }
@@ -36,6 +41,7 @@ class WindowBusy : public BusyIndicator {
   wxWeakRef<wxTopLevelWindow> window_;
   wxWeakRef<wxWindow> focus_;
   wxWeakRef<wxWindow> silent_;
+  wxWeakRef<wxWindow> last_;
   std::unique_ptr<wxBusyCursor> hourglass_;
 };
 

@@ -180,7 +180,9 @@ TEST_F(ConnectionDialogs, ModeDialogShowsAndSetsTheMode) {
 TEST_F(ConnectionDialogs, ModeDialogAppliesAndCancels) {
   const ModalScript script("LSSapmode", [&](wxDialog& dialog) {
     SelectIn(dialog, "Option11");
+    ControlOf(dialog, "applybutton").SetFocus();
     PressIn(dialog, "applybutton");
+    EXPECT_TRUE(SettleUntil([&dialog] { return ControlOf(dialog, "OKButton").HasFocus(); }));
     EXPECT_EQ(rig.server.Snapshot().Mode, 1);
     EXPECT_FALSE(ControlOf(dialog, "applybutton").IsEnabled());
     EXPECT_TRUE(dialog.IsEnabled()) << "after the work";

@@ -209,6 +209,43 @@ TEST_F(OpenedMainCommands, FailingProjectorLeavesWindowAndModelUsable) {
   EXPECT_EQ(rig.display.messages.size(), 1U);
 }
 
+TEST_F(OpenedMainCommands, FocusSurvivesWorkDialogsAndDisabledRows) {
+  auto& bar = rig.Find("ctrl_bar1");
+  const auto focus_name = [] {
+    const wxWindow* focus = wxWindow::FindFocus();
+    return focus != nullptr && focus->IsEnabled() ? focus->GetName().utf8_string() : "none";
+  };
+  bar.SetFocus();
+  {
+    const BusyBracket bracket(rig.busy);
+    rig.window->Controller().MoveSlider(1, 1);  // the row above can be used now
+    rig.busy.ProcessPendingEvents();
+  }
+  Settle();
+  bar.Navigate();
+  EXPECT_EQ(focus_name(), "testpattern") << "Tab still finds its way";
+
+  const struct {
+    const char *before, *after;
+    int distortion;
+  } rows[] = {{"ctrl_bar1", "ctrl_bar1", 1}, {"ctrl_bar0", "scr_select", 0}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.before);
+    rig.Find(row.before).SetFocus();
+    auto* box = new wxDialog(rig.window, wxID_ANY, "");
+    box->Show();
+    (new wxButton(box, wxID_OK))->SetFocus();
+    box->Destroy();
+    Settle();
+    ASSERT_EQ(focus_name(), "none") << "work begins right behind a dialog";
+    {
+      const BusyBracket bracket(rig.busy);
+      rig.window->Controller().MoveSlider(1, row.distortion);
+    }
+    EXPECT_EQ(focus_name(), row.after);
+  }
+}
+
 TEST_F(OpenedMainCommands, BusyWindowRepaintsAndTakesNoCommands) {
   const BusyBracket bracket(rig.busy);
   EXPECT_FALSE(rig.window->IsEnabled());
