@@ -79,7 +79,9 @@ bool LoadRegisters(const VerbInput& input, PanelSize panel, Session& session) {
     if (!ReadRegisters(session, path)) return false;
     const std::optional<PanelSize> given =
         input.Has("--panel") ? std::optional(panel) : std::nullopt;
-    return ProjectorLink::RegistersComplete(session.global.Registers, given, session.messages);
+    return session.OnFile(path, [&] {
+      return ProjectorLink::RegistersComplete(session.global.Registers, given, session.messages);
+    });
   }
   if (!ReadCorrection(session, path)) return false;
   session.global.Registers = BuildRegisters(session.global.Correction, panel);

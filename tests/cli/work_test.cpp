@@ -41,25 +41,18 @@ TEST_F(WorkTest, RegistersOfTheExampleStayWhatTheyWere) {
   EXPECT_EQ(WithCrLf(result.out), TempFolder::Read(examples / "registers.wlr"));
 }
 
-TEST_F(WorkTest, ProfileHasOneLineEach) {
-  const std::string flat = Put("flat.wlt", kFlatFile);
-  const Words rows = LinesOf(RunCli({"profile", flat, "--axis", "h"}).out);
-  EXPECT_EQ(rows, Words(768, "1024"));
-  const Words columns =
-      LinesOf(RunCli({"profile", flat, "--axis", "v", "--panel", "1920X1200"}).out);
-  EXPECT_EQ(columns, Words(1920, "1200"));
-}
-
-TEST_F(WorkTest, ProfileFollowsTheCurve) {
-  const std::string bent = Put("bent.wlt", kBentFile);
+TEST_F(WorkTest, ProfileHasOneNumberALine) {
+  const std::string flat = Put("flat.wlt", kFlatFile), bent = Put("bent.wlt", kBentFile);
+  const auto numbers = [](const Words& words) { return LinesOf(RunCli(words).out); };
+  EXPECT_EQ(numbers({"profile", flat, "--axis", "h"}), Words(768, "1024"));
+  EXPECT_EQ(numbers({"profile", flat, "--axis", "v", "--panel", "1920X1200"}), Words(1920, "1200"));
   // The arch is 0.8 at both ends: with 30 percent the size is 1024 * (1 - 0.2 * 0.3), the preview's
   // 1024 * (1 - 2 * ...).
-  const auto profile = LinesOf(RunCli({"profile", bent, "--axis", "h"}).out);
-  ASSERT_EQ(profile.size(), 768U);
-  EXPECT_NEAR(std::stod(profile.front()), 962.56, 1e-6);
-  EXPECT_NEAR(std::stod(profile.back()), 962.56, 1e-6);
-  EXPECT_NEAR(std::stod(profile[384]), 1024.0, 0.01);
-  const auto preview = LinesOf(RunCli({"profile", bent, "--axis", "h", "--preview"}).out);
+  const Words arch = numbers({"profile", bent, "--axis", "h"});
+  ASSERT_EQ(arch.size(), 768U);
+  EXPECT_NEAR(std::stod(arch.front()), 962.56, 1e-6);
+  EXPECT_NEAR(std::stod(arch[384]), 1024.0, 0.01);
+  const Words preview = numbers({"profile", bent, "--axis", "h", "--preview"});
   EXPECT_NEAR(std::stod(preview.front()), 901.12, 1e-6);
 }
 
@@ -134,10 +127,11 @@ TEST_F(WorkTest, StoreByTheWholeBlock) {
 TEST_F(WorkTest, FramesOfShortRegistersAreRefused) {
   std::string text = kFlatRegisters;
   text.replace(text.find("h_scroll=0000"), 13, "h_scroll=00");
-  const CliResult result = RunCli({"frames", Put("short.wlr", text), "--send", "apply"});
+  const std::string file = Put("short.wlr", text);
+  const CliResult result = RunCli({"frames", file, "--send", "apply"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "The length of parameter is not correct.\n");
+  EXPECT_EQ(result.err, file + ": The length of parameter is not correct.\n");
 }
 
 TEST_F(WorkTest, CheckTellsEachFile) {
@@ -216,6 +210,14 @@ TEST_F(WorkTest, ConvertWritesThePresentVersion) {
 
 TEST_F(WorkTest, OutputThatCannotBeWrittenIsAFailure) {
   const std::string flat = Put("flat.wlt", kFlatFile);
+  const std::string settings = Put("own.ini", "[Warpline Tool 3.0]\n");
+  for (const Words& words : {Words{"registers", flat, "-o", Name("none/out.wlr")},
+                             {"convert", flat, Name("none/out.wlt")},
+                             {"convert", settings, Name("none/out.ini")}}) {
+    const CliResult result = RunCli(words);
+    EXPECT_EQ(result.exit_code, 1) << words.front();
+    EXPECT_TRUE(result.err.starts_with(words.back() + ": ")) << result;
+  }
   std::ostringstream out;
   out.setstate(std::ios::badbit);
   std::ostringstream err;

@@ -136,6 +136,18 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   }
 }
 
+TEST(SaveDataFile, LeavesHiddenFilesAndLinksAlone) {
+  const TempFolder folder;
+  std::error_code ignored;  // not every system lets us make links, or hides a name with a dot
+  std::filesystem::create_symlink(folder.Write("target.wlt", "old"), folder / "link.wlt", ignored);
+  for (const auto& path : {folder.Write(".hidden.wlt", "old"), folder / "link.wlt"}) {
+    FileWorld world;
+    const bool refused = (FileAttributes(path) & (kHidden | kAlias)) != 0;
+    EXPECT_NE(world.file.SaveDataFile(path, kTypeWlt), refused) << path;
+    EXPECT_EQ(world.display.Texts(), refused ? Texts{kSaveRefused} : Texts{}) << path;
+  }
+}
+
 TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
   // The system's process table reports no free space.
   for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
@@ -147,11 +159,13 @@ TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
 
 TEST(SaveDataFile, ShowsTheSystemsErrors) {
   const TempFolder folder;
-  FileWorld world;
-  EXPECT_FALSE(world.file.SaveDataFile(folder / "missing" / "a.wlt", kTypeWlt));
-  ASSERT_EQ(world.display.messages.size(), 1u);
-  EXPECT_FALSE(world.display.messages[0].text.empty());
-  EXPECT_NE(world.display.messages[0].text, kNoSpace) << "there is no disk to be full";
+  for (const auto& path : {folder / "missing" / "a.wlt", folder / std::string(300, 'n')}) {
+    FileWorld world;
+    EXPECT_FALSE(world.file.SaveDataFile(path, kTypeWlt));
+    ASSERT_EQ(world.display.messages.size(), 1u);
+    EXPECT_FALSE(world.display.messages[0].text.empty());
+    EXPECT_NE(world.display.messages[0].text, kNoSpace) << "no disk is full";
+  }
   EXPECT_TRUE(folder.Names().empty());
 }
 

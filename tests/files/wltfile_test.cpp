@@ -58,7 +58,9 @@ TEST(WltFile, AcceptsOrRefusesLines) {
              "ProjectionV=1\nOpticalV=-17",
              // Y too low, X that does not begin at 0, end at 1 or ascend, a point that is not set.
              "CorreDataPtsY00H=749999", "CorreDataPtsX00V=1", "CorreDataPtsX01H=999999",
-             "CorreDataPtsX01V=1000000\nCorreDataPtsX02V=999999", "CorrePointNumH=3"}) {
+             "CorreDataPtsX01V=600000\nCorreDataPtsX02V=599999\nCorrePointNumV=4\n"
+             "CorreDataPtsX03V=1000000\nCorreDataPtsY03V=800000",
+             "CorrePointNumH=3"}) {
     EXPECT_EQ(FileWorld().Read("wlt", kVersion3 + lines), kFileValueWrong) << lines;
   }
   for (const char* line : {"CorreDataPtsX05H=0", "CorreDataPtsX8H=0", "DistortionH=301"}) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "link/projector_link.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline {
@@ -18,29 +19,21 @@ SymbolLookup AllBut(std::string_view missing) {
   };
 }
 
-TEST(BeamlinkLoader, RequiresWhatIsCalledAndNothingElse) {
-  BeamlinkFunctions functions;
-  EXPECT_TRUE(BindEntryPoints(AllBut(""), functions));
+TEST(LibraryLoader, RequiresWhatIsCalledAndNothingElse) {
+  BeamlinkFunctions link;
+  EXPECT_TRUE(BindEntryPoints(AllBut("USBConnectPjUpdate"), link));
   for (const char* name :
        {"PJCommDevOpen", "PJCommDevClose", "PJCommDevSetAckTimeout", "PJGetRunningStatus",
         "PJAnyCommand", "PJGetStatus", "PJSetInput", "PJGetPcViewerInformation"}) {
-    EXPECT_FALSE(BindEntryPoints(AllBut(name), functions)) << name;
+    EXPECT_FALSE(BindEntryPoints(AllBut(name), link)) << name;
   }
-  for (const char* name :
-       {"PJSetPower", "PJSetPictureMute", "PJSetSoundMute", "PJSetOsdMute", "PJSetGain",
-        "PJGetGain", "PJGetHourMeter", "PJGetSourceInformation", "PJGetErrorStatus", "PJInitLogo",
-        "PJSetLogo", "PJCommDevGetLastError", "PJCommDevCheckOpenStatus", "PJGetFunctionResult",
-        "USBStart", "USBConnectPjGet", "USBConnectPjChangeCheck", "USBConnectPjUpdate"}) {
-    EXPECT_TRUE(BindEntryPoints(AllBut(name), functions)) << name;
+  BeamseekFunctions search;
+  EXPECT_TRUE(BindEntryPoints(AllBut("CS_GetPJList"), search));
+  EXPECT_EQ(search.CS_GetPJList, nullptr);
+  for (const char* name : {"ConnectSelectCreate", "ConnectSelectSetLastPJ", "ConnectSelectStart",
+                           "ConnectSelectRestart", "ConnectSelectDestroy"}) {
+    EXPECT_FALSE(BindEntryPoints(AllBut(name), search)) << name;
   }
-}
-
-TEST(BeamseekLoader, RequiresWhatIsCalledAndNothingElse) {
-  BeamseekFunctions functions;
-  EXPECT_TRUE(BindEntryPoints(AllBut(""), functions));
-  EXPECT_TRUE(BindEntryPoints(AllBut("CS_GetPJList"), functions));
-  EXPECT_EQ(functions.CS_GetPJList, nullptr);
-  EXPECT_FALSE(BindEntryPoints(AllBut("ConnectSelectRestart"), functions));
 }
 
 TEST(LibraryLoader, RefusesWhatIsNoLibrary) {
@@ -52,6 +45,13 @@ TEST(LibraryLoader, RefusesWhatIsNoLibrary) {
   }
   EXPECT_EQ(LoadBeamlink(folder.Path()), nullptr) << "a text file";
   EXPECT_EQ(LoadBeamseek(folder.Path()), nullptr) << "a text file";
+}
+
+TEST(LibraryLoader, KeepsWhatItLoaded) {
+  const BeamlinkProvider provider = BeamlinkFromProgramFolder();
+  const BeamlinkFunctions* const functions = provider();
+  ASSERT_NE(functions, nullptr);
+  EXPECT_EQ(provider(), functions);
 }
 
 }  // namespace

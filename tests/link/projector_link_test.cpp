@@ -112,30 +112,6 @@ TEST(ProjectorLink, TimeOutFollowsTheConnectionAndTheWholeBlock) {
   }
 }
 
-TEST(ProjectorLink, StoreFollowsTheModelClass) {
-  constexpr struct {
-    std::uint8_t model_class, reply5;
-    const char* frame_head;  // of the frame behind the model-class query
-    std::size_t frame_bytes;
-  } kCases[] = {
-      {3, 0, "send 01FC00061D00500400", 1571},  {4, 11, "send 01FC00061D00500400", 1571},
-      {4, 12, "send 01FC00061D00600400", 1571}, {5, 0, "send 01DF0000021200F4", 8},
-      {5, 13, "send 01DF0000021200F4", 8},      {255, 0, "send 01DF0000021200F4", 8},
-  };
-  for (const auto& each : kCases) {
-    SCOPED_TRACE(testing::Message() << int{each.model_class} << ", " << int{each.reply5});
-    LinkRig rig;
-    rig.library.model_class = each.model_class;
-    rig.library.reply5 = each.reply5;
-    rig.global.Registers = kPlain;
-    ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_TRUE(rig.link.SendCommand(kCommandStore));
-    EXPECT_TRUE(rig.library.calls.back().starts_with(each.frame_head)) << rig.library.calls.back();
-    EXPECT_EQ(rig.library.calls.back().size(), 5 + 2 * each.frame_bytes);
-    EXPECT_TRUE(rig.display.messages.empty());
-  }
-}
-
 TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
   const std::pair<const char*, void (*)(LinkRig&)> cases[] = {
       {"class 0", [](LinkRig& rig) { rig.library.model_class = 0; }},

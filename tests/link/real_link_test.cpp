@@ -51,19 +51,6 @@ TEST(RealLink, RegistersArriveAndAreStoredByEveryModelClassThatKeeps) {
   }
 }
 
-TEST(RealLink, ModeIsSetAndRead) {
-  RealRig rig;
-  ASSERT_TRUE(rig.link.OpenLink());
-  rig.global.ProjectorMode = 1;
-  EXPECT_TRUE(rig.link.SendCommand(kCommandSetMode));
-  EXPECT_TRUE(rig.link.SwitchInput());
-  EXPECT_EQ(rig.link.QueryMode(), 1);
-  rig.global.ProjectorMode = 2;
-  EXPECT_TRUE(rig.link.SendCommand(kCommandSetMode));
-  EXPECT_EQ(rig.projector.Snapshot().Mode, 2);
-  EXPECT_EQ(rig.link.QueryMode(), 0);
-}
-
 TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
   constexpr struct {
     const char* rule;
@@ -81,13 +68,6 @@ TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
     EXPECT_TRUE(rig.link.CloseLink());
     EXPECT_EQ(rig.display.Texts(), number == 0 ? Texts{} : Texts{rig.ErrorText(number, code)});
   }
-}
-
-TEST(RealLink, RefusedConnectionIsSaid) {
-  RealRig rig;
-  rig.projector.Stop();
-  EXPECT_FALSE(rig.link.OpenLink());
-  EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(126, -8)});
 }
 
 TEST(RealLink, ProjectorThatHidesItsPanelHasTheUsualOne) {

@@ -125,10 +125,10 @@ TEST(RebuildLineScales, ReadsByHandWrittenTables) {
 
 TEST(PanelExtension, StartsBeyondTheEdgeAndReportsOverflow) {
   AxisParameters parameters;
-  const std::vector<double> profile = {900, 1000, 950};
-  for (const int inside : {-32, 0, 32}) {
-    parameters.Optical = static_cast<std::int16_t>(inside);
-    EXPECT_EQ(PanelExtension(parameters, profile, 1000), 0);
+  const std::vector<double> profile = {900, 1000, 950}, enlarged = {1100};
+  for (const auto& [optical, extension] : {std::pair(-33, 3277), {-32, 0}, {32, 0}, {33, 3277}}) {
+    parameters.Optical = static_cast<std::int16_t>(optical);
+    EXPECT_EQ(PanelExtension(parameters, enlarged, 1000), extension) << optical;
   }
   // k = 2: a = -200, 0, -100; widest right half 500, leftmost -550; 50 of 1000 pixels more.
   parameters.Optical = 64;
