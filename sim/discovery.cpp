@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "core/system.h"
-#include "sim/discovery_os.h"
+#include "sim/socket_os.h"
 
 namespace warpline::sim {
 namespace {
@@ -142,7 +142,7 @@ std::unique_ptr<DiscoveryResponder> DiscoveryResponder::Open(const Endpoint& pla
 std::unique_ptr<DiscoveryResponder> DiscoveryResponder::Open(
     const Endpoint& place, std::function<DiscoveryAnswer()> answer) {
   DatagramSocket socket;
-  if (socket.get() == kNoSocket || !BindDatagramSocket(socket.get(), place)) return nullptr;
+  if (socket.get() == kNoSocket || !BindSocket(socket.get(), place)) return nullptr;
   std::unique_ptr<DiscoveryResponder> responder(new DiscoveryResponder(std::move(answer)));
   responder->where_ = {place.Address, BoundPort(socket.get())};
   responder->socket_ = socket.Release();
@@ -171,7 +171,7 @@ void DiscoveryResponder::Answer() {
 std::vector<DiscoveredProjector> DiscoverProjectors(const DiscoveryRange& range,
                                                     const std::atomic<bool>& stop) {
   const DatagramSocket socket;
-  if (socket.get() == kNoSocket || !BindDatagramSocket(socket.get(), Endpoint{})) return {};
+  if (socket.get() == kNoSocket || !BindSocket(socket.get(), Endpoint{})) return {};
   const std::uint32_t number = std::random_device{}();
   for (std::uint32_t i = 0; i < range.Count; ++i) {
     SendDatagram(socket.get(), MakeQuestion(number), {range.First + i, range.Port});

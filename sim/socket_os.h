@@ -1,13 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
 #include "sim/channel.h"
 #include "sim/socket.h"
 
-// The few calls in which the systems' sockets differ. Every socket is a non-blocking TCP socket
-// that child processes do not inherit.
+// The few calls in which the systems' sockets differ. Every socket is non-blocking, and child
+// processes do not inherit it.
 
 namespace warpline::sim {
 
@@ -17,7 +18,8 @@ inline constexpr SocketHandle kNoSocket = -1;
 // Readies the system's sockets for this process; may be called again.
 bool StartSockets();
 
-SocketHandle NewSocket();
+SocketHandle NewSocket();  // for TCP
+SocketHandle NewDatagramSocket();
 void CloseSocket(SocketHandle socket);
 
 enum class Direction { kRead, kWrite };
@@ -30,6 +32,8 @@ WaitStatus WaitForSocket(SocketHandle socket, Direction direction, milliseconds 
 std::ptrdiff_t SendSome(SocketHandle socket, ByteView bytes);
 std::ptrdiff_t ReceiveSome(SocketHandle socket, std::span<std::uint8_t> buffer);
 
+// Takes a place for this socket alone.
+bool BindSocket(SocketHandle socket, const Endpoint& place);
 bool BindAndListen(SocketHandle socket, const Endpoint& endpoint);
 std::uint16_t BoundPort(SocketHandle socket);
 SocketHandle AcceptSocket(SocketHandle listener);
@@ -37,5 +41,12 @@ SocketHandle AcceptSocket(SocketHandle listener);
 // False when the connection is refused at once; else it is ready when the socket becomes writable.
 bool BeginConnect(SocketHandle socket, const Endpoint& endpoint);
 bool IsConnected(SocketHandle socket);
+
+// A datagram that could not be sent is lost, as one on its way may be.
+void SendDatagram(SocketHandle socket, ByteView datagram, const Endpoint& to);
+
+// Size of the next datagram, its sender in from; -1 when there is none. One that does not fit the
+// buffer is cut.
+std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buffer, Endpoint& from);
 
 }  // namespace warpline::sim

@@ -37,11 +37,15 @@ const sockaddr* Generic(const sockaddr_in& address) {
 
 SocketHandle Prepared(int descriptor) {
   if (descriptor < 0) return kNoSocket;
-  const int on = 1;
   ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) | O_NONBLOCK);
   ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
-  ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
   return descriptor;
+}
+
+SocketHandle PreparedTcp(int descriptor) {
+  const int on = 1;
+  ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  return Prepared(descriptor);
 }
 
 std::ptrdiff_t Moved(ssize_t count) {
@@ -56,7 +60,11 @@ bool StartSockets() {
 }
 
 SocketHandle NewSocket() {
-  return Prepared(::socket(AF_INET, SOCK_STREAM, 0));
+  return PreparedTcp(::socket(AF_INET, SOCK_STREAM, 0));
+}
+
+SocketHandle NewDatagramSocket() {
+  return Prepared(::socket(AF_INET, SOCK_DGRAM, 0));
 }
 
 void CloseSocket(SocketHandle socket) {
@@ -81,12 +89,15 @@ std::ptrdiff_t ReceiveSome(SocketHandle socket, std::span<std::uint8_t> buffer) 
   return count == 0 ? -1 : Moved(count);
 }
 
+bool BindSocket(SocketHandle socket, const Endpoint& place) {
+  const sockaddr_in address = AddressOf(place);
+  return ::bind(Descriptor(socket), Generic(address), sizeof address) == 0;
+}
+
 bool BindAndListen(SocketHandle socket, const Endpoint& endpoint) {
   const int on = 1;
   ::setsockopt(Descriptor(socket), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-  const sockaddr_in address = AddressOf(endpoint);
-  return ::bind(Descriptor(socket), Generic(address), sizeof address) == 0 &&
-         ::listen(Descriptor(socket), SOMAXCONN) == 0;
+  return BindSocket(socket, endpoint) && ::listen(Descriptor(socket), SOMAXCONN) == 0;
 }
 
 std::uint16_t BoundPort(SocketHandle socket) {
@@ -97,7 +108,7 @@ std::uint16_t BoundPort(SocketHandle socket) {
 }
 
 SocketHandle AcceptSocket(SocketHandle listener) {
-  return Prepared(::accept(Descriptor(listener), nullptr, nullptr));
+  return PreparedTcp(::accept(Descriptor(listener), nullptr, nullptr));
 }
 
 bool BeginConnect(SocketHandle socket, const Endpoint& endpoint) {
@@ -110,6 +121,22 @@ bool IsConnected(SocketHandle socket) {
   int error = 0;
   socklen_t size = sizeof error;
   return ::getsockopt(Descriptor(socket), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
+}
+
+void SendDatagram(SocketHandle socket, ByteView datagram, const Endpoint& to) {
+  const sockaddr_in address = AddressOf(to);
+  ::sendto(Descriptor(socket), datagram.data(), datagram.size(), MSG_NOSIGNAL, Generic(address),
+           sizeof address);
+}
+
+std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buffer,
+                               Endpoint& from) {
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  const ssize_t count = ::recvfrom(Descriptor(socket), buffer.data(), buffer.size(), 0,
+                                   reinterpret_cast<sockaddr*>(&address), &size);
+  from = {ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
+  return count;
 }
 
 }  // namespace warpline::sim
