@@ -86,6 +86,7 @@ void LSSmain::SetSizes() {
   SetClientSize(first);
   SetMaxSize(wxSize(-1, GetSize().y));
   SetPosition(HeldInside(UsableScreen(GetPosition()), GetPosition(), GetSize()));
+  Layout();  // a window that has its size already is not told of it again
 }
 
 SliderHandlers LSSmain::CreateSliderHandlers() {

@@ -40,6 +40,41 @@ until_true() {
   fail "not in time: $what"
 }
 
+# The tool's windows on the screen: the main window alone, and all of them.
+window() { xdotool search --onlyvisible --name "^Warpline .* 3.0" | head -n 1 | grep .; }
+windows() { xdotool search --onlyvisible --class '^warplinetool\.exe$' | wc -l; }
+complete() { [ "$(windows)" -ge 2 ]; }
+ended() { ! kill -0 "$1"; }
+has_focus() {
+  local main
+  main=$(window)
+  xdotool windowfocus "$main"
+  [ "$(xdotool getwindowfocus -f)" = "$main" ]
+}
+# Starts the tool and waits until its keys work: the preview comes up last. Its process is in "tool".
+start_tool() {
+  (cd / && exec "$tests/run-with-wine" "$1" "$2") &
+  tool=$!
+  started+=("$tool")
+  until_true "the main window" window
+  until_true "the preview beside the main window" complete
+  until_true "the keyboard in the main window" has_focus
+}
+# Keys go to whatever has the focus: a key sent to a window by its number would find it gone when it is released.
+asks_or_ended() { ended "$tool" || [ "$(windows)" -ge 3 ]; }
+answer_no_or_ended() {
+  if ended "$tool"; then return 0; fi
+  xdotool key n
+  return 1
+}
+# Closes the tool; should it ask whether to save what was changed, the answer is no.
+close_tool() {
+  until_true "the keyboard in the main window, to close it" has_focus
+  xdotool key alt+F4
+  until_true "the tool's question or end" asks_or_ended
+  until_true "the end of the tool" answer_no_or_ended
+}
+
 run cmd /c "exit 0"
 user=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 -type d ! -name Public)
 settings="$user/AppData/Roaming/Varnok Beamkit/Warpline Tool 3.0"
