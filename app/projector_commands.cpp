@@ -4,20 +4,9 @@
 #include <utility>
 
 #include "core/fault.h"
-#include "link/command_frames.h"
 #include "model/registers.h"
 
 namespace warpline {
-namespace {
-
-constexpr std::initializer_list<int> kApplySequence{
-    kCommandPrepare,           kCommandClear,           kCommandHorizontalSet, kCommandVerticalSet,
-    kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow};
-constexpr std::initializer_list<int> kInitializeSequence{kCommandPrepare, kCommandClear,
-                                                         kCommandShow};
-constexpr std::int16_t kGeometricCorrectionMode = 1;
-
-}  // namespace
 
 ProjectorCommands::ProjectorCommands(LSSglobal& global, ProjectorLink& link,
                                      const Messages& messages, BusyIndicator& busy)
@@ -95,9 +84,9 @@ bool ProjectorCommands::RunLinked(const std::function<bool()>& work) {
   return done && closed;
 }
 
-bool ProjectorCommands::SendAll(std::initializer_list<int> commands) {
+bool ProjectorCommands::SendAll(std::span<const CommandNumber> commands) {
   return std::all_of(commands.begin(), commands.end(),
-                     [this](int number) { return link_.SendCommand(number); });
+                     [this](CommandNumber number) { return link_.SendCommand(number); });
 }
 
 bool ProjectorCommands::SendMode(std::int16_t mode) {

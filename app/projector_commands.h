@@ -1,13 +1,15 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <initializer_list>
 #include <optional>
+#include <span>
 
 #include "core/LSSglobal.h"
 #include "core/interfaces.h"
 #include "core/messages.h"
+#include "link/command_frames.h"
 #include "link/projector_link.h"
 
 // What Apply, Store and Initialize do, without a window. Each runs between BeginBusy and EndBusy,
@@ -17,20 +19,30 @@
 
 namespace warpline {
 
+// What each of them sends once the projector has been checked, in order.
+inline constexpr std::array kApplySequence{
+    kCommandPrepare,           kCommandClear,           kCommandHorizontalSet, kCommandVerticalSet,
+    kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow};
+inline constexpr std::array kStoreSequence{kCommandStore, kCommandSetMode};
+inline constexpr std::array kInitializeSequence{kCommandPrepare, kCommandClear, kCommandShow};
+
+// The picture mode that storing asks for.
+inline constexpr std::int16_t kGeometricCorrectionMode = 1;
+
 class ProjectorCommands {
  public:
   // All must outlive this object.
   ProjectorCommands(LSSglobal& global, ProjectorLink& link, const Messages& messages,
                     BusyIndicator& busy);
 
-  // Builds both axes' registers for the panel that the projector reports and shows them: commands
-  // 20, 0, 2, 3, 16, 17, 1. The second copy of the parameters follows the current ones in any case.
+  // Builds both axes' registers for the panel that the projector reports and shows them. The second
+  // copy of the parameters follows the current ones in any case.
   bool Apply();
 
   // As Apply up to the registers, then makes the projector keep the correction and asks for mode 1.
   bool Store();
 
-  // Clears the projector's correction (commands 20, 0, 1), then resets the parameters of both axes
+  // Clears the projector's correction, then resets the parameters of both axes
   // in the current record and the second copy; curves, screen type and projection flags stay. The
   // reset happens even when sending failed.
   bool Initialize();
@@ -48,8 +60,8 @@ class ProjectorCommands {
 
  private:
   bool RunLinked(const std::function<bool()>& work);
-  bool SendAll(std::initializer_list<int> commands);
-  // Sends command 18 and records the mode when it was taken.
+  bool SendAll(std::span<const CommandNumber> commands);
+  // Sends the command that sets a mode and records the mode when it was taken.
   bool SendMode(std::int16_t mode);
   // Checks the connection and builds the registers for the panel that it reported.
   bool BuildForPanel();

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/projector_commands.h"
 #include "core/correction.h"
 #include "files/LSSfile.h"
 #include "files/format_module.h"
@@ -98,9 +99,7 @@ BENCHMARK(Registers)->Apply(EveryPanelAndCurve);
 void Frames(benchmark::State& state) {
   const RegisterSet registers = BuildRegisters(CorrectionFor(state), PanelOf(state));
   for (auto step : state) {
-    for (const int number :
-         {kCommandPrepare, kCommandClear, kCommandHorizontalSet, kCommandVerticalSet,
-          kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow}) {
+    for (const CommandNumber number : kApplySequence) {
       benchmark::DoNotOptimize(FrameOf(*ComposeCommandText(number, registers, 0)));
     }
   }

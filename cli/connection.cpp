@@ -15,12 +15,8 @@ namespace warpline {
 
 namespace {
 
-constexpr int kMaxPorts = 8;
 constexpr int kMaxTcpPort = 65535;
 constexpr std::size_t kMaxAddressCharacters = kBeamlinkParameterSize - 1;
-constexpr int kMinTimeOutMs = 500;
-constexpr int kMaxTimeOutMs = 7000;
-constexpr std::array<std::string_view, 4> kSpeeds{"4800", "9600", "19200", "38400"};
 
 bool InRange(std::optional<int> number, int min, int max) {
   return number && *number >= min && *number <= max;
@@ -47,8 +43,8 @@ bool TakeSerial(const VerbInput& input, Session& session) {
   const std::size_t colon = std::min(text.find(':'), text.size());
   const std::optional<int> port = WholeNumber(text.substr(0, colon));
   const std::string speed = text.substr(std::min(colon + 1, text.size()));
-  for (std::size_t i = 0; i < kSpeeds.size(); ++i) {
-    if (speed != kSpeeds[i] || !InRange(port, 1, kMaxPorts)) continue;
+  for (std::size_t i = 0; i < kSerialSpeeds.size(); ++i) {
+    if (speed != kSerialSpeeds[i] || !InRange(port, 1, kPortCount)) continue;
     Settings& settings = session.global.Settings;
     settings.ConnectDevice = kSerial;
     settings.ComPort = static_cast<std::int16_t>(*port - 1);
@@ -60,7 +56,7 @@ bool TakeSerial(const VerbInput& input, Session& session) {
 }
 
 bool TakeUsb(const VerbInput& input, Session& session) {
-  const std::optional<int> port = input.Number("--usb", 1, kMaxPorts, 1);
+  const std::optional<int> port = input.Number("--usb", 1, kPortCount, 1);
   if (!port) return false;
   session.global.Settings.ConnectDevice = kUsb;
   session.global.Settings.USBPort = static_cast<std::int16_t>(*port - 1);

@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/projector_commands.h"
 #include "cli/verbs.h"
 #include "link/command_frames.h"
 #include "link/projector_link.h"
@@ -18,20 +20,14 @@ namespace {
 
 struct SequenceRow {
   std::string_view name;
-  std::vector<int> commands;
+  std::span<const CommandNumber> commands;
 };
 
-// Which commands a sequence sends; the mode that storing asks for is always 1.
-const std::array<SequenceRow, 3>& Sequences() {
-  static const std::array<SequenceRow, 3> rows{{
-      {"apply",
-       {kCommandPrepare, kCommandClear, kCommandHorizontalSet, kCommandVerticalSet,
-        kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow}},
-      {"store", {kCommandStore, kCommandSetMode}},
-      {"initialize", {kCommandPrepare, kCommandClear, kCommandShow}},
-  }};
-  return rows;
-}
+constexpr std::array<SequenceRow, 3> kSequences{{
+    {"apply", kApplySequence},
+    {"store", kStoreSequence},
+    {"initialize", kInitializeSequence},
+}};
 
 // The command numbers of a comma-separated list; nothing when one of them cannot be sent.
 std::optional<std::vector<int>> CommandNumbers(std::string_view list) {
@@ -55,10 +51,12 @@ struct SendPlan {
 
 std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
   const std::string& send = input.Text("--send");
-  const auto row = std::find_if(Sequences().begin(), Sequences().end(),
+  const auto row = std::find_if(kSequences.begin(), kSequences.end(),
                                 [&send](const SequenceRow& each) { return each.name == send; });
-  const bool is_sequence = row != Sequences().end();
-  const auto commands = is_sequence ? std::optional(row->commands) : CommandNumbers(send);
+  const bool is_sequence = row != kSequences.end();
+  const auto commands =
+      is_sequence ? std::optional(std::vector<int>(row->commands.begin(), row->commands.end()))
+                  : CommandNumbers(send);
   if (!commands) {
     session.UsageError(CliText::kBadSend, {send});
     return std::nullopt;
@@ -69,7 +67,7 @@ std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
   if (!reply5) return std::nullopt;
   const std::optional<int> mode = input.Number("--mode", 0, 255, 0);
   if (!mode) return std::nullopt;
-  const int sent_mode = is_sequence ? 1 : *mode;
+  const int sent_mode = is_sequence ? kGeometricCorrectionMode : *mode;
   return SendPlan{*commands, *model_class, *reply5, static_cast<std::int16_t>(sent_mode)};
 }
 

@@ -31,8 +31,6 @@ struct SettingsKey {
   Fallback fallback = Fallback::kDefault;
 };
 
-constexpr std::int32_t kMinTimeOutMs = 500;
-constexpr std::int32_t kMaxTimeOutMs = 7000;
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
@@ -51,11 +49,11 @@ constexpr std::array<SettingsKey, 16> kSettingsKeys{{
     {"SerialTimeOut", &Settings::SerialTimeOut, kMinTimeOutMs, kMaxTimeOutMs, ""},
     {"LANTimeOut", &Settings::LANTimeOut, kMinTimeOutMs, kMaxTimeOutMs, ""},
     {"USBTimeOut", &Settings::USBTimeOut, kMinTimeOutMs, kMaxTimeOutMs, ""},
-    {"ComPort", &Settings::ComPort, 0, 7, kComPorts},
+    {"ComPort", &Settings::ComPort, 0, kPortCount - 1, kComPorts},
     {"ComSpeed", &Settings::ComSpeed, 0, 3, kComSpeeds},
     {"IPAddress", &Settings::IPAddress, 0, kHighest, ""},
     {"LANPort", &Settings::LANPort, 1, kHighest, ""},
-    {"USBPort", &Settings::USBPort, 0, 7, kUsbPorts},
+    {"USBPort", &Settings::USBPort, 0, kPortCount - 1, kUsbPorts},
     {"AutoApply", &Settings::AutoApply, 0, 1, kNoYes},
     {"AutoApplyMenu", &Settings::AutoApplyMenu, 0, 1, kNoYes},
     {"TestPattern", &Settings::TestPattern, 0, 1, kNoYes},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,6 +11,13 @@
 namespace warpline {
 
 enum ConnectDevice : std::int16_t { kSerial = 0, kLan = 1, kUsb = 2 };
+
+inline constexpr int kPortCount = 8;  // COM1..COM8, USB1..USB8
+inline constexpr std::int32_t kMinTimeOutMs = 500;
+inline constexpr std::int32_t kMaxTimeOutMs = 7000;
+
+// In bit/s; ComSpeed is an index.
+inline constexpr std::array<std::string_view, 4> kSerialSpeeds{"4800", "9600", "19200", "38400"};
 
 struct Settings {
   std::int16_t DemoMode = 0;          // 0..1; 1: no projector is contacted

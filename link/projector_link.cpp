@@ -22,8 +22,6 @@ constexpr std::size_t kReplyErrorByte = 5;
 constexpr std::size_t kReplyModeByte = 6;
 constexpr std::size_t kReplyModelClassByte = 7;
 
-constexpr std::array<std::string_view, 4> kSerialSpeeds{"4800", "9600", "19200", "38400"};
-
 struct OpenParameters {
   std::string first;
   std::string second;

@@ -124,14 +124,18 @@ TEST_F(WorkTest, StoreByTheWholeBlock) {
   }
 }
 
-TEST_F(WorkTest, FramesOfShortRegistersAreRefused) {
+TEST_F(WorkTest, FramesOfRegistersThatDoNotFitAreRefused) {
   std::string text = kFlatRegisters;
   text.replace(text.find("h_scroll=0000"), 13, "h_scroll=00");
-  const std::string file = Put("short.wlr", text);
-  const CliResult result = RunCli({"frames", file, "--send", "apply"});
-  EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, file + ": The length of parameter is not correct.\n");
+  const std::string brief = Put("brief.wlr", text), whole = Put("whole.wlr", kFlatRegisters);
+  for (const Words& words : {Words{"frames", brief}, {"frames", whole, "--panel", "16x22"}}) {
+    Words all = words;
+    all.insert(all.end(), {"--send", "apply"});
+    const CliResult result = RunCli(all);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, words[1] + ": The length of parameter is not correct.\n");
+  }
 }
 
 TEST_F(WorkTest, CheckTellsEachFile) {
@@ -156,6 +160,9 @@ TEST_F(WorkTest, CheckTellsEachFile) {
                        flat + ": ok"};
   EXPECT_EQ(LinesOf(result.out), expected);
   EXPECT_EQ(RunCli({"check", flat}).exit_code, 0);
+  const CliResult converted = RunCli({"convert", huge, Name("new.wlt")});
+  EXPECT_EQ(converted.exit_code, 1);
+  EXPECT_EQ(converted.err, huge + ": [1] Wrong value.\n");
   const CliResult japanese = RunCli({"check", broken}, "ja");
   EXPECT_EQ(japanese.exit_code, 1);
   EXPECT_EQ(japanese.out.find("not correct"), std::string::npos) << japanese.out;
