@@ -1,3 +1,7 @@
+#include <tuple>
+
+#include "cli/connection.h"
+#include "cli/verb_input.h"
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
 #include "tests/support/projector_server.h"
@@ -118,6 +122,31 @@ TEST_F(ProjectorVerbsTest, ConnectionOfTheSettings) {
   EXPECT_EQ(Snapshot().Links, links);
   EXPECT_EQ(RunCli({"mode", "1", "--lan", address}).exit_code, 0);
   EXPECT_EQ(Snapshot().Links, links + 1) << "a connection by name is used in demo mode";
+}
+
+TEST_F(ProjectorVerbsTest, OptionsBecomeSettings) {
+  Settings first_port, last_port, usb, lan, patient;
+  first_port.ConnectDevice = last_port.ConnectDevice = kSerial;
+  std::tie(first_port.ComPort, first_port.ComSpeed) = std::tuple(0, 0);
+  std::tie(last_port.ComPort, last_port.ComSpeed) = std::tuple(7, 3);
+  std::tie(usb.ConnectDevice, usb.USBPort) = std::tuple(kUsb, 7);
+  std::tie(lan.IPAddress, lan.LANPort) = std::tuple("1234567890123456", "65535");
+  patient.SerialTimeOut = patient.LANTimeOut = patient.USBTimeOut = 7000;
+  const std::tuple<const char*, const char*, Settings> rows[] = {
+      {"--serial", "1:4800", first_port},
+      {"--serial", "8:38400", last_port},
+      {"--usb", "8", usb},
+      {"--lan", "1234567890123456:65535", lan},
+      {"--timeout", "7000", patient},
+  };
+  for (const auto& [option, value, expected] : rows) {
+    std::ostringstream out, err;
+    Session session(out, err, 0);
+    VerbInput input(session);
+    input.Set(option, {value});
+    EXPECT_TRUE(ChooseConnection(input, session)) << err.str();
+    EXPECT_EQ(session.global.Settings, expected) << option << " " << value;
+  }
 }
 
 TEST_F(ProjectorVerbsTest, BadFilesAreFoundBeforeAnythingIsSent) {

@@ -113,25 +113,20 @@ TEST(Settings, SectionLineOnlySetsTheFlag) {
   EXPECT_EQ(Read({";[Warpline Tool 3.0]"}), expected);
 }
 
-TEST(Settings, EveryFieldSurvivesTheFileInAnyOrder) {
-  Settings settings;
-  settings.DemoMode = settings.AutoApplyMenu = settings.CommunicationMode = 1;
-  settings.AutoApply = settings.TestPattern = 0;
-  settings.ConnectDevice = kUsb;
-  settings.SerialTimeOut = 501;
-  settings.LANTimeOut = 502;
-  settings.USBTimeOut = 6999;
-  settings.ComPort = 7;
-  settings.ComSpeed = 1;
-  settings.IPAddress = "10.0.0.7";
-  settings.LANPort = "80";
-  settings.USBPort = 6;
-  settings.DialogPosX = -1920;
-  settings.DialogPosY = 1080;
-  settings.SectionFound = true;
-  const std::vector<std::string> lines = SettingsLines(settings);
+TEST(Settings, EveryKeyIsItsFieldInAnyOrder) {
+  const Settings settings{1, kUsb, 501, 502, 6999,  7,    1, "10.0.0.7", "80",
+                          6, 0,    1,   0,   -1920, 1080, 1, false};
+  const std::vector<std::string> lines{
+      "DemoMode=1",      "ConnectDevice=2",  "SerialTimeOut=501", "LANTimeOut=502",
+      "USBTimeOut=6999", "ComPort=7",        "ComSpeed=1",        "IPAddress=10.0.0.7",
+      "LANPort=80",      "USBPort=6",        "AutoApply=0",       "AutoApplyMenu=1",
+      "TestPattern=0",   "DialogPosX=-1920", "DialogPosY=1080",   "CommunicationMode=1"};
   EXPECT_EQ(Read(lines), settings);
   EXPECT_EQ(Read({lines.rbegin(), lines.rend()}), settings);
+  for (const std::string& line : lines) {
+    const std::size_t equals = line.find('=');
+    EXPECT_EQ(ValueOf(settings, line.substr(0, equals)), line.substr(equals + 1));
+  }
 }
 
 TEST(Settings, TimeOutFollowsTheConnection) {

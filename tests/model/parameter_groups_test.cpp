@@ -78,15 +78,18 @@ TEST(SetUpSlider, ShowsWhatAFileMayHoldBeyondTheSlider) {
 }
 
 TEST(ToggleProjection, ResetsTheAxisForItsNewOrientation) {
-  CorrectionData correction = Reset(2, 0, 0);
-  const CorrectionData before = correction;
-  correction.Axes[kHorizontal] = {40, -10, 5, 6, 7, 1};
-  ToggleProjection(correction, kHorizontal);
-  EXPECT_EQ(correction.Projection[kHorizontal], 1);
-  EXPECT_EQ(correction.Axes[kHorizontal], (AxisParameters{0, 32, 5, 6, 7, 1}));
-  EXPECT_EQ(correction.Axes[kVertical], before.Axes[kVertical]);
-  ToggleProjection(correction, kHorizontal);
-  EXPECT_EQ(correction.Axes[kHorizontal].Optical, -32);
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    CorrectionData correction = Reset(2, 0, 0);
+    for (AxisParameters& parameters : correction.Axes) parameters = {40, -10, 5, 6, 7, 1};
+    CorrectionData expected = correction;
+    ToggleProjection(correction, axis);
+    expected.Projection[axis] = 1;
+    expected.Axes[axis] = {0, 32, 5, 6, 7, 1};
+    EXPECT_EQ(correction, expected);
+    ToggleProjection(correction, axis);
+    EXPECT_EQ(correction.Projection[axis], 0);
+    EXPECT_EQ(correction.Axes[axis].Optical, -32);
+  }
 }
 
 TEST(CurveEditor, IsForOtherScreensInTheDistortionGroups) {
