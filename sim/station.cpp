@@ -74,12 +74,14 @@ Reception Station::Receive() {
   const std::lock_guard lock(mutex_);
   ++callers_;
   const std::optional<FaultRule> fault = faults_.StrikeLink(callers_, !links_.empty());
-  if (fault) TellStrike();
-  if (fault) ++revision_;
-  if (fault && fault->Effect == FaultEffect::kHalfOpen) return {Welcome::kIgnored};
-  if (fault) return {Welcome::kTurnedAway};
-  OpenLinkLocked();
-  return {Welcome::kServed, newest_link_};
+  if (!fault) {
+    OpenLinkLocked();
+    return {Welcome::kServed, newest_link_};
+  }
+  TellStrike();
+  WriteState();
+  const bool ignored = fault->Effect == FaultEffect::kHalfOpen;
+  return {ignored ? Welcome::kIgnored : Welcome::kTurnedAway};
 }
 
 int Station::OpenLink() {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/sim/hex.h"
@@ -89,15 +91,21 @@ TEST(Station, KeepsTheStoredSetOverARestart) {
 }
 
 TEST(Station, SetsAStateFileAsideThatItCannotUse) {
-  World other;
-  StationSetup setup = other.Setup();
-  setup.Projector.Panel = {10, 6};
-  const Station of_another_panel(setup);
+  const auto written = [](PanelSize panel) {
+    World world;
+    StationSetup setup = world.Setup();
+    setup.Projector.Panel = panel;
+    const Station station(setup);
+    return TempFolder::Read(world.folder / "state.json");
+  };
+  const std::string of_another_panel = written({10, 6});
+  std::string short_register = written({8, 6});
+  short_register.replace(short_register.rfind("0080"), 4, "80");
   for (const std::string& text :
        {std::string(), std::string("[Warpline"),
         std::string(R"({"panel": {"width": 8, "height": 6}})"),
         std::string(R"({"panel":{"width":8,"height":6},"stored":{"h_panel_ext":7}})"),
-        TempFolder::Read(other.folder / "state.json")}) {
+        of_another_panel, short_register}) {
     SCOPED_TRACE(text);
     World world;
     world.folder.Write("state.json", text);
@@ -119,14 +127,47 @@ TEST(Station, SaysWhichFileItCannotWrite) {
   EXPECT_EQ(at.Send(kShow), kAcceptedReply);
 }
 
+TEST(Station, HasANewRevisionWithEveryChange) {
+  Station station({.Faults = FaultRules({"once:refuselink"})});
+  const std::function<void()> changes[] = {[&] { station.Receive(); },
+                                           [&] { station.OpenLink(); },
+                                           [&] { station.Exchange(0, FromHex(kProbe)); },
+                                           [&] { station.CloseLink(0); },
+                                           [&] { station.SetFaults(FaultRules({"once:cut"})); },
+                                           [&] { station.RemoveFault("once:cut"); },
+                                           [&] { station.SetSeed(5); },
+                                           [&] { station.SetSpeedUp(3); },
+                                           [&] { station.TurnPower(false); },
+                                           [&] { station.Restart(); }};
+  for (const auto& change : changes) {
+    const std::uint64_t revision = station.Revision();
+    change();
+    EXPECT_NE(station.Revision(), revision) << &change - changes;
+  }
+  const int link = station.OpenLink();
+  for (int i = 0; i < 210; ++i) station.Exchange(link, FromHex(kRunning));
+  EXPECT_EQ(station.Snapshot().Exchanges.size(), kKeptExchanges);
+  EXPECT_EQ(station.Snapshot().Exchanges.back().Number, 211u);
+}
+
 TEST(Station, FaultsStrikeBeforeOrAfterTheWork) {
-  LinkedStation at({.Faults = FaultRules({"nth=2:timeout", "nth=3:short"})});
-  at.Send(kWriteScroll);
-  EXPECT_EQ(at.Send(kShow), "");
-  EXPECT_EQ(at.Scroll(), "0000");
-  at.Send("7F570000050578563412F4");
-  EXPECT_EQ(at.Send(kShow), "21DF000001") << "the echo is not counted";
-  EXPECT_EQ(at.Scroll(), "3344");
+  const std::tuple<const char*, const char*, const char*, std::uint64_t> cases[] = {
+      {"nth=2:timeout", "", "0000", 0},
+      {"nth=2:short", "21DF000001", "3344", 1},
+      {"nth=2:unkept", kAcceptedReply, "0000", 0},
+      {"kind=8:unkept", kAcceptedReply, "0000", 1},
+      {"nth=2:refuse", kRefusedReply, "0000", 0},
+      {"nth=2:cutmid", "21DF00", "3344", 1}};
+  for (const auto& [fault, reply, scroll, shows] : cases) {
+    SCOPED_TRACE(fault);
+    LinkedStation at({.Faults = FaultRules({fault})});
+    at.Send(kWriteScroll);
+    at.Send("7F570000050578563412F4");  // an echo, which is not counted
+    EXPECT_EQ(at.Send(kShow), reply);
+    EXPECT_EQ(at.Scroll(), scroll);
+    EXPECT_EQ(at.station.Snapshot().Count.Shows, shows);
+    EXPECT_EQ(at.station.Snapshot().Count.Exchanges, 2u);
+  }
 }
 
 }  // namespace
