@@ -2,15 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <condition_variable>
 #include <mutex>
+#include <string>
+#include <thread>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace warpline::sim {
 namespace {
 
-using Codes = std::vector<std::uint32_t>;
+using Notes = std::vector<std::pair<std::uint32_t, std::uint32_t>>;  // code and index
 
 constexpr csAdapterList kNoAdapters{};
 
@@ -21,28 +23,24 @@ constexpr DiscoveryRange kEndless{0x7F000063, 1, 9, milliseconds(600'000)};
 // What the library's callback told.
 class Told {
  public:
-  static void WARPLINE_LIBRARY_CALL Record(std::uint32_t code, std::uint32_t first, std::uint32_t,
+  static void WARPLINE_LIBRARY_CALL Record(std::uint32_t code, std::uint32_t index, std::uint32_t,
                                            void* user) {
     auto* told = static_cast<Told*>(user);
     const std::lock_guard lock(told->mutex_);
-    told->codes_.push_back(code);
-    told->first_ = first;
-    told->changed_.notify_all();
+    told->notes_.emplace_back(code, index);
   }
 
-  // The codes so far, when there are that many; what there is after a long time.
-  Codes Wait(std::size_t count) {
-    std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, std::chrono::seconds(30), [&] { return codes_.size() >= count; });
-    return codes_;
+  // All so far, as soon as there are that many.
+  Notes Wait(std::size_t count) {
+    for (;; std::this_thread::yield()) {
+      const std::lock_guard lock(mutex_);
+      if (notes_.size() >= count) return notes_;
+    }
   }
-  std::uint32_t First() const { return first_; }
 
  private:
   std::mutex mutex_;
-  std::condition_variable changed_;
-  Codes codes_;
-  std::uint32_t first_ = 0;
+  Notes notes_;
 };
 
 // A window without controls: the test does what the user would.
@@ -110,21 +108,27 @@ TEST(BeamseekStandin, MarksWhatCannotBeChosen) {
   EXPECT_EQ(ResultOf(std::vector<DiscoveredProjector>(65)).iPjNum, 64);
 }
 
+// One projector, and where it is found.
+struct LeftProjector {
+  std::unique_ptr<DiscoveryResponder> responder =
+      DiscoveryResponder::Open({0x7F000002, 0}, {7142, 5, 1, true, "Left"});
+  DiscoveryRange range{0x7F000002, 1, responder->Where().Port, milliseconds(600'000)};
+};
+
 TEST(BeamseekStandin, WithoutAWindowTellsWhenAllAreFound) {
-  const auto responder = DiscoveryResponder::Open({0x7F000002, 0}, {7142, 5, 1, true, "Left"});
-  ASSERT_TRUE(responder);
-  BeamseekStandin library({}, {0x7F000002, 1, responder->Where().Port, milliseconds(600'000)});
+  const LeftProjector left;
+  BeamseekStandin library({}, left.range);
   Told told;
   const Created search = Create(library, told, 0);
   ASSERT_EQ(search.ok, 1);
   EXPECT_EQ(library.Restart(search.handle, 1), 0) << "not started yet";
   EXPECT_EQ(library.Start(search.handle), 1);
-  EXPECT_EQ(told.Wait(1), Codes{2005});
+  EXPECT_EQ(told.Wait(1), (Notes{{2005, 0}}));
   ASSERT_EQ(search.result->iPjNum, 1);
   EXPECT_STREQ(search.result->PJData[0].cName, "Left");
   EXPECT_EQ(library.Start(search.handle), 0) << "only once";
   EXPECT_EQ(library.Restart(search.handle, 1), 1);
-  EXPECT_EQ(told.Wait(2), (Codes{2005, 2005}));
+  EXPECT_EQ(told.Wait(2), (Notes{{2005, 0}, {2005, 0}}));
   EXPECT_EQ(library.Destroy(search.handle), 1);
   EXPECT_EQ(library.Destroy(search.handle), 0) << "exactly once";
 }
@@ -157,15 +161,13 @@ TEST(BeamseekStandin, EndsASearchThatIsDestroyed) {
   ASSERT_EQ(library.Start(search.handle), 1);
   EXPECT_EQ(library.Restart(search.handle, kRestartFromStart), 1);
   EXPECT_EQ(library.Destroy(search.handle), 1);
-  EXPECT_EQ(told.Wait(0), Codes{}) << "nothing is told any more";
+  EXPECT_EQ(told.Wait(0), Notes{}) << "nothing is told any more";
 }
 
 TEST(BeamseekStandin, LetsTheWindowDecide) {
-  const auto responder = DiscoveryResponder::Open({0x7F000002, 0}, {7142, 5, 1, true, "Left"});
-  ASSERT_TRUE(responder);
+  const LeftProjector left;
   ScriptedWindow::Log window;
-  BeamseekStandin library(ScriptedWindow::Factory(window),
-                          {0x7F000002, 1, responder->Where().Port, milliseconds(600'000)});
+  BeamseekStandin library(ScriptedWindow::Factory(window), left.range);
   Told told;
   const Created search = Create(library, told, kSearchShowWindow | kSearchJapanese);
   ASSERT_EQ(search.ok, 1);
@@ -180,9 +182,8 @@ TEST(BeamseekStandin, LetsTheWindowDecide) {
   EXPECT_EQ(library.Restart(search.handle, kRestartGoOn), 1);
   EXPECT_EQ(library.Restart(search.handle, kRestartFromStart), 1);
   EXPECT_EQ(WaitForResult(window.host).iPjNum, 1);
-  window.host.Notify(kSearchSelected, 0);
-  EXPECT_EQ(told.Wait(1), Codes{2000}) << "2005 is only told where there is no window";
-  EXPECT_EQ(told.First(), 0U);
+  window.host.Notify(kSearchSelected, 7);
+  EXPECT_EQ(told.Wait(1), (Notes{{2000, 7}})) << "2005 is only told where there is no window";
   EXPECT_EQ(window.alive, 1);
   EXPECT_EQ(library.Destroy(search.handle), 1);
   EXPECT_EQ(window.alive, 0);

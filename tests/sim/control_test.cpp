@@ -57,7 +57,8 @@ std::string Ask(Channel& channel, std::string_view line) {
   std::array<std::uint8_t, 512> buffer{};
   while (!answer.ends_with("ok\n")) {
     const ReadResult read = channel.Read(buffer, kEnough);
-    if (read.Status != ChannelStatus::kOk) return answer + "<closed>";
+    if (read.Status == ChannelStatus::kClosed) return answer + "<closed>";
+    if (read.Status == ChannelStatus::kTimedOut) return answer + "<silent>";
     answer.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(read.Count));
   }
   return answer;

@@ -10,10 +10,8 @@ namespace {
 
 // Streams of right frames with a few changes, always the same ones.
 TEST(FrameDecoder, StandsWhatAFixedSeedBringsUp) {
-  const char* const frames[] = {
-      "01DF000000E0",     "01DF0000020000E2",      "01DF00000608000200334467", "01DF0000020100E3",
-      "01DF0000021200F4", "01DE0000020100E2",      "021A000002020121",         "00850000010086",
-      "7F5700000101D8",   "7F570000050407000000E6"};
+  const char* const frames[] = {kProbe, kClear,   kWriteScroll, kShow,    kStore,
+                                kMode1, kPrepare, kClass,       kRunning, kInput7};
   std::mt19937 random(20);
   for (int round = 0; round < 20000; ++round) {
     Bytes stream{static_cast<std::uint8_t>(random() % 256)};

@@ -90,14 +90,6 @@ TEST(LinkFaults, RestartLosesWhatWasOnlyApplied) {
   EXPECT_EQ(Scroll(server), "3344") << "stored";
 }
 
-TEST(LinkFaults, UnkeptValuesAreAnsweredAndForgotten) {
-  ProjectorServer server({}, {"kind=8:unkept", "kind=21:unkept"});
-  ASSERT_TRUE(Send(server, {kWriteScroll, kShow, kStore}));
-  EXPECT_EQ(Scroll(server), "0000");
-  EXPECT_EQ(server.Snapshot().Count.Refused, 0u);
-  EXPECT_EQ(server.Snapshot().Count.Stores, 0u);
-}
-
 TEST(LinkFaults, ADuplicateReplyIsNotTakenForTheNext) {
   ProjectorServer server({}, {"once:duplicate"});
   Caller caller(Connect(server), false);

@@ -11,6 +11,7 @@
 #include "model/registers.h"
 #include "sim/projector.h"
 #include "sim/test_picture.h"
+#include "tests/sim/hex.h"
 
 namespace warpline::sim {
 namespace {
@@ -97,7 +98,21 @@ TEST(Picture, FollowsTheRegisters) {
   EXPECT_GT(picture.At(16, 60)[2], 60) << "its first column";
 }
 
-TEST(Picture, IsWrittenAsAPng) {
+TEST(Picture, TakesAnotherSize) {
+  RgbImage picture = BlackImage({4, 2});
+  picture.Pixels = FromHex("000000101010202020303030808080909090A0A0A0B0B0B0");
+  const auto resized = [&](PanelSize size) { return ToHex(Resized(picture, size).Pixels); };
+  EXPECT_EQ(resized({2, 2}), "080808282828888888A8A8A8") << "each pixel is the mean of two";
+  EXPECT_EQ(resized({4, 3}),
+            "000000101010202020303030404040505050606060707070808080909090A0A0A0B0B0B0");
+}
+
+// 2 by 2 pixels with transparency: red, half green; invisible blue, white.
+constexpr const char* kTransparentPng =
+    "89504E470D0A1A0A0000000D494844520000000200000002080600000072B60D24000000144944415478DA63"
+    "F8CFC0F01F081B18C0341000003FD708795FC76DB10000000049454E44AE426082";
+
+TEST(Picture, IsWrittenAndReadAsAPng) {
   const RgbImage picture = TestPicture(kPanel);
   const std::optional<std::string> png = PngOf(picture);
   ASSERT_TRUE(png);
@@ -106,6 +121,10 @@ TEST(Picture, IsWrittenAsAPng) {
   ASSERT_TRUE(read) << reason;
   EXPECT_EQ((PanelSize{read->Width, read->Height}), kPanel);
   EXPECT_EQ(read->Pixels, picture.Pixels);
+  const Bytes transparent = FromHex(kTransparentPng);
+  const auto on_black = ImageOfPng(std::string(transparent.begin(), transparent.end()), reason);
+  ASSERT_TRUE(on_black) << reason;
+  EXPECT_EQ(ToHex(on_black->Pixels), "FF0000008000000000FFFFFF");
   EXPECT_FALSE(ImageOfPng(png->substr(0, png->size() / 2), reason));
   EXPECT_FALSE(ImageOfPng("", reason));
   EXPECT_FALSE(ImageOfPng("GIF89a", reason));

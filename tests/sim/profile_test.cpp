@@ -7,7 +7,6 @@
 #include <string>
 #include <tuple>
 
-#include "tests/sim/hex.h"
 #include "tests/support/source_folder.h"
 #include "tests/support/temp_folder.h"
 
@@ -55,13 +54,6 @@ TEST(Profile, ShippedOnesCoverTheClasses) {
     classes.insert(profile->Projector.ModelClass);
   }
   EXPECT_EQ(classes, (std::set<int>{2, 3, 4, 5}));
-}
-
-TEST(Profile, AnOldProjectorTakesNoRegisterCommand) {
-  LinkedStation at({.Projector = {.Panel = {}, .ModelClass = 3, .TakesCommands = false}});
-  EXPECT_EQ(at.Send(kProbe), kAcceptedReply);
-  EXPECT_EQ(at.Send(kWriteScroll), "21DF0000010102");
-  EXPECT_EQ(at.Send(kShow), "21DF0000010102");
 }
 
 }  // namespace

@@ -32,6 +32,7 @@ ProjectorSetup Class(int model_class, int reply5 = 0) {
 
 const ProjectorSetup kStandby{.Panel = kPanel, .PowerState = Power::kStandby};
 const ProjectorSetup kWithoutPanel{.Panel = kPanel, .ReportsPanel = false};
+const ProjectorSetup kBlockAlone{.Panel = kPanel, .ModelClass = 3, .TakesCommands = false};
 
 // A projector and one link to it.
 struct World {
@@ -76,6 +77,9 @@ TEST(Projector, AnswersEachFrame) {
       {"store, class 4", Class(4), kStore, "21DF0000010102"},
       {"clear", Class(5), kClear, kAcceptedReply},
       {"clear without correction", Class(1), kClear, "21DF0000010102"},
+      {"probe, block alone", kBlockAlone, kProbe, kAcceptedReply},
+      {"register, block alone", kBlockAlone, kWriteScroll, "21DF0000010102"},
+      {"show, block alone", kBlockAlone, kShow, "21DF0000010102"},
       {"number 13", Class(5), "01DF0000050D00010001F4", kRefusedReply},
       {"number 19 as data", Class(5), "01DF0000021300F5", "21DF0000010102"},
       {"one byte too many", Class(5), "01DF000003000000E3", kRefusedReply},
@@ -134,7 +138,7 @@ TEST(Projector, WritesEachRegister) {
   EXPECT_EQ(world.projector.Working()[0][4], "55");
 }
 
-TEST(Projector, AppliesThenStoresThenClears) {
+TEST(Projector, AppliesThenStoresThenClearsThenRestarts) {
   World world;
   world.SendAll({kPrepare, kClear, kHorizontalSet, kVerticalSet, kHorizontalStadium,
                  kVerticalStadium, kShow});
@@ -147,6 +151,13 @@ TEST(Projector, AppliesThenStoresThenClears) {
   world.SendAll({kShow});
   EXPECT_EQ(world.projector.Working(), kNeutral);
   EXPECT_EQ(world.projector.Stored(), kSent);
+  world.SendAll({kHorizontalSet, kMode2, kInput7});
+  world.projector.Restart();
+  EXPECT_EQ(world.projector.Working(), kSent);
+  EXPECT_EQ(world.projector.Mode(), 0);
+  EXPECT_EQ(world.projector.Input(), 1);
+  world.SendAll({kShow});
+  EXPECT_EQ(world.projector.Working(), kNeutral) << "what had come in is lost";
 }
 
 TEST(Projector, TakesTheWholeBlockAtItsAddressOnly) {
@@ -258,8 +269,11 @@ TEST(FrameReader, CutsTheStream) {
   EXPECT_EQ(reader.Next(), FromHex(kClear));
   EXPECT_EQ(reader.Next(), FromHex(kShow));
   EXPECT_EQ(reader.Next(), std::nullopt);
-  reader.Append(FromHex("00FFFF00"));
-  EXPECT_EQ(reader.Next(), FromHex("01DF00FFFF00")) << "a nonsensical count ends the waiting";
+  reader.Append(FromHex("00100000"));
+  EXPECT_EQ(reader.Next(), std::nullopt) << "4096 bytes may come";
+  reader.Clear();
+  reader.Append(FromHex("01DF00100100"));
+  EXPECT_EQ(reader.Next(), FromHex("01DF00100100")) << "a nonsensical count ends the waiting";
   EXPECT_TRUE(reader.IsEmpty());
 }
 

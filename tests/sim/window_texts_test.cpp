@@ -34,6 +34,7 @@ TEST(WindowTexts, AreThereInBothLanguages) {
     EXPECT_EQ(std::ranges::count(file, '\n'), std::ssize(kWindowTextKeys)) << "no text too many";
     EXPECT_NE(WindowTexts(file)[WindowText::kTitle].find("SIMULATOR"), std::string::npos);
   }
+  EXPECT_EQ(WindowTexts("Title: a\\nb\\tc\n")[WindowText::kTitle], "a\nb\tc");
   EXPECT_EQ(english.Fill(WindowText::kCannotOpen, {"{1}", "b"}), "\"{1}\" cannot be shown: b");
 }
 
