@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <limits>
 #include <optional>
 #include <vector>
+
+#include "sim/whole_number.h"
 
 namespace warpline::sim {
 namespace {
@@ -21,14 +23,6 @@ std::string Done(const std::vector<std::string>& lines = {}) {
 
 std::string Failed(const std::string& reason) {
   return "error: " + reason + "\n";
-}
-
-std::optional<std::uint64_t> Number(std::string_view text) {
-  std::uint64_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end) return std::nullopt;
-  return value;
 }
 
 std::string Row(const char* name, std::uint64_t value) {
@@ -73,7 +67,7 @@ std::string Clear(Station& station, std::string_view text) {
 }
 
 std::string Seed(Station& station, std::string_view text) {
-  const std::optional<std::uint64_t> seed = Number(text);
+  const auto seed = WholeNumber<std::uint64_t>(text, 0, std::numeric_limits<std::uint64_t>::max());
   if (!seed) return Failed("seed needs a whole number");
   station.SetSeed(*seed);
   return Done();
@@ -86,11 +80,9 @@ std::string TurnPower(Station& station, std::string_view text) {
 }
 
 std::string SpeedUp(Station& station, std::string_view text) {
-  const std::optional<std::uint64_t> factor = Number(text);
-  if (!factor || *factor < 1 || *factor > kHighestSpeedUp) {
-    return Failed("speedup needs a number from 1 to 1000");
-  }
-  station.SetSpeedUp(static_cast<int>(*factor));
+  const std::optional<int> factor = WholeNumber(text, 1, kHighestSpeedUp);
+  if (!factor) return Failed("speedup needs a number from 1 to 1000");
+  station.SetSpeedUp(*factor);
   return Done();
 }
 

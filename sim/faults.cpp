@@ -5,6 +5,8 @@
 #include <charconv>
 #include <utility>
 
+#include "sim/whole_number.h"
+
 namespace warpline::sim {
 namespace {
 
@@ -65,14 +67,6 @@ const EffectRow& RowOf(FaultEffect effect) {
   return *std::ranges::find(kEffects, effect, &EffectRow::effect);
 }
 
-std::optional<std::uint64_t> Number(std::string_view text) {
-  std::uint64_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end) return std::nullopt;
-  return value;
-}
-
 // Removes the prefix; false when the text does not begin with it.
 bool Take(std::string_view& text, std::string_view prefix) {
   if (!text.starts_with(prefix)) return false;
@@ -80,27 +74,25 @@ bool Take(std::string_view& text, std::string_view prefix) {
   return true;
 }
 
-bool IsPlainCommand(std::uint64_t number) {
-  return number <= 12 || number == 14 || number == 16 || number == 17;
+// The number of a command without a row of its own in the table.
+std::optional<int> PlainCommand(std::string_view name) {
+  const std::optional<int> number = WholeNumber(name, 0, 17);
+  return number == 13 || number == 15 ? std::nullopt : number;
 }
 
 bool IsKind(std::string_view name) {
   if (name == "any" || name == "probe") return true;
   if (std::ranges::find(kKinds, name, &KindRow::name) != kKinds.end()) return true;
-  const std::optional<std::uint64_t> number = Number(name);
-  return number && IsPlainCommand(*number);
+  return PlainCommand(name).has_value();
 }
 
 // A whole number in a range; else false, and the reason.
 bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most,
                 std::uint64_t& value, std::string& reason, const char* needed) {
-  const std::optional<std::uint64_t> number = Number(text);
-  if (number && *number >= least && *number <= most) {
-    value = *number;
-    return true;
-  }
-  reason = needed;
-  return false;
+  const std::optional<std::uint64_t> number = WholeNumber(text, least, most);
+  value = number.value_or(value);
+  if (!number) reason = needed;
+  return number.has_value();
 }
 
 bool ParseChance(std::string_view text, double& chance, std::string& reason) {
@@ -188,9 +180,7 @@ bool IsOfKind(std::string_view kind, ByteView frame) {
            (row.byte5 == kAnyByte || row.byte5 == byte5);
   });
   if (in_table) return true;
-  const std::optional<std::uint64_t> number = Number(kind);
-  return number && IsPlainCommand(*number) && HasHeader(frame, kDataHeader) &&
-         byte5 == static_cast<int>(*number);
+  return HasHeader(frame, kDataHeader) && PlainCommand(kind) == byte5;
 }
 
 }  // namespace

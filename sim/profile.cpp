@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+
+#include "sim/whole_number.h"
 
 namespace warpline::sim {
 namespace {
@@ -13,16 +14,6 @@ using Json = nlohmann::json;
 
 constexpr std::array<std::string_view, 6> kKeys{"name",   "panel",         "class",
                                                 "reply5", "reports_panel", "takes_commands"};
-
-std::optional<int> PanelSide(std::string_view text) {
-  int value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < kMinPanel || value > kMaxPanel) {
-    return std::nullopt;
-  }
-  return value;
-}
 
 void CheckKeys(const Json& json) {
   if (!json.is_object()) throw std::invalid_argument("it is not one JSON object");
@@ -63,8 +54,8 @@ Profile ProfileOf(const Json& json) {
 std::optional<PanelSize> PanelSizeOf(std::string_view text) {
   const std::size_t cross = text.find('x');
   if (cross == std::string_view::npos) return std::nullopt;
-  const std::optional<int> width = PanelSide(text.substr(0, cross));
-  const std::optional<int> height = PanelSide(text.substr(cross + 1));
+  const std::optional<int> width = WholeNumber(text.substr(0, cross), kMinPanel, kMaxPanel);
+  const std::optional<int> height = WholeNumber(text.substr(cross + 1), kMinPanel, kMaxPanel);
   if (!width || !height) return std::nullopt;
   return PanelSize{*width, *height};
 }

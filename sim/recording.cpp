@@ -1,13 +1,13 @@
 #include "sim/recording.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <stdexcept>
 #include <utility>
 
 #include "core/conversions.h"
 #include "sim/frame_names.h"
+#include "sim/whole_number.h"
 
 namespace warpline::sim {
 namespace {
@@ -32,13 +32,9 @@ std::vector<std::string_view> FieldsOf(std::string_view line) {
 }
 
 std::uint64_t NumberOf(std::string_view text, std::uint64_t least, const char* needed) {
-  std::uint64_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < least || value > kHighestNumber) {
-    throw std::invalid_argument(needed);
-  }
-  return value;
+  const std::optional<std::uint64_t> value = WholeNumber(text, least, kHighestNumber);
+  if (!value) throw std::invalid_argument(needed);
+  return *value;
 }
 
 Bytes BytesOf(std::string_view hex) {

@@ -1,9 +1,9 @@
 #include "sim/socket.h"
 
-#include <charconv>
 #include <memory>
 
 #include "sim/socket_os.h"
+#include "sim/whole_number.h"
 
 namespace warpline::sim {
 namespace {
@@ -45,15 +45,6 @@ class TcpChannel : public Channel {
   SocketHandle socket_;
 };
 
-// The whole text as a decimal number up to a limit.
-std::optional<std::uint32_t> DecimalUpTo(std::string_view text, std::uint32_t limit) {
-  std::uint32_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value > limit) return std::nullopt;
-  return value;
-}
-
 }  // namespace
 
 std::optional<std::uint32_t> LoopbackAddress(std::string_view text) {
@@ -62,7 +53,7 @@ std::optional<std::uint32_t> LoopbackAddress(std::string_view text) {
   for (int part = 0; part < 4; ++part) {
     const std::size_t end = part < 3 ? text.find('.') : text.size();
     if (end == std::string_view::npos) return std::nullopt;
-    const std::optional<std::uint32_t> value = DecimalUpTo(text.substr(0, end), 255);
+    const auto value = WholeNumber<std::uint32_t>(text.substr(0, end), 0, 255);
     if (!value) return std::nullopt;
     address = address << 8 | *value;
     if (part < 3) text.remove_prefix(end + 1);
@@ -72,9 +63,7 @@ std::optional<std::uint32_t> LoopbackAddress(std::string_view text) {
 }
 
 std::optional<std::uint16_t> PortNumber(std::string_view text) {
-  const std::optional<std::uint32_t> value = DecimalUpTo(text, 65535);
-  if (!value) return std::nullopt;
-  return static_cast<std::uint16_t>(*value);
+  return WholeNumber<std::uint16_t>(text, 0, 65535);
 }
 
 std::string TextOf(const Endpoint& endpoint) {
