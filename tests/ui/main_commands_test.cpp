@@ -215,7 +215,12 @@ TEST_F(OpenedMainCommands, FocusSurvivesWorkDialogsAndDisabledRows) {
     const wxWindow* focus = wxWindow::FindFocus();
     return focus != nullptr && focus->IsEnabled() ? focus->GetName().utf8_string() : "none";
   };
-  bar.SetFocus();
+  const auto activate = [](wxTopLevelWindow& window, wxWindow& control) {
+    window.Raise();
+    control.SetFocus();
+    EXPECT_TRUE(SettleUntil([&] { return window.IsActive() && control.HasFocus(); }));
+  };
+  activate(*rig.window, bar);
   {
     const BusyBracket bracket(rig.busy);
     rig.window->Controller().MoveSlider(1, 1);  // the row above can be used now
@@ -231,12 +236,11 @@ TEST_F(OpenedMainCommands, FocusSurvivesWorkDialogsAndDisabledRows) {
   } rows[] = {{"ctrl_bar1", "ctrl_bar1", 1}, {"ctrl_bar0", "scr_select", 0}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.before);
-    rig.Find(row.before).SetFocus();
+    activate(*rig.window, rig.Find(row.before));
     auto* box = new wxDialog(rig.window, wxID_ANY, "");
     box->Show();
-    (new wxButton(box, wxID_OK))->SetFocus();
-    box->Destroy();
-    Settle();
+    activate(*box, *new wxButton(box, wxID_OK));
+    delete box;
     ASSERT_EQ(focus_name(), "none") << "work begins right behind a dialog";
     {
       const BusyBracket bracket(rig.busy);
