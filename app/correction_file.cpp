@@ -2,20 +2,10 @@
 
 #include <string_view>
 
-#include "core/fault.h"
+#include "app/fault_report.h"
 
 namespace warpline {
 namespace {
-
-template <typename Work>
-bool ReportingFaults(const Messages& messages, const Work& work) {
-  try {
-    return work();
-  } catch (const Fault& fault) {
-    messages.ShowFault(fault.code());
-    return false;
-  }
-}
 
 bool Read(LSSfile& file, const Messages& messages, const std::filesystem::path& path,
           std::string_view type) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "core/fault.h"
+#include "app/fault_report.h"
 #include "model/curve.h"
 #include "model/profile.h"
 
@@ -172,12 +172,11 @@ CurveEditor::CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files,
 template <typename Work>
 bool CurveEditor::Edit(Work work) {
   CurveDefinition next = curve_;
-  try {
+  const bool done = ReportingFaults(messages_, [&] {
     work(next);
-  } catch (const Fault& fault) {
-    messages_.ShowFault(fault.code());
-    return false;
-  }
+    return true;
+  });
+  if (!done) return false;
   changed_ = changed_ || next != curve_;
   curve_ = next;
   return true;

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "app/correction_file.h"
+#include "app/fault_report.h"
 #include "app/save_name.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
-#include "core/fault.h"
 #include "model/parameter_groups.h"
 #include "model/registers.h"
 
@@ -22,17 +22,6 @@ bool HasRegisterFileName(const std::filesystem::path& path) {
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   return extension == ".WLR";
-}
-
-// The outer edge of the arithmetic: a fault ends the work and becomes the run-time error report.
-template <typename Work>
-bool WithoutFault(const Messages& messages, Work work) {
-  try {
-    return work();
-  } catch (const Fault& fault) {
-    messages.ShowFault(fault.code());
-    return false;
-  }
 }
 
 }  // namespace
@@ -64,7 +53,7 @@ void MainController::SelectGroup(int group) {
 
 PreviewDrawing MainController::Preview() const {
   PreviewDrawing drawing;
-  WithoutFault(messages_, [&] {
+  ReportingFaults(messages_, [&] {
     drawing = Redraw(global_.Correction, global_.SecondCopy);
     return true;
   });
@@ -220,7 +209,7 @@ bool MainController::SaveTo(const std::filesystem::path& path) {
 
 bool MainController::SaveRegistersTo(const std::filesystem::path& path) {
   const BusyBracket bracket(busy_);
-  return WithoutFault(messages_, [&] {
+  return ReportingFaults(messages_, [&] {
     global_.Registers = BuildRegisters(global_.Correction, global_.Panel);
     return files_.SaveDataFile(path, kTypeWlr);
   });

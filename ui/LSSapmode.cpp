@@ -23,7 +23,7 @@ LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorComman
       busy_(busy) {
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(CreateOptions(global), wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
-  buttons_ = CreateDialogButtons(DialogControls(this, global), true);
+  buttons_ = CreateDialogButtons(ControlMaker(this, global), true);
   all->Add(LayDialogButtons(this, buttons_),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   buttons_.apply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Apply(); });
@@ -43,7 +43,7 @@ LSSapmode::~LSSapmode() {
 
 wxSizer* LSSapmode::CreateOptions(const LSSglobal& global) {
   auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global, kFrame));
-  const DialogControls make(frame->GetStaticBox(), global);
+  const ControlMaker make(frame->GetStaticBox(), global);
   for (int mode = 0; mode < kProjectorModeCount; ++mode) {
     auto* option =
         make.RadioButton(wxString::Format("Option1%d", mode), kFirstMode + mode, mode == 0);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "ui/dialog_controls.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/wx_text.h"
@@ -15,42 +16,20 @@ namespace {
 constexpr int kFirstScreenType = 168;
 constexpr int kSelectScreen = 165;
 
-// One maker of captioned controls, so that name, caption and parent are given in one place.
-class Maker {
- public:
-  Maker(wxWindow* parent, const LSSglobal& global) : parent_(parent), global_(global) {}
-
-  wxButton* Button(const char* name, int caption) const {
-    return new wxButton(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
-                        wxDefaultValidator, name);
-  }
-  wxCheckBox* CheckBox(const char* name, int caption) const {
-    return new wxCheckBox(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
-                          wxDefaultValidator, name);
-  }
-  wxString Text(int caption) const { return CaptionOf(global_, caption); }
-
- private:
-  wxWindow* parent_;
-  const LSSglobal& global_;
-};
-
-wxSizer* CreateScreenLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+wxSizer* CreateScreenLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
   auto* caption = new wxStaticText(panel, wxID_ANY, make.Text(kSelectScreen), wxDefaultPosition,
                                    wxDefaultSize, 0, "scr_select_name");
-  controls.scr_select = new wxChoice(panel, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
-                                     0, wxDefaultValidator, "scr_select");
+  controls.scr_select = make.Choice("scr_select", kSelectScreen);
   for (int type = 0; type < kScreenTypeCount; ++type) {
     controls.scr_select->Append(make.Text(kFirstScreenType + type));
   }
-  controls.scr_select->SetLabel(make.Text(kSelectScreen));
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(caption, AtCentre());
   line->Add(controls.scr_select, AtCentre().Border(wxLEFT, Gap(panel)));
   return line;
 }
 
-wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Maker& make) {
+wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
   auto* holder = new wxPanel(panel, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
                              "ctrl_select");
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -66,7 +45,7 @@ wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Make
 }
 
 // Symmetry boxes and editor button share one place of constant height.
-wxSizer* CreateExtrasLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+wxSizer* CreateExtrasLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
   controls.lr_symm = make.CheckBox("lr_symm", 163);
   controls.ud_symm = make.CheckBox("ud_symm", 164);
   controls.corre_edit = make.Button("corre_edit", 167);
@@ -78,7 +57,7 @@ wxSizer* CreateExtrasLine(MainControls& controls, wxWindow* panel, const Maker& 
   return line;
 }
 
-wxSizer* CreateParameterBlock(MainControls& controls, wxWindow* panel, const Maker& make,
+wxSizer* CreateParameterBlock(MainControls& controls, wxWindow* panel, const ControlMaker& make,
                               const SliderHandlers& handlers) {
   wxWindow* groups = CreateGroupButtons(controls, panel, make);
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -94,7 +73,7 @@ wxSizer* CreateParameterBlock(MainControls& controls, wxWindow* panel, const Mak
   return block;
 }
 
-wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Maker& make) {
+wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
   controls.testpattern = make.CheckBox("testpattern", 166);
   controls.initbutton = make.Button("initbutton", 6);
   controls.applybutton = make.Button("applybutton", 10);
@@ -115,7 +94,7 @@ wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Maker& 
 
 MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, SliderHandlers handlers) {
   MainControls controls;
-  const Maker make(panel, global);
+  const ControlMaker make(panel, global);
   const int edge = WideGap(panel);
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(CreateScreenLine(controls, panel, make), wxSizerFlags().Expand().Border(wxALL, edge));

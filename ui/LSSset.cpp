@@ -42,7 +42,7 @@ LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
       messages_(messages) {
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(CreateFields(), wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
-  const DialogButtons buttons = CreateDialogButtons(DialogControls(this, global), false);
+  const DialogButtons buttons = CreateDialogButtons(ControlMaker(this, global), false);
   all->Add(LayDialogButtons(this, buttons),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
@@ -56,7 +56,7 @@ LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
 wxSizer* LSSset::CreateFields() {
   auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global_, kDevices));
   wxWindow* box = frame->GetStaticBox();
-  const DialogControls make(box, global_);
+  const ControlMaker make(box, global_);
   devices_ = {make.RadioButton("com_option", kSerialCaption, true),
               make.RadioButton("lan_option", kLanCaption, false),
               make.RadioButton("usb_option", kUsbCaption, false)};

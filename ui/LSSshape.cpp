@@ -18,7 +18,7 @@ LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
     : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE, "LSSshape"),
       shape_(kNoShape) {
-  const DialogControls make(this, global);
+  const ControlMaker make(this, global);
   list_ = make.Choice("Combo1", kTitle);
   for (const int shape : kShapes) list_->Append(make.Text(shape));
   list_->SetSelection(0);

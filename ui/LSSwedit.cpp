@@ -58,7 +58,7 @@ LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
   upper->Add(graph_, wxSizerFlags(1).Expand());
   upper->Add(CreateColumn(), wxSizerFlags().Expand().Border(wxLEFT, WideGap(this)));
   wxSizer* read_out = CreateReadOut();
-  buttons_ = CreateDialogButtons(DialogControls(this, parts_.global), true);
+  buttons_ = CreateDialogButtons(ControlMaker(this, parts_.global), true);
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(upper, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
   all->Add(LayDialogButtons(this, buttons_, read_out),
@@ -71,7 +71,7 @@ LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
 }
 
 wxSizer* LSSwedit::CreateColumn() {
-  const DialogControls make(this, parts_.global);
+  const ControlMaker make(this, parts_.global);
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags field = wxSizerFlags().Expand().Border(wxTOP, Gap(this) / 2);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, WideGap(this));

@@ -10,44 +10,44 @@ enum ButtonCaption : int { kCancelCaption = 8, kOkCaption = 9, kApplyCaption = 1
 
 }  // namespace
 
-wxString DialogControls::Text(int caption) const {
+wxString ControlMaker::Text(int caption) const {
   return CaptionOf(global_, caption);
 }
 
-wxButton* DialogControls::Button(const char* name, int caption, int id) const {
+wxButton* ControlMaker::Button(const char* name, int caption, int id) const {
   return new wxButton(parent_, id, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
                       wxDefaultValidator, name);
 }
 
-wxCheckBox* DialogControls::CheckBox(const char* name, int caption) const {
+wxCheckBox* ControlMaker::CheckBox(const char* name, int caption) const {
   return new wxCheckBox(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, 0,
                         wxDefaultValidator, name);
 }
 
-wxRadioButton* DialogControls::RadioButton(const wxString& name, int caption, bool first) const {
+wxRadioButton* ControlMaker::RadioButton(const wxString& name, int caption, bool first) const {
   return new wxRadioButton(parent_, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize,
                            first ? wxRB_GROUP : 0, wxDefaultValidator, name);
 }
 
-wxStaticText* DialogControls::Caption(int caption) const {
+wxStaticText* ControlMaker::Caption(int caption) const {
   return new wxStaticText(parent_, wxID_ANY, Text(caption));
 }
 
-wxChoice* DialogControls::Choice(const char* name, int caption) const {
+wxChoice* ControlMaker::Choice(const char* name, int caption) const {
   auto* list = new wxChoice(parent_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr, 0,
                             wxDefaultValidator, name);
   list->SetLabel(Text(caption));
   return list;
 }
 
-wxChoice* DialogControls::Choice(const char* name, int caption,
-                                 std::span<const char* const> entries) const {
+wxChoice* ControlMaker::Choice(const char* name, int caption,
+                               std::span<const char* const> entries) const {
   wxChoice* list = Choice(name, caption);
   for (const char* entry : entries) list->Append(entry);
   return list;
 }
 
-DialogButtons CreateDialogButtons(const DialogControls& make, bool with_apply) {
+DialogButtons CreateDialogButtons(const ControlMaker& make, bool with_apply) {
   DialogButtons buttons;
   buttons.ok = make.Button("OKButton", kOkCaption, wxID_OK);
   buttons.cancel = make.Button("CancelButton", kCancelCaption, wxID_CANCEL);

@@ -12,15 +12,15 @@
 
 #include "core/LSSglobal.h"
 
-// What the dialogs share: captioned controls with their product names, and the line of buttons at
-// the foot.
+// What the windows share: captioned controls with their product names, and the dialogs' line of
+// buttons at the foot.
 
 namespace warpline {
 
-class DialogControls {
+class ControlMaker {
  public:
   // Makes children of parent with texts of the language in force.
-  DialogControls(wxWindow* parent, const LSSglobal& global) : parent_(parent), global_(global) {}
+  ControlMaker(wxWindow* parent, const LSSglobal& global) : parent_(parent), global_(global) {}
 
   wxString Text(int caption) const;
   wxButton* Button(const char* name, int caption, int id = wxID_ANY) const;
@@ -44,7 +44,7 @@ struct DialogButtons {
   wxButton* cancel = nullptr;
   wxButton* apply = nullptr;
 };
-DialogButtons CreateDialogButtons(const DialogControls& make, bool with_apply);
+DialogButtons CreateDialogButtons(const ControlMaker& make, bool with_apply);
 
 // Apply can be used while there is something to apply. When it cannot any more, the focus does not
 // vanish with it.
