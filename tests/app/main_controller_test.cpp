@@ -178,21 +178,6 @@ TEST(MainController, DemoModeContactsNobody) {
   EXPECT_TRUE(rig.display.messages.empty());
 }
 
-TEST(MainController, RefusedCommandKeepsTheModel) {
-  for (const auto run : {&MainController::Apply, &MainController::Store}) {
-    ControllerRig rig;
-    rig.V().Distortion = 40;
-    const CorrectionData before = rig.global.Correction;
-    rig.library.results[2] = kBeamlinkNoResponse;
-    (rig.controller.*run)();
-    EXPECT_EQ(rig.global.Correction, before);
-    EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(139, -3)});
-    EXPECT_EQ(rig.library.calls.back(), "close");
-    EXPECT_GE(rig.view.models_shown, 1);
-    EXPECT_EQ(rig.window_busy.depth, 0);
-  }
-}
-
 TEST(MainController, CommandInsideACommandDoesNothing) {
   ControllerRig rig;
   rig.V().Distortion = 40;

@@ -49,16 +49,5 @@ TEST(Startup, FilesAndFoldersInTheWayArePassedOver) {
   EXPECT_EQ(no_folder.display.messages.size(), 1U);
 }
 
-TEST(Startup, SavedSettingsComeBackWithTheWindowPosition) {
-  StartupRig rig;
-  rig.global.Settings.AutoApplyMenu = 1;
-  ASSERT_TRUE(SaveSettings(rig.global, rig.files, rig.temp.Path(), -5, 99));
-  EXPECT_TRUE(rig.Load());
-  EXPECT_EQ(rig.global.Settings.AutoApplyMenu, 1);
-  EXPECT_EQ(rig.global.Settings.DialogPosX, -5);
-  EXPECT_EQ(rig.global.Settings.DialogPosY, 99);
-  EXPECT_TRUE(rig.display.messages.empty());
-}
-
 }  // namespace
 }  // namespace warpline

@@ -195,6 +195,8 @@ TEST_F(ConnectionDialogs, ModeDialogAppliesAndCancels) {
   });
   rig.Pick("menu_opt_pjmode");
   EXPECT_EQ(rig.server.Snapshot().Mode, 1);
+  const BusyBracket bracket(rig.busy);
+  EXPECT_FALSE(rig.window->IsEnabled()) << "work is the main window's again";
 }
 
 TEST_F(ConnectionDialogs, ModeDialogNeedsTheProjectorUnlessInDemoMode) {

@@ -30,6 +30,7 @@ TEST(MainCommands, ButtonsAndProjectionItemsReachTheProjector) {
   EXPECT_EQ(rig.SentByItem("menu_opt_lr_reverse"), kApplyWords);
   EXPECT_EQ(rig.H().Distortion, 0);
   EXPECT_TRUE(rig.Item("menu_opt_lr_reverse").IsChecked());
+  EXPECT_EQ(rig.Item("menu_opt_lr_reverse").GetItemLabelText(), "Projecting right");
   EXPECT_FALSE(rig.Item("menu_opt_ud_reverse").IsChecked());
   rig.Pick("menu_opt_ud_reverse");
   EXPECT_EQ(rig.V().Optical, 32);
@@ -132,7 +133,13 @@ TEST(MainCommands, SaveQuestionInItsThreePlaces) {
   }
 }
 
-TEST_F(OpenedMainCommands, SaveWritesAndNames) {
+TEST(MainCommands, SaveWritesAndNamesAndExitKeepsThePlace) {
+  WindowRig rig;
+  rig.global.Settings.DialogPosX = 70;
+  rig.global.Settings.DialogPosY = 50;
+  rig.Open();
+  EXPECT_TRUE(SettleUntil([&] { return rig.window->GetPosition() == wxPoint(70, 50); }));
+  rig.global.Settings.DialogPosX = rig.global.Settings.DialogPosY = 0;
   rig.Move("ctrl_bar1", 31);
   rig.Pick("menu_file_save");
   EXPECT_EQ(rig.Title(), "Warpline Tool 3.0") << "the dialog was cancelled";
@@ -145,7 +152,8 @@ TEST_F(OpenedMainCommands, SaveWritesAndNames) {
   rig.Pick("menu_file_exit");
   EXPECT_EQ(rig.window, nullptr);
   EXPECT_TRUE(rig.display.messages.empty()) << "nothing to ask about";
-  EXPECT_TRUE(fs::exists(DataFolder(rig.temp.Path()) / kSettingsFileName));
+  const std::string settings = TempFolder::Read(DataFolder(rig.temp.Path()) / kSettingsFileName);
+  EXPECT_NE(settings.find("DialogPosX=70\r\nDialogPosY=50\r\n"), std::string::npos);
 }
 
 TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {

@@ -17,12 +17,13 @@ TEST(MainControls, GroupsShowTheirRowsAndExtras) {
     int values[2];
     const char *texts[2], *icon;
     bool symmetry, editor;
+    int page;  // of the second slider
   } rows[] = {
-      {{5, 0}, {"5", "0%"}, "iconbutton0", false, true},
-      {{40, 10}, {"40%", "10"}, "iconbutton3", false, true},
-      {{7, -70}, {"7", "-70"}, "iconbutton4", true, false},
-      {{8, -80}, {"8", "-80"}, "iconbutton7", false, false},
-      {{9, 90}, {"9", "90"}, "iconbutton8", false, false},
+      {{5, 0}, {"5", "0%"}, "iconbutton0", false, true, 10},
+      {{40, 10}, {"40%", "10"}, "iconbutton3", false, true, 4},
+      {{7, -70}, {"7", "-70"}, "iconbutton4", true, false, 8},
+      {{8, -80}, {"8", "-80"}, "iconbutton7", false, false, 8},
+      {{9, 90}, {"9", "90"}, "iconbutton8", false, false, 128},
   };
   const wxPoint place = rig.Find("ctrl_bar1").GetPosition();
   for (int group = 0; group < kGroupCount; ++group) {
@@ -36,11 +37,14 @@ TEST(MainControls, GroupsShowTheirRowsAndExtras) {
       EXPECT_EQ(rig.Enabled("ctrl_bar" + number), group + slider > 0) << "centre of no distortion";
     }
     EXPECT_TRUE(rig.Shown(row.icon));
+    EXPECT_EQ(rig.Find<wxSlider>("ctrl_bar1").GetPageSize(), row.page);
     EXPECT_EQ(rig.Shown("lr_symm"), row.symmetry);
     EXPECT_EQ(rig.Shown("ud_symm"), row.symmetry);
     EXPECT_EQ(rig.Shown("corre_edit"), row.editor);
     EXPECT_EQ(rig.Find("ctrl_bar1").GetPosition(), place) << "the layout jumps";
   }
+  EXPECT_TRUE(rig.Find<wxCheckBox>("lr_symm").GetValue());
+  EXPECT_FALSE(rig.Find<wxCheckBox>("ud_symm").GetValue());
   EXPECT_EQ(rig.Links(), 0U);
 }
 
@@ -79,6 +83,7 @@ TEST_F(OpenedMainControls, ArrowKeysStepAndSendUnlessShiftIsHeld) {
       {"right under Shift", WXK_RIGHT, wxMOD_SHIFT, 1, false},
       {"again", WXK_RIGHT, wxMOD_SHIFT, 2, false},
       {"Shift goes up", WXK_SHIFT, wxMOD_SHIFT, 2, true},
+      {"no step with Ctrl", WXK_RIGHT, wxMOD_CONTROL, 2, true},
       {"no arrow", WXK_TAB, wxMOD_NONE, 2, false},
   };
   for (const auto& row : rows) {
