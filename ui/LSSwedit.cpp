@@ -208,7 +208,14 @@ void LSSwedit::Apply() {
   parts_.applied();
 }
 
+// Enter in the box of the point count presses OK before the box tells of its new figures.
+void LSSwedit::TakePointCount() {
+  const int count = point_num_->GetValue();
+  if (count != editor_.Curve().CorrePointNum) editor_.SetPointCount(count);
+}
+
 void LSSwedit::Confirm() {
+  TakePointCount();
   if (editor_.Changed()) Apply();
   EndDialog(wxID_OK);
 }

@@ -47,6 +47,7 @@ class LSSwedit : public wxDialog {
   void Import();
   void Export();
   void Apply();
+  void TakePointCount();
   void Confirm();
 
   EditorParts parts_;

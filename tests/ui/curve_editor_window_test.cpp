@@ -162,10 +162,12 @@ TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
   const struct {
     const char* button;  // "" is the close box
     bool changed, applies;
-  } rows[] = {{"OKButton", true, true},
-              {"OKButton", false, false},
-              {"CancelButton", true, false},
-              {"", true, false}};
+    int typed;  // point count, not confirmed when the dialog is left
+  } rows[] = {{"OKButton", true, true, 4},
+              {"OKButton", false, true, 7},
+              {"OKButton", false, false, 4},
+              {"CancelButton", true, false, 7},
+              {"", true, false, 4}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.button);
     applied = 0;
@@ -173,13 +175,15 @@ TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
     bool left = false;
     const ModalScript script("LSSwedit", [&](wxDialog&) {
       if (row.changed) CheckIn(*editor, "fixedpos", true);
+      ControlOf<wxSpinCtrl>(*editor, "point_num").SetValue(row.typed);
       Leave(*editor, row.button);
       left = !editor->IsModal() || !editor->IsShown();
     });
     editor->ShowModal();
     EXPECT_TRUE(left);
     EXPECT_EQ(applied, row.applies ? 1 : 0);
-    EXPECT_EQ(Live().CorreFixed, row.applies ? 1 : 0);
+    EXPECT_EQ(Live().CorreFixed, row.changed && row.applies ? 1 : 0);
+    EXPECT_EQ(Live().CorrePointNum, row.applies ? row.typed : 4);
     Destroy();
   }
 }
