@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <list>
 #include <memory>
 #include <string>
 
@@ -72,6 +73,16 @@ TEST(LinkFaults, ServeASingleCallerAtATime) {
   while (server.Snapshot().OpenLinks > 0) {
   }
   EXPECT_TRUE(Send(server));
+}
+
+TEST(LinkFaults, AreNotNeededToTurnAwayTheSeventeenthCaller) {
+  ProjectorServer server;
+  std::list<Caller> callers;
+  for (std::size_t i = 0; i < kMaxLinks; ++i) {
+    EXPECT_EQ(Send(callers.emplace_back(Connect(server), false), kProbe), kBeamlinkOk);
+  }
+  EXPECT_FALSE(Send(server));
+  EXPECT_EQ(Send(callers.front(), kProbe), kBeamlinkOk);
 }
 
 TEST(LinkFaults, RestartLosesWhatWasOnlyApplied) {
