@@ -25,7 +25,13 @@ LSSmain::LSSmain(MainParts parts)
       controller_(parts_.global, parts_.files, parts_.commands, parts_.messages, parts_.busy, *this,
                   parts_.application_data) {
   SetTitle(WxText(controller_.Caption()));
-  SetSize(FirstSize());
+  // By its client area: after SetSize GTK puts the window up only when it knows the frame around
+  // it, and has lost the position by then because the content was made meanwhile.
+  SetClientSize(WindowToClientSize(FirstSize()));
+  PlaceAsStored();
+}
+
+void LSSmain::PlaceAsStored() {
   const wxPoint stored(parts_.global.Settings.DialogPosX, parts_.global.Settings.DialogPosY);
   SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
 }
@@ -85,7 +91,7 @@ void LSSmain::SetSizes() {
   first.IncTo(least);
   SetClientSize(first);
   SetMaxSize(wxSize(-1, GetSize().y));
-  SetPosition(HeldInside(UsableScreen(GetPosition()), GetPosition(), GetSize()));
+  PlaceAsStored();
   Layout();  // a window that has its size already is not told of it again
 }
 

@@ -67,6 +67,7 @@ class LSSmain : public wxFrame, private MainView {
   void CreateContent();
   void CreatePreviewWindow();
   void SetSizes();
+  void PlaceAsStored();
   void ShowMenus();
   void ShowPreview();
   void RedrawPreview();
