@@ -1,3 +1,4 @@
+#include <wx/filedlg.h>
 #include <wx/modalhook.h>
 #include <wx/stattext.h>
 
@@ -170,24 +171,29 @@ TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {
   }
 }
 
-// Answers every modal dialog with OK and keeps its title, texts and owner.
+// Answers every modal dialog and keeps its title, texts, owner and style.
 class DialogRecorder : public wxModalDialogHook {
  public:
   DialogRecorder() { Register(); }
   ~DialogRecorder() override { Unregister(); }
 
+  int answer = wxID_OK;
   std::string texts;
   std::vector<wxWindow*> owners;
+  long style = 0;
 
  protected:
   int Enter(wxDialog* dialog) override {
     texts += dialog->GetTitle().utf8_string() + "|";
     owners.push_back(dialog->GetParent());
+    auto* box = dynamic_cast<wxMessageDialog*>(dialog);
+    style = box != nullptr ? box->GetMessageDialogStyle() : dialog->GetWindowStyle();
+    if (auto* file = dynamic_cast<wxFileDialog*>(dialog)) texts += file->GetWildcard() + "|";
     for (wxWindow* child : dialog->GetChildren()) {
       if (dynamic_cast<wxStaticText*>(child) == nullptr) continue;
       texts += child->GetLabel().utf8_string() + "|";
     }
-    return wxID_OK;
+    return answer;
   }
 };
 
@@ -195,11 +201,31 @@ TEST_F(OpenedMainCommands, BoxesBelongToTheMainWindow) {
   DialogRecorder dialogs;
   WindowMessages boxes;
   boxes.Show("A", "Wrong value.", MessageIcon::kCritical);
-  boxes.Ask("B", "Do you want to save the change?");
+  EXPECT_EQ(dialogs.style & wxICON_MASK, wxICON_ERROR);
+  const std::pair<int, MessageAnswer> answers[] = {{wxID_YES, MessageAnswer::kYes},
+                                                   {wxID_NO, MessageAnswer::kNo},
+                                                   {wxID_CANCEL, MessageAnswer::kCancel}};
+  for (const auto& [pressed, answer] : answers) {
+    dialogs.answer = pressed;
+    EXPECT_EQ(boxes.Ask("B", "Do you want to save the change?"), answer);
+  }
   rig.Pick("menu_help_about");
-  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(3, rig.window));
-  EXPECT_EQ(dialogs.texts.find("A|B|"), 0U) << dialogs.texts;
+  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(5, rig.window));
+  EXPECT_EQ(dialogs.texts.find("A|B|B|B|"), 0U) << dialogs.texts;
   EXPECT_NE(dialogs.texts.find("|Warpline Tool 3.0|Version 3.0|"), std::string::npos);
+}
+
+TEST_F(OpenedMainCommands, FileDialogsOpenWhatExistsAndAskBeforeReplacing) {
+  DialogRecorder dialogs;
+  dialogs.answer = wxID_CANCEL;
+  const FileChoosers choosers = SystemFileChoosers(rig.global, kTypeWls);
+  EXPECT_EQ(choosers.open(rig.window, rig.temp.Path()), fs::path());
+  EXPECT_TRUE((dialogs.style & wxFD_FILE_MUST_EXIST) != 0);
+  EXPECT_EQ(choosers.save(rig.window, rig.temp.Path(), {}), fs::path());
+  EXPECT_TRUE((dialogs.style & wxFD_OVERWRITE_PROMPT) != 0);
+  const std::string filter = "|Data Files (*.wls)|*.wls|All Files (*.*)|";
+  EXPECT_EQ(dialogs.texts.find(filter), dialogs.texts.find('|')) << dialogs.texts;
+  EXPECT_NE(dialogs.texts.rfind(filter), dialogs.texts.find(filter)) << dialogs.texts;
 }
 
 TEST_F(OpenedMainCommands, FailingProjectorLeavesWindowAndModelUsable) {
