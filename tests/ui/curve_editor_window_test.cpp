@@ -195,6 +195,8 @@ TEST_F(EditorWindow, ShapeFilesGoOutAndComeBack) {
   PressIn(*editor, "exportbutton");
   ChooseIn(*editor, "line_interp", 2);
   SetPoints(9);
+  CheckIn(*editor, "symmetry", true);
+  CheckIn(*editor, "fixedpos", true);
   PressIn(*editor, "importbutton");
   EXPECT_EQ(Edited(), FourPoints());
   ExpectShown();
