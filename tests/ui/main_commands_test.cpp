@@ -32,6 +32,7 @@ TEST(MainCommands, ButtonsAndProjectionItemsReachTheProjector) {
   EXPECT_EQ(rig.H().Distortion, 0);
   EXPECT_TRUE(rig.Item("menu_opt_lr_reverse").IsChecked());
   EXPECT_EQ(rig.Item("menu_opt_lr_reverse").GetItemLabelText(), "Projecting right");
+  EXPECT_EQ(rig.Item("menu_opt_ud_reverse").GetItemLabelText(), "Ceiling/Projecting downward");
   EXPECT_FALSE(rig.Item("menu_opt_ud_reverse").IsChecked());
   rig.Pick("menu_opt_ud_reverse");
   EXPECT_EQ(rig.V().Optical, 32);
