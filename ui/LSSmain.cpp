@@ -1,6 +1,6 @@
 #include "ui/LSSmain.h"
 
-#include <wx/panel.h>
+#include <wx/wupdlock.h>
 
 #include <utility>
 
@@ -23,7 +23,9 @@ LSSmain::LSSmain(MainParts parts)
               "LSSmain"),
       parts_(std::move(parts)),
       controller_(parts_.global, parts_.files, parts_.commands, parts_.messages, parts_.busy, *this,
-                  parts_.application_data) {
+                  parts_.application_data),
+      panel_(new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
+                         "main_panel")) {
   SetTitle(WxText(controller_.Caption()));
   // By its client area: after SetSize GTK puts the window up only when it knows the frame around
   // it, and has lost the position by then because the content was made meanwhile.
@@ -50,11 +52,11 @@ void LSSmain::ShowFirst() {
   });
 }
 
+// Nothing of it is painted before all of it is there.
 void LSSmain::CreateContent() {
+  const wxWindowUpdateLocker unpainted(panel_);
   SetMenuBar(CreateMenuBar(parts_.global));
-  auto* panel =
-      new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, "main_panel");
-  controls_ = CreateMainControls(panel, parts_.global, CreateSliderHandlers());
+  controls_ = CreateMainControls(panel_, parts_.global, CreateSliderHandlers());
   SetSizes();
   parts_.busy.Attach(this);
   parts_.busy.SetSilentControl(controls_.scr_select);
@@ -76,9 +78,8 @@ void LSSmain::CreatePreviewWindow() {
 
 // The smallest size shows everything of every group; only the width grows.
 void LSSmain::SetSizes() {
-  wxWindow* panel = controls_.scr_select->GetParent();
   auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(panel, wxSizerFlags(1).Expand());
+  sizer->Add(panel_, wxSizerFlags(1).Expand());
   SetSizer(sizer);
   wxSize least = sizer->ComputeFittingClientSize(this);
   for (int group = 0; group < kGroupCount; ++group) {

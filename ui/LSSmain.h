@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/frame.h>
+#include <wx/panel.h>
 
 #include <filesystem>
 #include <functional>
@@ -87,6 +88,7 @@ class LSSmain : public wxFrame, private MainView {
 
   MainParts parts_;
   MainController controller_;
+  wxPanel* panel_;  // there from the first, so that an empty frame's dark ground never shows
   MainControls controls_;
   LSSview* view_ = nullptr;  // owned by this window; none before the first events
   bool preview_placed_ = false;
