@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/messages.h"
 #include "core/settings.h"
@@ -13,12 +14,12 @@ namespace warpline {
 
 inline constexpr int kMsgAddressInvalid = 162;
 
-// The entries of the dialog's lists, in the order of the stored indices.
-inline constexpr std::array<const char*, 8> kComPortNames{"COM1", "COM2", "COM3", "COM4",
-                                                          "COM5", "COM6", "COM7", "COM8"};
-inline constexpr std::array<const char*, 4> kComSpeedNames{"4800", "9600", "19200", "38400"};
-inline constexpr std::array<const char*, 8> kUsbPortNames{"USB1", "USB2", "USB3", "USB4",
-                                                          "USB5", "USB6", "USB7", "USB8"};
+// The entries of the dialog's lists, in the order of the stored indices; the speeds stand with the
+// settings.
+inline constexpr std::array<std::string_view, kPortCount> kComPortNames{
+    "COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8"};
+inline constexpr std::array<std::string_view, kPortCount> kUsbPortNames{
+    "USB1", "USB2", "USB3", "USB4", "USB5", "USB6", "USB7", "USB8"};
 
 // The fields of the settings record that the dialog shows, as it holds them until it is confirmed.
 struct CommunicationEntry {

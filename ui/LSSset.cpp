@@ -76,7 +76,7 @@ wxSizer* LSSset::CreateFields() {
   };
   com_port_ = make.Choice("Combo1", kPort, kComPortNames);
   add_row(devices_[kSerial], kSerial, kPort, com_port_);
-  com_speed_ = make.Choice("Combo2", kSpeed, kComSpeedNames);
+  com_speed_ = make.Choice("Combo2", kSpeed, kSerialSpeeds);
   add_row(nullptr, kSerial, kSpeed, com_speed_);
   address_ = new wxTextCtrl(box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, 0,
                             wxDefaultValidator, "Text1");

@@ -41,9 +41,9 @@ wxChoice* ControlMaker::Choice(const char* name, int caption) const {
 }
 
 wxChoice* ControlMaker::Choice(const char* name, int caption,
-                               std::span<const char* const> entries) const {
+                               std::span<const std::string_view> entries) const {
   wxChoice* list = Choice(name, caption);
-  for (const char* entry : entries) list->Append(entry);
+  for (const std::string_view entry : entries) list->Append(WxText(entry));
   return list;
 }
 

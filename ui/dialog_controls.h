@@ -9,6 +9,7 @@
 #include <wx/stattext.h>
 
 #include <span>
+#include <string_view>
 
 #include "core/LSSglobal.h"
 
@@ -30,7 +31,7 @@ class ControlMaker {
 
   // Empty; caption names it to those who cannot see the text beside it.
   wxChoice* Choice(const char* name, int caption) const;
-  wxChoice* Choice(const char* name, int caption, std::span<const char* const> entries) const;
+  wxChoice* Choice(const char* name, int caption, std::span<const std::string_view> entries) const;
 
  private:
   wxWindow* parent_;
