@@ -57,9 +57,11 @@ VIProductVersion "${VERSION}.0"
 !insertmacro FileVersion ${LANG_ENGLISH}
 !insertmacro FileVersion ${LANG_JAPANESE}
 
-; A program that runs cannot be replaced: asks until it is closed or the user gives up; unattended, gives up with code 2.
+; A program that runs cannot be replaced: asks until it is closed or the user gives up; unattended, gives up with code 2 after
+; two seconds, for the file of a program that has just ended may be held a moment longer.
 !macro WaitForProgram prefix
 Function ${prefix}WaitForProgram
+  StrCpy $1 0
   again:
     IfFileExists "$INSTDIR\WarplineTool.exe" 0 done
     ClearErrors
@@ -68,8 +70,13 @@ Function ${prefix}WaitForProgram
     FileClose $0
     Goto done
   running:
-    IfSilent give_up
+    IfSilent unattended
     MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(Running)" IDRETRY again
+    Goto give_up
+  unattended:
+    IntOp $1 $1 + 1
+    Sleep 100
+    IntCmp $1 20 give_up again give_up
   give_up:
     SetErrorLevel 2
     Quit
