@@ -42,9 +42,9 @@ class ProjectorCommands {
   // As Apply up to the registers, then makes the projector keep the correction and asks for mode 1.
   bool Store();
 
-  // Clears the projector's correction, then resets the parameters of both axes
-  // in the current record and the second copy; curves, screen type and projection flags stay. The
-  // reset happens even when sending failed.
+  // Clears the projector's correction, then resets the parameters of both axes in the current
+  // record and the second copy; curves, screen type and projection flags stay. The reset happens
+  // even when sending failed.
   bool Initialize();
 
   // Sends the register texts of LSSglobal, as a register file brought them, with the same commands
