@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/menu.h>
 
@@ -140,22 +139,5 @@ TEST(ProjectorWindow, EndsThoughADialogWaits) {
   World::WaitUntil([&closed] { return closed; });
 }
 
-class TestApplication : public wxApp {
- public:
-  bool OnInit() override { return true; }
-
-  int OnRun() override {
-    wxGUIEventLoop loop;
-    const wxEventLoopActivator active(&loop);
-    return RUN_ALL_TESTS();
-  }
-};
-
 }  // namespace
 }  // namespace warpline::sim
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  wxApp::SetInstance(new warpline::sim::TestApplication);
-  return wxEntry(argc, argv);
-}
