@@ -11,6 +11,7 @@
 #include "core/catalogue.h"
 #include "model/parameter_groups.h"
 #include "model/registers.h"
+#include "platform/files.h"
 
 namespace warpline {
 namespace {

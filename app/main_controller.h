@@ -9,8 +9,8 @@
 #include "core/LSSglobal.h"
 #include "core/interfaces.h"
 #include "core/messages.h"
-#include "core/system.h"
 #include "files/LSSfile.h"
+#include "platform/environment.h"
 
 // Everything that the main window's controls, buttons and menus do, without a window. The window
 // forwards what the user did and shows the model again when it is told to.

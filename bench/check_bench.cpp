@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cli/run_command_line.h"
-#include "core/system.h"
+#include "platform/files.h"
 #include "tests/support/source_folder.h"
 
 // `warpline check` over the example files, from the disk: at least 5,000 data files a second.

@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
 #include "model/registers.h"
-#include "sim/test_picture.h"
-#include "sim/wall.h"
+#include "picture/test_picture.h"
+#include "picture/wall.h"
 
 // A redraw of the simulated projector's views: the panel's picture from its registers, and how it
 // lands on a wall.

@@ -8,8 +8,8 @@
 
 #include "app/startup.h"
 #include "core/settings.h"
-#include "core/system.h"
 #include "link/beamlink.h"
+#include "platform/environment.h"
 
 namespace warpline {
 

@@ -5,7 +5,7 @@
 
 #include "cli/verbs.h"
 #include "core/fault.h"
-#include "core/system.h"
+#include "platform/files.h"
 
 // check, convert: files as the tool reads and writes them, each from a fresh start.
 

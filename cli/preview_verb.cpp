@@ -3,7 +3,7 @@
 #include "app/preview_geometry.h"
 #include "app/preview_svg.h"
 #include "cli/verbs.h"
-#include "core/system.h"
+#include "platform/files.h"
 
 // preview: the preview window's drawing as a picture.
 

@@ -8,7 +8,7 @@
 
 #include "cli/verbs.h"
 #include "core/fault.h"
-#include "core/system.h"
+#include "platform/environment.h"
 
 namespace warpline {
 

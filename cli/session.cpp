@@ -6,7 +6,7 @@
 
 #include "app/correction_file.h"
 #include "core/fault.h"
-#include "core/system.h"
+#include "platform/files.h"
 
 namespace warpline {
 

@@ -1,9 +1,8 @@
 #include "cli/verb_input.h"
+#include "platform/files.h"
 
 #include <charconv>
 #include <utility>
-
-#include "core/system.h"
 
 namespace warpline {
 

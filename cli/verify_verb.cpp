@@ -11,9 +11,9 @@
 
 #include "cli/verbs.h"
 #include "core/catalogue.h"
-#include "core/system.h"
 #include "model/profile.h"
 #include "model/registers.h"
+#include "platform/files.h"
 
 // verify: what a simulated projector shows, by its state file, against what a correction means.
 

@@ -1,8 +1,8 @@
 #include <iostream>
 
-#include "cli/console.h"
 #include "cli/run_command_line.h"
-#include "core/system.h"
+#include "platform/console.h"
+#include "platform/environment.h"
 
 int main(int argc, char** argv) {
   warpline::PrepareConsole();

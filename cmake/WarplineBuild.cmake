@@ -38,7 +38,7 @@ target_include_directories(warpline_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(warpline_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
 target_compile_definitions(warpline_options INTERFACE
-  WARPLINE_PLATFORM_HEADER="core/platform_${WARPLINE_TWIN}.h")
+  WARPLINE_PLATFORM_HEADER="platform/library_call_${WARPLINE_TWIN}.h")
 target_link_libraries(warpline_options INTERFACE Threads::Threads)
 if(WIN32)
   target_compile_definitions(warpline_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
@@ -64,10 +64,17 @@ if(WARPLINE_SANITIZE)
   target_link_options(warpline_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Takes the other system's twins out of a list of sources.
+function(warpline_without_other_twin list)
+  set(sources ${${list}})
+  list(FILTER sources EXCLUDE REGEX "_${WARPLINE_OTHER_TWIN}(_test)?\\.cpp$")
+  set(${list} ${sources} PARENT_SCOPE)
+endfunction()
+
 # All sources of the current folder but the other system's twins and those of a program's own main.
 function(warpline_sources out)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  list(FILTER sources EXCLUDE REGEX "_${WARPLINE_OTHER_TWIN}\\.cpp$")
+  warpline_without_other_twin(sources)
   list(FILTER sources EXCLUDE REGEX "_main\\.cpp$")
   set(${out} ${sources} PARENT_SCOPE)
 endfunction()

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "core/system.h"
 #include "files/format_module.h"
+#include "platform/files.h"
 
 namespace warpline {
 namespace {

@@ -2,6 +2,8 @@
 
 #include "link/projector_link.h"
 #include "link/projector_search.h"
+#include "platform/environment.h"
+#include "platform/files.h"
 
 namespace warpline {
 namespace {

@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
-#include "core/system.h"
 #include "link/beamlink.h"
 #include "link/beamseek.h"
+#include "platform/shared_library.h"
 
 // From the files of the maker's two libraries to their entry points.
 

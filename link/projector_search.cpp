@@ -10,7 +10,8 @@
 #include <utility>
 
 #include "core/catalogue.h"
-#include "core/system.h"
+#include "platform/files.h"
+#include "platform/network.h"
 
 namespace warpline {
 namespace {

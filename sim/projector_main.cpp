@@ -9,13 +9,15 @@
 #include <utility>
 #include <vector>
 
-#include "core/system.h"
-#include "sim/control.h"
-#include "sim/discovery.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "sim/line/discovery.h"
 #include "sim/projector_options.h"
-#include "sim/recording.h"
-#include "sim/replay.h"
-#include "sim/server.h"
+#include "sim/recording/recording.h"
+#include "sim/recording/replay.h"
+#include "sim/station/announcement.h"
+#include "sim/station/control.h"
+#include "sim/station/server.h"
 #include "sim/stop_signal.h"
 #include "sim/window/window.h"
 

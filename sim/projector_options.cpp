@@ -4,9 +4,9 @@
 #include <random>
 #include <string_view>
 
-#include "core/system.h"
-#include "sim/beamlink_standin.h"
-#include "sim/profile.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "sim/device/profile.h"
 
 namespace warpline::sim {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "sim/socket.h"
-#include "sim/station.h"
+#include "sim/line/socket.h"
+#include "sim/station/station.h"
 
 // The command line of the simulated projector.
 

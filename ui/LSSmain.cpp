@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "core/messages.h"
+#include "ui/LSSmain_menu.h"
 #include "ui/LSSview.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
-#include "ui/main_menu.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

@@ -9,8 +9,8 @@
 
 #include "app/main_controller.h"
 #include "ui/LSSmain_controls.h"
+#include "ui/LSSmain_dialogs.h"
 #include "ui/file_chooser.h"
-#include "ui/main_dialogs.h"
 #include "ui/window_busy.h"
 
 // The main window: it forwards what the user does to the controller and shows the model when it is

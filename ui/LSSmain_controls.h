@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "core/LSSglobal.h"
-#include "ui/slider_row.h"
+#include "ui/LSSmain_slider_row.h"
 
 // The main window's controls by their product names, and how they lie.
 

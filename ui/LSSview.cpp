@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "ui/preview_painter.h"
+#include "ui/LSSview_painter.h"
 
 namespace warpline {
 

@@ -11,9 +11,9 @@
 #include <functional>
 
 #include "app/curve_editor.h"
+#include "ui/LSSwedit_graph.h"
 #include "ui/dialog_controls.h"
 #include "ui/file_chooser.h"
-#include "ui/wave_graph.h"
 
 // The curve editor's window: it forwards what the user does to the editor and shows what that
 // holds. Closed without OK or Apply it leaves the live curve as it was.

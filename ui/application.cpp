@@ -9,9 +9,10 @@
 #include <utility>
 
 #include "app/startup.h"
-#include "core/system.h"
+#include "platform/environment.h"
+#include "platform/text_editor.h"
+#include "ui/LSSmain_open_dialogs.h"
 #include "ui/layout.h"
-#include "ui/open_dialogs.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
 

@@ -1,9 +1,8 @@
 #include "ui/read_me.h"
+#include "platform/files.h"
 
 #include <string>
 #include <system_error>
-
-#include "core/system.h"
 
 namespace warpline {
 namespace {

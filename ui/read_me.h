@@ -19,7 +19,4 @@ void ShowReadMe(const LSSglobal& global, const Messages& messages,
                 const std::filesystem::path& program_folder,
                 const std::function<bool(const std::filesystem::path&)>& show_text);
 
-// Opens a text file in the system's text editor and does not wait for it. False when that failed.
-bool OpenInTextEditor(const std::filesystem::path& file);
-
 }  // namespace warpline

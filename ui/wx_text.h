@@ -7,7 +7,7 @@
 
 #include "core/LSSglobal.h"
 #include "core/catalogue.h"
-#include "core/system.h"
+#include "platform/files.h"
 
 // Between the toolkit's texts and those of the rest of the program (UTF-8, paths).
 

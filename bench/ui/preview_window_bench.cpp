@@ -10,7 +10,7 @@
 #include "link/projector_link.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSview.h"
-#include "ui/preview_painter.h"
+#include "ui/LSSview_painter.h"
 #include "ui/window_messages.h"
 
 // From a slider's move to the repainted preview: our own work alone, at 1920 by 1080 pixels.

@@ -8,7 +8,7 @@
 
 #include "app/curve_editor.h"
 #include "core/interfaces.h"
-#include "ui/wave_painter.h"
+#include "ui/LSSwedit_painter.h"
 
 // Dragging a point of the curve editor at 200 %: the move, the curve behind it and the whole graph
 // painted anew, in at most 8 ms.

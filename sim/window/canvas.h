@@ -3,7 +3,7 @@
 #include <wx/bitmap.h>
 #include <wx/panel.h>
 
-#include "sim/picture.h"
+#include "picture/picture.h"
 
 class wxGraphicsContext;
 

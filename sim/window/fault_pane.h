@@ -8,8 +8,8 @@
 
 #include <string>
 
-#include "sim/station.h"
-#include "sim/window_texts.h"
+#include "sim/recording/window_texts.h"
+#include "sim/station/station.h"
 
 namespace warpline::sim {
 

@@ -1,4 +1,5 @@
-#include "core/system.h"
+#include "platform/environment.h"
+#include "platform/shared_library.h"
 #include "sim/window/window.h"
 
 namespace warpline::sim {

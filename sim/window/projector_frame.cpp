@@ -6,7 +6,7 @@
 #include <wx/notebook.h>
 #include <wx/stattext.h>
 
-#include "core/system.h"
+#include "platform/files.h"
 #include "sim/window/wx_texts.h"
 
 namespace warpline::sim {

@@ -10,14 +10,14 @@
 #include <cstdint>
 #include <optional>
 
-#include "sim/shown_picture.h"
-#include "sim/test_picture.h"
+#include "picture/test_picture.h"
+#include "sim/recording/window_texts.h"
+#include "sim/station/shown_picture.h"
 #include "sim/window/canvas.h"
 #include "sim/window/fault_pane.h"
 #include "sim/window/state_pane.h"
 #include "sim/window/wall_bar.h"
 #include "sim/window/window.h"
-#include "sim/window_texts.h"
 
 class wxButton;
 class wxNotebook;

@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "sim/frame_names.h"
-#include "sim/register_layout.h"
+#include "sim/device/register_layout.h"
+#include "sim/recording/frame_names.h"
 #include "sim/window/wx_texts.h"
 
 namespace warpline::sim {

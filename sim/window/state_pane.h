@@ -6,9 +6,9 @@
 
 #include <vector>
 
-#include "sim/shown_picture.h"
-#include "sim/station.h"
-#include "sim/window_texts.h"
+#include "sim/recording/window_texts.h"
+#include "sim/station/shown_picture.h"
+#include "sim/station/station.h"
 
 namespace warpline::sim {
 

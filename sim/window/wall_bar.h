@@ -7,8 +7,8 @@
 
 #include <functional>
 
-#include "sim/wall.h"
-#include "sim/window_texts.h"
+#include "picture/wall.h"
+#include "sim/recording/window_texts.h"
 
 namespace warpline::sim {
 

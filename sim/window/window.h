@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "sim/station.h"
+#include "sim/station/station.h"
 
 // The projector's window, seen from the program. The toolkit takes its time to be loaded, so where
 // it is a shared library the window is a library of its own, loaded only when a window is wanted.

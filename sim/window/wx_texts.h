@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sim/window_texts.h"
+#include "sim/recording/window_texts.h"
 
 namespace warpline::sim {
 

@@ -1,4 +1,4 @@
-#include "core/system.h"
+#include "platform/files.h"
 #include "tests/cli/cli_run.h"
 
 namespace warpline {

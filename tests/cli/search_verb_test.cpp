@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "sim/discovery.h"
+#include "sim/line/discovery.h"
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
 

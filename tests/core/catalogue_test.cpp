@@ -1,4 +1,5 @@
 #include "core/catalogue.h"
+#include "platform/files.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +8,6 @@
 #include <set>
 #include <string_view>
 #include <vector>
-
-#include "core/system.h"
 
 namespace warpline {
 namespace {

@@ -1,5 +1,5 @@
 #include "core/fault.h"
-#include "core/system.h"
+#include "platform/files.h"
 #include "tests/files/file_fixture.h"
 
 namespace warpline {

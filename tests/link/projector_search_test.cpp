@@ -6,7 +6,8 @@
 #include <thread>
 
 #include "core/catalogue.h"
-#include "core/system.h"
+#include "platform/files.h"
+#include "platform/network.h"
 #include "tests/support/fake_beamseek.h"
 #include "tests/support/recorder.h"
 

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "core/system.h"
 #include "link/library_loader.h"
 #include "model/registers.h"
 #include "tests/support/link_rig.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "core/system.h"
+#include "platform/environment.h"
 
 // What a test sets for its own time only.
 

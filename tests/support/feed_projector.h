@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/conversions.h"
-#include "sim/projector.h"
+#include "sim/device/projector.h"
 
 // Feeds bytes of any kind to the frame decoder and the projector behind it.
 

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "sim/server.h"
-#include "sim/station.h"
+#include "sim/station/server.h"
+#include "sim/station/station.h"
 
 // A simulated projector that serves a free loopback port for as long as the object lives.
 

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "tests/ui/window_rig.h"
+#include "ui/LSSview_painter.h"
 #include "ui/layout.h"
-#include "ui/preview_painter.h"
 
 // The preview window: when it is there, how large, and that what it is given is painted where it
 // belongs.

@@ -20,9 +20,9 @@
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
 #include "ui/LSSmain.h"
+#include "ui/LSSmain_menu.h"
+#include "ui/LSSmain_open_dialogs.h"
 #include "ui/LSSview.h"
-#include "ui/main_menu.h"
-#include "ui/open_dialogs.h"
 #include "ui/wx_text.h"
 
 // A real main window with a simulated projector behind it, and scripts for its modal dialogs. Tests

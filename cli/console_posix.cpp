@@ -1,7 +1,0 @@
-#include "cli/console.h"
-
-namespace warpline {
-
-void PrepareConsole() {}
-
-}  // namespace warpline

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+
+#include "picture/picture.h"
+
+// How the projected picture lands on a screen, seen from the front and from far away.
+//
+// The projector stands at the origin and looks along z; its lens throws a picture of width
+// z / kThrowRatio onto a wall at z. A panel position (x, y) off the lens's axis (pixels) goes to
+// (x * z / f, y * z / f, z) with f = kThrowRatio * panel width. The screen is a depth z over (X,
+// Y), in metres; z is the distance where the lens's axis meets it. So the place (X, Y) of the wall
+// shows the panel position (X * f / z, Y * f / z).
+
+namespace warpline {
+
+inline constexpr double kThrowRatio = 1.5;
+inline constexpr double kMinDistance = 1;  // metres
+inline constexpr double kMaxDistance = 20;
+
+enum class WallShape {
+  kFlat,
+  kCylinder,         // curved from left to right
+  kCylinderUpright,  // curved from top to bottom
+  kSphere,
+  kCorner,   // two walls that meet in an upright edge
+  kCeiling,  // ceiling and wall, a level edge
+};
+inline constexpr int kWallShapeCount = 6;
+
+// Where the lens's axis meets the picture, from top to bottom.
+enum class LensAxis { kTop, kMiddle, kBottom };
+
+struct Wall {
+  WallShape Shape = WallShape::kCylinder;
+  double Distance = 4;   // metres, kMinDistance..kMaxDistance
+  double Curvature = 0;  // -1..1. Round screens: 1 / radius in metres, above 0 the middle comes
+                         // towards the projector; corners: each wall turns away by that much of 45
+                         // degrees
+  LensAxis Axis = LensAxis::kBottom;
+};
+
+// The wall's depth at a place, metres; 0 where there is no wall.
+double WallDepth(const Wall& wall, double x, double y);
+
+// The panel position that is seen at a place of the wall (metres from the lens's axis); false when
+// none is.
+bool PanelPositionAt(const Wall& wall, PanelSize panel, double x, double y,
+                     std::array<double, 2>& position);
+
+// The wall as an image of that size with the panel's picture on it: a flat wall's picture fills
+// four fifths of it. A wall without light on it is shaded by its slope.
+RgbImage WallPicture(const RgbImage& panel_picture, const Wall& wall, PanelSize size);
+
+}  // namespace warpline

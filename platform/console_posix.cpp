@@ -1,0 +1,7 @@
+#include "platform/console.h"
+
+namespace warpline {
+
+void PrepareConsole() {}
+
+}  // namespace warpline

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What the system tells about its user, about the program and about how it was started.
+
+namespace warpline {
+
+// The user's default language is Japanese.
+bool SystemLanguageIsJapanese();
+
+// The user's roaming application-data folder.
+std::filesystem::path ApplicationDataFolder();
+
+// The folder of the running executable.
+std::filesystem::path ProgramFolder();
+
+// The value of an environment variable; nothing when it is not set.
+std::optional<std::string> EnvironmentVariable(const char* name);
+
+// The command line's words (UTF-8, the program's name left out).
+std::vector<std::string> CommandLineWords(int argc, char** argv);
+
+}  // namespace warpline

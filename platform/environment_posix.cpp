@@ -1,0 +1,36 @@
+#include <cstdlib>
+
+#include "platform/environment.h"
+
+namespace warpline {
+
+bool SystemLanguageIsJapanese() {
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const std::optional<std::string> value = EnvironmentVariable(name);
+    if (value && !value->empty()) return value->starts_with("ja");
+  }
+  return false;
+}
+
+std::filesystem::path ApplicationDataFolder() {
+  const std::optional<std::string> configured = EnvironmentVariable("XDG_CONFIG_HOME");
+  if (configured && configured->starts_with("/")) return *configured;
+  return std::filesystem::path(EnvironmentVariable("HOME").value_or("/")) / ".config";
+}
+
+std::filesystem::path ProgramFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+std::optional<std::string> EnvironmentVariable(const char* name) {
+  const char* value = std::getenv(name);
+  if (value == nullptr) return std::nullopt;
+  return value;
+}
+
+std::vector<std::string> CommandLineWords(int argc, char** argv) {
+  return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+}  // namespace warpline

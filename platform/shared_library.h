@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace warpline {
+
+// A shared library loaded by its full path.
+class SharedLibrary {
+ public:
+  SharedLibrary() = default;
+  ~SharedLibrary();
+  SharedLibrary(SharedLibrary&& other) noexcept;
+  SharedLibrary& operator=(SharedLibrary&& other) noexcept;
+
+  // The file name that this system gives a library of that name: "Beamlink" becomes "Beamlink.dll"
+  // or "Beamlink.so".
+  static std::string FileName(std::string_view name);
+
+  // False when the file cannot be loaded.
+  bool Load(const std::filesystem::path& full_path);
+
+  // The address of an exported function, null when there is none.
+  void* Symbol(const char* name) const;
+
+ private:
+  void* handle_ = nullptr;
+};
+
+}  // namespace warpline

@@ -1,0 +1,72 @@
+#include "sim/device/profile.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "sim/line/whole_number.h"
+
+namespace warpline::sim {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::array<std::string_view, 6> kKeys{"name",   "panel",         "class",
+                                                "reply5", "reports_panel", "takes_commands"};
+
+void CheckKeys(const Json& json) {
+  if (!json.is_object()) throw std::invalid_argument("it is not one JSON object");
+  for (const auto& [key, value] : json.items()) {
+    if (std::ranges::find(kKeys, key) == kKeys.end()) {
+      throw std::invalid_argument("there is no key \"" + key + "\"");
+    }
+  }
+}
+
+int ByteOf(const Json& json, const char* key, int missing) {
+  if (!json.contains(key)) return missing;
+  const Json& value = json.at(key);
+  if (!value.is_number_integer() || value < 0 || value > 255) {
+    throw std::invalid_argument("\"" + std::string(key) + "\" needs a number from 0 to 255");
+  }
+  return value.get<int>();
+}
+
+Profile ProfileOf(const Json& json) {
+  CheckKeys(json);
+  Profile profile;
+  ProjectorSetup& projector = profile.Projector;
+  profile.Name = json.value("name", "");
+  projector.ModelClass = ByteOf(json, "class", projector.ModelClass);
+  projector.Reply5 = ByteOf(json, "reply5", projector.Reply5);
+  projector.ReportsPanel = json.value("reports_panel", projector.ReportsPanel);
+  projector.TakesCommands = json.value("takes_commands", projector.TakesCommands);
+  if (!json.contains("panel")) return profile;
+  const std::optional<PanelSize> panel = PanelSizeOf(json.at("panel").get<std::string>());
+  if (!panel) throw std::invalid_argument("\"panel\" needs a size like \"1024x768\"");
+  projector.Panel = *panel;
+  return profile;
+}
+
+}  // namespace
+
+std::optional<PanelSize> PanelSizeOf(std::string_view text) {
+  const std::size_t cross = text.find('x');
+  if (cross == std::string_view::npos) return std::nullopt;
+  const std::optional<int> width = WholeNumber(text.substr(0, cross), kMinPanel, kMaxPanel);
+  const std::optional<int> height = WholeNumber(text.substr(cross + 1), kMinPanel, kMaxPanel);
+  if (!width || !height) return std::nullopt;
+  return PanelSize{*width, *height};
+}
+
+std::optional<Profile> ParseProfile(std::string_view text, std::string& reason) {
+  try {
+    return ProfileOf(Json::parse(text));
+  } catch (const std::exception& error) {
+    reason = error.what();
+    return std::nullopt;
+  }
+}
+
+}  // namespace warpline::sim

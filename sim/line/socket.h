@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "sim/line/channel.h"
+
+// TCP over loopback addresses only: nothing of the simulation ever leaves the machine.
+
+namespace warpline::sim {
+
+inline constexpr std::uint16_t kDefaultLanPort = 7142;
+
+// Where USBn is served: this and n, on 127.0.0.1.
+inline constexpr std::uint16_t kUsbPortBase = 7200;
+inline constexpr int kHighestPortNumber = 8;  // of COMn and USBn
+
+struct Endpoint {
+  std::uint32_t Address = 0x7F000001;  // 127.0.0.0/8, host byte order
+  std::uint16_t Port = 0;
+};
+
+// "localhost" or a dotted address that begins with 127; nothing for every other text.
+std::optional<std::uint32_t> LoopbackAddress(std::string_view text);
+
+// A decimal port number 0..65535 without anything around it.
+std::optional<std::uint16_t> PortNumber(std::string_view text);
+
+// "127.0.0.1:7142".
+std::string TextOf(const Endpoint& endpoint);
+
+class Listener {
+ public:
+  // Listens; port 0 takes a free one. On failure null, and the reason.
+  static std::unique_ptr<Listener> Open(const Endpoint& endpoint, std::string& reason);
+  ~Listener();
+  Listener(const Listener&) = delete;
+  Listener& operator=(const Listener&) = delete;
+
+  const Endpoint& Where() const { return where_; }
+
+  // The next connection, null when none came in time.
+  std::unique_ptr<Channel> Accept(milliseconds time_out);
+
+ private:
+  explicit Listener(std::intptr_t socket) : socket_(socket) {}
+
+  std::intptr_t socket_;
+  Endpoint where_;
+};
+
+enum class ConnectStatus { kOk, kNoSockets, kNoSocket, kRefused, kWaitFailed };
+
+std::unique_ptr<Channel> ConnectTcp(const Endpoint& endpoint, milliseconds time_out,
+                                    ConnectStatus& status);
+
+}  // namespace warpline::sim

@@ -1,0 +1,59 @@
+#include "sim/recording/frame_names.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/conversions.h"
+#include "sim/device/register_layout.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr int kAnyByte = -1;
+
+struct NameRow {
+  FrameHeader header;
+  int byte5;
+  WindowText text;
+};
+
+constexpr std::array kNames{
+    NameRow{kModelClassHeader, kAnyByte, WindowText::kFrameClass},
+    NameRow{kLibraryHeader, kRunningOperation, WindowText::kFrameRunning},
+    NameRow{kLibraryHeader, kPanelOperation, WindowText::kFramePanel},
+    NameRow{kLibraryHeader, kStatusOperation, WindowText::kFrameStatus},
+    NameRow{kLibraryHeader, kInputOperation, WindowText::kFrameInput},
+    NameRow{kLibraryHeader, kEchoOperation, WindowText::kFrameEcho},
+    NameRow{kPrepareHeader, kAnyByte, WindowText::kFramePrepare},
+    NameRow{kModeHeader, kAnyByte, WindowText::kFrameMode},
+    NameRow{kWholeBlockHeader, kAnyByte, WindowText::kFrameBlock},
+    NameRow{kDataHeader, 0x00, WindowText::kFrameClear},
+    NameRow{kDataHeader, 0x01, WindowText::kFrameShow},
+    NameRow{kDataHeader, 0x12, WindowText::kFrameStore},
+};
+
+}  // namespace
+
+std::string FrameName(const WindowTexts& texts, ByteView frame) {
+  const bool is_data = HasHeader(frame, kDataHeader);
+  if (is_data && frame.size() <= kPayloadStart + 1) return texts[WindowText::kFrameProbe];
+  const int byte5 = frame.size() > kPayloadStart ? frame[kPayloadStart] : kAnyByte;
+  const auto* row = std::ranges::find_if(kNames, [&](const NameRow& candidate) {
+    return HasHeader(frame, candidate.header) &&
+           (candidate.byte5 == kAnyByte || candidate.byte5 == byte5);
+  });
+  if (row != kNames.end()) return texts[row->text];
+  if (!is_data || EntriesOf(byte5).empty()) return texts[WindowText::kFrameUnknown];
+  return texts.Fill(WindowText::kFrameRegisters, {std::to_string(byte5)});
+}
+
+std::string FrameHex(ByteView frame, std::size_t most_bytes) {
+  std::string text;
+  for (const std::uint8_t byte : frame.first(std::min(frame.size(), most_bytes))) {
+    if (!text.empty()) text += ' ';
+    text += HexTextMsbFirst(byte, 2);
+  }
+  return frame.size() > most_bytes ? text + " ..." : text;
+}
+
+}  // namespace warpline::sim

@@ -1,0 +1,118 @@
+#include "sim/recording/replay.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+
+#include "sim/recording/frame_names.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr std::size_t kShownBytes = 64;
+constexpr milliseconds kConnectLimitMs{5000};
+
+std::string BytesText(const Bytes& bytes) {
+  return bytes.empty() ? "no answer" : FrameHex(bytes, kShownBytes);
+}
+
+class Player {
+ public:
+  Player(const Endpoint& place, const ReplayTimes& times, std::ostream& out)
+      : place_(place), times_(times), out_(out) {}
+
+  void Play(const RecordedEvent& event) {
+    if (event.Kind == RecordedKind::kOpened) return Open(event);
+    Channel* const channel = links_[event.Link].get();
+    if (event.Kind == RecordedKind::kClosed) {
+      links_.erase(event.Link);
+    } else if (channel != nullptr) {
+      Ask(event, *channel);
+    }
+  }
+
+  bool Summarize() const {
+    out_ << exchanges_ << " exchanges over " << opened_ << " links, " << differences_
+         << " differences\n";
+    return differences_ == 0 && exchanges_ > 0;
+  }
+
+ private:
+  void Open(const RecordedEvent& event) {
+    ConnectStatus status{};
+    links_[event.Link] = ConnectTcp(place_, kConnectLimitMs, status);
+    if (links_[event.Link]) {
+      ++opened_;
+    } else {
+      Differ(event) << "no connection to " << TextOf(place_) << "\n";
+    }
+  }
+
+  void Ask(const RecordedEvent& event, Channel& channel) {
+    ++exchanges_;
+    if (channel.Write(event.Request, times_.Answer) != ChannelStatus::kOk) {
+      Differ(event) << "the request cannot be sent\n";
+      return;
+    }
+    const Bytes reply = Collect(event, channel);
+    if (reply == event.Reply) return;
+    Differ(event) << FrameName(names_, event.Request) << ": recorded " << BytesText(event.Reply)
+                  << ", now " << BytesText(reply) << "\n";
+  }
+
+  // What comes until there are as many bytes as were recorded and as the answer itself announces,
+  // and what has come behind them by then.
+  Bytes Collect(const RecordedEvent& event, Channel& channel) const {
+    const milliseconds limit = event.Reply.empty() ? times_.Silence : times_.Answer;
+    const Clock::time_point deadline = Clock::now() + limit + event.ReplyAfter;
+    std::array<std::uint8_t, 4096> buffer{};
+    Bytes reply;
+    for (ReadResult read; read.Status == ChannelStatus::kOk;) {
+      const bool whole = !reply.empty() && reply.size() >= event.Reply.size() &&
+                         reply.size() >= AnnouncedLength(reply).value_or(reply.size() + 1);
+      read = channel.Read(buffer, whole ? milliseconds(0) : Until(deadline));
+      reply.insert(reply.end(), buffer.begin(),
+                   buffer.begin() + static_cast<std::ptrdiff_t>(read.Count));
+    }
+    return reply;
+  }
+
+  std::ostream& Differ(const RecordedEvent& event) {
+    ++differences_;
+    return out_ << "line " << event.Line << ": ";
+  }
+
+  Endpoint place_;
+  ReplayTimes times_;
+  std::ostream& out_;
+  WindowTexts names_{WindowTextFile(false)};
+  std::map<std::uint64_t, std::unique_ptr<Channel>> links_;
+  std::size_t exchanges_ = 0;
+  std::size_t opened_ = 0;
+  std::size_t differences_ = 0;
+};
+
+}  // namespace
+
+const RecordedEvent* Playback::Find(ByteView request) {
+  for (std::size_t step = 0; step < events_.size(); ++step) {
+    const std::size_t index = (next_ + step) % events_.size();
+    const RecordedEvent& event = events_[index];
+    if (event.Kind != RecordedKind::kExchange || !std::ranges::equal(event.Request, request)) {
+      continue;
+    }
+    next_ = index + 1;
+    return &event;
+  }
+  return nullptr;
+}
+
+bool ReplayTo(const std::vector<RecordedEvent>& events, const Endpoint& place,
+              const ReplayTimes& times, std::ostream& out) {
+  Player player(place, times, out);
+  for (const RecordedEvent& event : events) player.Play(event);
+  return player.Summarize();
+}
+
+}  // namespace warpline::sim

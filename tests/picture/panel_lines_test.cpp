@@ -1,0 +1,190 @@
+#include "picture/panel_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <numbers>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "model/registers.h"
+#include "picture/test_picture.h"
+#include "picture/wall.h"
+#include "tests/files/file_fixture.h"
+#include "tests/support/source_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+// A shipped correction, as the tool reads it.
+struct Example {
+  std::string Name;
+  CorrectionData Correction;
+};
+
+std::vector<Example> Examples() {
+  std::vector<Example> examples;
+  for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / "examples")) {
+    if (entry.path().extension() != ".wlt") continue;
+    FileWorld world;
+    EXPECT_EQ(world.Read("wlt", TempFolder::Read(entry.path())), std::nullopt) << entry.path();
+    examples.push_back({entry.path().filename().string(), world.file.Staging()});
+  }
+  return examples;
+}
+
+// Where the panel shows the picture's left and right end, straight from what was meant: a line
+// shorter than the panel is held where the optical centre says.
+struct Ends {
+  double left;
+  double right;
+};
+
+Ends MeantEnds(double size, int length, const AxisParameters& parameters) {
+  const double inset = length - size;
+  const double k = parameters.Optical / 32.0;
+  const double shift = -parameters.Position / 32768.0 * length / 2;
+  return {inset * (1 - k) / 2 + shift, length - inset * (1 + k) / 2 + shift};
+}
+
+Ends ShownEnds(const PanelLine& line, int length) {
+  return {-line.Offset / line.Slope, (length - line.Offset) / line.Slope};
+}
+
+TEST(PanelLines, ShowEachExampleWithinAPixelOfWhatWasMeant) {
+  int compared = 0;
+  for (const Example& example : Examples()) {
+    for (const PanelSize panel :
+         {PanelSize{800, 600}, PanelSize{1024, 768}, PanelSize{1920, 1200}}) {
+      const RegisterSet registers = BuildRegisters(example.Correction, panel);
+      for (const Axis axis : {kHorizontal, kVertical}) {
+        const AxisCorrection correction = CorrectionOf(example.Correction, axis);
+        if (std::abs(correction.Parameters.Optical) > 32) continue;  // drawn smaller as a whole
+        const int length = LineLength(panel, axis);
+        const std::vector<double> meant =
+            LineSizeProfile(correction.Parameters, correction.Projection,
+                            SampleCurve(correction.Curve, LineCount(panel, axis)), length);
+        const std::vector<PanelLine> lines = PanelLinesOf(registers[axis], axis, panel);
+        const std::vector<LineMark> marks = LineMarks(registers[axis], LineCount(panel, axis));
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+          if (marks[i] != LineMark::kSure) break;
+          const auto [left, right] = MeantEnds(meant[i], length, correction.Parameters);
+          const Ends have = ShownEnds(lines[i], length);
+          const double off = std::max(std::abs(have.left - left), std::abs(have.right - right));
+          ASSERT_LE(off, 1) << example.Name << " axis " << axis << " line " << i;
+          ++compared;
+        }
+      }
+    }
+  }
+  EXPECT_GT(compared, 20000);
+}
+
+TEST(PanelLines, DrawEverythingSmallerWhenTheCentreLiesOutside) {
+  const PanelSize panel{1024, 768};
+  CorrectionData correction;
+  ResetToScreenType(correction);
+  for (const int optical : {-48, -33, 40, 64}) {
+    for (std::int16_t& flag : correction.Projection) flag = static_cast<std::int16_t>(optical > 0);
+    correction.Axes[kVertical].Distortion = 30;
+    correction.Axes[kVertical].Optical = static_cast<std::int16_t>(optical);
+    const RegisterSet registers = BuildRegisters(correction, panel);
+    std::set<double> ends;
+    for (const PanelLine& line : PanelLinesOf(registers[kVertical], kVertical, panel)) {
+      const auto [first, last] = ShownEnds(line, panel.Height);
+      ends.insert({first, last});
+    }
+    EXPECT_NEAR(*ends.begin(), 0, 1.5) << optical << ": all fits, and fills the panel";
+    EXPECT_NEAR(*ends.rbegin(), panel.Height, 1.5) << optical;
+  }
+}
+
+TEST(LineMarks, FollowTheLimitOfTheDifferences) {
+  // Differences of lines 2 to 9: 0, 7, -8, 7, 1, -1, 0, 0.
+  const AxisRegisters registers{"0000", "0000", "00", "00", "00", "00", "0080", "00", "7078F100"};
+  using enum LineMark;
+  const std::vector<LineMark> marks = LineMarks(registers, 10);
+  EXPECT_EQ(marks, (std::vector<LineMark>{kSure, kSure, kSure, kAtLimit, kAtLimit, kAtLimit,
+                                          kBehindLimit, kBehindLimit, kBehindLimit, kBehindLimit}));
+}
+
+TEST(Wall, HasTheShapeThatItsNameSays) {
+  using enum WallShape;
+  const std::tuple<WallShape, double, double, double, double> cases[] = {
+      {kFlat, 0.5, 1, 1, 4},
+      {kCylinder, 0.5, 1, 7, 4.26795},  // 2 - sqrt(3) behind the middle of a radius of 2
+      {kCylinder, -0.5, 1, 7, 3.73205},
+      {kCylinder, 0.5, 3, 0, 0},
+      {kCylinderUpright, 0.5, 7, 1, 4.26795},
+      {kSphere, 0.5, 0.6, -0.8, 4.26795},
+      {kCorner, 0.5, -1, 7, 4.41421},  // the tangent of 22.5 degrees
+      {kCeiling, 0.5, 7, -1, 4.41421}};
+  for (const auto& [shape, curvature, x, y, depth] : cases) {
+    EXPECT_NEAR(WallDepth({shape, 4, curvature}, x, y), depth, 1e-5) << static_cast<int>(shape);
+  }
+}
+
+// A corner's two walls turn away evenly, and so the size of a column on the panel, seen from the
+// middle, falls evenly: a setting that does just this must show level lines level.
+TEST(Wall, ShowsStraightLinesWhenTheSettingIsRight) {
+  const PanelSize panel{1024, 768};
+  Wall wall;
+  wall.Shape = WallShape::kCorner;
+  wall.Curvature = 0.4;
+  const double turn = std::tan(wall.Curvature * std::numbers::pi / 4) / kThrowRatio;
+  std::vector<std::int32_t> scales;
+  double nearest = 1;
+  for (int x = 0; x < panel.Width; ++x) {
+    const double off = std::abs(x + 0.5 - panel.Width / 2.0) / panel.Width;
+    nearest = std::min(nearest, 1 - turn * off);
+    scales.push_back(static_cast<std::int32_t>(std::lround(32768 / (1 - turn * off))));
+  }
+  ASSERT_LT(nearest, 0.9);
+  // The lens's axis meets the bottom edge; there the columns are held.
+  const std::vector<PanelLine> columns = PanelLinesOf(scales, panel.Height, {-1, 0, 0});
+  const double half = wall.Distance / kThrowRatio / 2;
+  for (const double height : {-0.2, -0.6, -1.0}) {
+    std::set<double> shown;
+    std::set<double> bare;
+    for (double x = -0.8 * half; x <= 0.8 * half; x += half / 50) {
+      std::array<double, 2> at{};
+      ASSERT_TRUE(PanelPositionAt(wall, panel, x, height, at));
+      const PanelLine& column = columns[static_cast<std::size_t>(at[0])];
+      shown.insert(column.Offset + column.Slope * at[1]);
+      bare.insert(at[1]);
+    }
+    EXPECT_LT(*shown.rbegin() - *shown.begin(), 1) << height;
+    EXPECT_GT(*bare.rbegin() - *bare.begin(), 5) << "without the setting, " << height;
+  }
+}
+
+TEST(Picture, MatchesAGoldenOne) {
+  const PanelSize panel{320, 240};
+  const std::vector<Example> examples = Examples();
+  const auto example = std::ranges::find(examples, "cylinder.wlt", &Example::Name);
+  ASSERT_NE(example, examples.end());
+  const RgbImage shown =
+      PanelPicture(TestPicture(panel), BuildRegisters(example->Correction, panel));
+  std::string reason;
+  const auto golden =
+      ImageOfPng(TempFolder::Read(SourceFolder() / "tests/picture/cylinder.png"), reason);
+  ASSERT_TRUE(golden) << reason;
+  ASSERT_EQ(golden->Pixels.size(), shown.Pixels.size());
+  int most = 0;
+  double sum = 0;
+  for (std::size_t i = 0; i < shown.Pixels.size(); ++i) {
+    const int off = std::abs(golden->Pixels[i] - shown.Pixels[i]);
+    sum += off;
+    most = std::max(most, off);
+  }
+  EXPECT_LE(most, 8);
+  EXPECT_LT(sum / static_cast<double>(shown.Pixels.size()), 0.5);
+}
+
+}  // namespace
+}  // namespace warpline::sim

@@ -1,0 +1,60 @@
+#include "sim/device/profile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <tuple>
+
+#include "tests/support/source_folder.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+TEST(Profile, KeepsWhatIsMissing) {
+  std::string reason;
+  const auto profile = ParseProfile(R"({"class": 4, "reply5": 13, "panel": "800x600"})", reason);
+  ASSERT_TRUE(profile) << reason;
+  EXPECT_EQ(profile->Projector.ModelClass, 4);
+  EXPECT_EQ(profile->Projector.Reply5, 13);
+  EXPECT_EQ(profile->Projector.Panel, (PanelSize{800, 600}));
+  EXPECT_TRUE(profile->Projector.ReportsPanel);
+  EXPECT_TRUE(profile->Projector.TakesCommands);
+}
+
+TEST(Profile, IsRefusedWithAReason) {
+  const std::tuple<const char*, const char*> cases[] = {{"", "parse"},
+                                                        {"[]", "object"},
+                                                        {R"({"clas": 4})", "\"clas\""},
+                                                        {R"({"class": 256})", "0 to 255"},
+                                                        {R"({"class": "5"})", "0 to 255"},
+                                                        {R"({"class": 4.5})", "0 to 255"},
+                                                        {R"({"reply5": -1})", "0 to 255"},
+                                                        {R"({"panel": "63x600"})", "1024x768"},
+                                                        {R"({"panel": "800x600x2"})", "1024x768"},
+                                                        {R"({"panel": 800})", "string"},
+                                                        {R"({"takes_commands": 1})", "boolean"}};
+  for (const auto& [text, part] : cases) {
+    std::string reason;
+    EXPECT_FALSE(ParseProfile(text, reason)) << text;
+    EXPECT_NE(reason.find(part), std::string::npos) << text << ": " << reason;
+  }
+}
+
+TEST(Profile, ShippedOnesCoverTheClasses) {
+  std::set<int> classes;
+  const std::filesystem::path folder = SourceFolder() / "examples/profiles";
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    std::string reason;
+    const auto profile = ParseProfile(TempFolder::Read(entry.path()), reason);
+    ASSERT_TRUE(profile) << entry.path() << ": " << reason;
+    EXPECT_FALSE(profile->Name.empty()) << entry.path();
+    classes.insert(profile->Projector.ModelClass);
+  }
+  EXPECT_EQ(classes, (std::set<int>{2, 3, 4, 5}));
+}
+
+}  // namespace
+}  // namespace warpline::sim

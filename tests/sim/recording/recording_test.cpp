@@ -1,0 +1,162 @@
+#include "sim/recording/recording.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "sim/recording/replay.h"
+#include "tests/support/projector_server.h"
+#include "tests/support/sim_hex.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+const std::string kTitle = std::string(kRecordingTitle) + "\n";
+
+std::vector<RecordedEvent> Parsed(const std::string& text) {
+  std::string reason;
+  const auto events = ParseRecording(text, reason);
+  EXPECT_TRUE(events) << reason;
+  return events.value_or(std::vector<RecordedEvent>());
+}
+
+TEST(Recording, ReadsBackWhatItWrote) {
+  std::ostringstream out;
+  Clock::time_point now{};
+  Recorder recorder(out, [&now] { return now; });
+  recorder.Opened(2);
+  now += milliseconds(7);
+  recorder.Opened(3);
+  recorder.Request(2, FromHex("01DF0000020100E3"));
+  recorder.Request(3, FromHex("FF"));
+  now += milliseconds(5);
+  recorder.Reply(2, FromHex("01DF0000020100E3"), FromHex("21DF0000010001"));
+  recorder.Reply(3, FromHex("FF"), {});
+  recorder.Closed(3);
+  EXPECT_EQ(out.str(), kTitle +
+                           "2\t0\topened\n3\t0\topened\n"
+                           "2\t7\trequest\tShow (1)\t01DF0000020100E3\n3\t0\trequest\tUnknown\tFF\n"
+                           "2\t12\treply\tShow (1)\t21DF0000010001\n3\t5\tclosed\n");
+  const std::vector<RecordedEvent> events = Parsed(out.str());
+  ASSERT_EQ(events.size(), 5u);
+  EXPECT_EQ(ToHex(events[2].Request), "01DF0000020100E3");
+  EXPECT_EQ(ToHex(events[2].Reply), "21DF0000010001");
+  EXPECT_EQ(events[2].At, milliseconds(7));
+  EXPECT_EQ(events[2].ReplyAfter, milliseconds(5));
+  EXPECT_EQ(events[2].Line, 4u);
+  EXPECT_EQ(events[3].Reply, Bytes());
+  EXPECT_EQ(events[4].Kind, RecordedKind::kClosed);
+  EXPECT_EQ(events[4].Link, 3u);
+}
+
+TEST(Recording, TellsWhatIsWrongAndWhere) {
+  const struct {
+    const char* name;
+    std::string text;
+    const char* reason;
+  } cases[] = {
+      {"empty", "", "line 1: this is not"},
+      {"another file", "[Warpline]\n", "line 1: this is not"},
+      {"zeros", std::string(40, '\0'), "line 1: this is not"},
+      {"blanks for tabs", kTitle + "1 0 opened\n", "line 2: link, time"},
+      {"cut off", kTitle + "1\t0\topened\n1\t0\treq", "line 3: the event"},
+      {"cut off behind the name", kTitle + "1\t0\topened\n1\t0\trequest\tShow", "line 3: link, "},
+      {"link 0", kTitle + "0\t0\topened\n", "line 2: the link needs"},
+      {"huge time", kTitle + "1\t99999999999999999999\topened\n", "line 2: the time needs"},
+      {"negative time", kTitle + "1\t-1\topened\n", "line 2: the time needs"},
+      {"time runs back", kTitle + "1\t5\topened\n1\t4\tclosed\n", "line 3: the time is less"},
+      {"no bytes", kTitle + "1\t0\topened\n1\t0\trequest\tx\t\n", "line 3: the bytes"},
+      {"half a byte", kTitle + "1\t0\topened\n1\t0\trequest\tx\t01D\n", "line 3: the bytes"},
+      {"no hex", kTitle + "1\t0\topened\n1\t0\trequest\tx\tcs\n", "line 3: the bytes"},
+      {"not open", kTitle + "# note\n\n1\t0\trequest\tx\t01\n", "line 4: the link is not open"},
+      {"closed", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\tclosed\n", "line 4: the link is not"},
+      {"opened twice", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\topened\n", "line 4: the link w"},
+      {"reply alone", kTitle + "1\t0\topened\n1\t0\treply\tx\t01\n", "line 3: there is no request"},
+      {"bytes of opened", kTitle + "1\t0\topened\tx\t01\n", "line 2: name and bytes"}};
+  for (const auto& row : cases) {
+    std::string reason;
+    EXPECT_FALSE(ParseRecording(row.text, reason)) << row.name;
+    EXPECT_EQ(reason.substr(0, std::string(row.reason).size()), row.reason) << row.name;
+  }
+  EXPECT_EQ(Parsed(std::string(kRecordingTitle) + "\r\n\r\n1\t0\topened\r\n").size(), 1u);
+}
+
+constexpr const char* kSession =
+    "1\t0\topened\n1\t1\trequest\tModel class?\t00850000010086\n"
+    "1\t1\treply\tModel class?\t20850000030B0004B7\n"
+    "1\t1\trequest\tRegisters (8)\t01DF00000608000200334467\n"
+    "1\t1\treply\tRegisters (8)\t21DF0000010001\n"
+    "1\t2\trequest\tShow (1)\t01DF0000020100E3\n1\t2\treply\tShow (1)\t21DF0000010001\n"
+    "1\t3\trequest\tProbe\t01DF000000E0\n"
+    "1\t4\trequest\tShow (1)\t01DF0000020100E3\n1\t4\treply\tShow (1)\t21DF0000010203\n"
+    "1\t5\tclosed\n";
+
+TEST(Replay, AnswersTheToolFromTheRecording) {
+  std::vector<std::string> log;
+  const TempFolder folder;
+  Station station({.Replay = Parsed(kTitle + kSession),
+                   .State = folder / "state.json",
+                   .Log = [&log](const std::string& text) { log.push_back(text); }});
+  const int link = station.OpenLink();
+  const auto send = [&](const char* hex) {
+    return ToHex(station.Exchange(link, FromHex(hex)).Reply);
+  };
+  EXPECT_EQ(send("01DF00000608000200334467"), "21DF0000010001") << "recorded later on";
+  EXPECT_EQ(send("01DF0000020100E3"), "21DF0000010001");
+  EXPECT_EQ(station.Snapshot().Working[kHorizontal][kScroll], "3344") << "the picture follows";
+  EXPECT_EQ(send("01DF0000020100E3"), "21DF0000010203") << "the next one";
+  EXPECT_EQ(send("00850000010086"), "20850000030B0004B7") << "from the start again";
+  EXPECT_EQ(send("01DF000000E0"), "") << "was not answered then either";
+  EXPECT_TRUE(log.empty());
+
+  EXPECT_EQ(send("01DF0000021200F4"), "") << "never recorded";
+  const StationSnapshot state = station.Snapshot();
+  EXPECT_EQ(state.Mismatches, 1u);
+  EXPECT_EQ(state.Exchanges.back().Fault, kMismatch);
+  EXPECT_EQ(state.Count.Stores, 0u);
+  EXPECT_NE(TempFolder::Read(folder / "state.json").find("\"01 DF 00 00 02 12 00 F4\""),
+            std::string::npos);
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_NE(log[0].find("01 DF 00 00 02 12 00 F4"), std::string::npos) << log[0];
+}
+
+// What a projector answered is what one like it answers again, and another one does not.
+TEST(Replay, ComparesAProjectorWithTheRecording) {
+  constexpr ReplayTimes kTimes{.Silence = milliseconds(30)};
+  std::ostringstream recorded;
+  Recorder recorder(recorded);
+  Station station(
+      {.Projector = {.Panel = {}, .ModelClass = 4}, .Faults = FaultRules({"kind=mode:timeout"})});
+  Server recording(station, &recorder);
+  std::string reason;
+  ASSERT_TRUE(recording.Listen({}, reason)) << reason;
+  const std::string asked =
+      kTitle + kSession + "2\t0\topened\n2\t0\trequest\tx\t01DE0000020100E2\n";
+  std::ostringstream told;
+  EXPECT_FALSE(ReplayTo(Parsed(asked), recording.Where(), kTimes, told));
+  EXPECT_EQ(told.str(),
+            "line 3: Model class?: recorded 20 85 00 00 03 0B 00 04 B7, now 20 85 00 00 03 00 00 "
+            "04 AC\n"
+            "line 9: Probe: recorded no answer, now 21 DF 00 00 01 00 01\n"
+            "line 10: Show (1): recorded 21 DF 00 00 01 02 03, now 21 DF 00 00 01 00 01\n"
+            "6 exchanges over 2 links, 3 differences\n");
+  recording.Stop();
+
+  const std::vector<RecordedEvent> events = Parsed(recorded.str());
+  EXPECT_EQ(events.size(), 10u);
+  const ProjectorServer same({.Panel = {}, .ModelClass = 4}, {"kind=mode:timeout"});
+  told.str("");
+  const auto port = PortNumber(same.Port());
+  EXPECT_TRUE(ReplayTo(events, {.Port = *port}, kTimes, told)) << told.str();
+  EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences\n");
+  const ProjectorServer replaying(StationSetup{.Replay = events});
+  const auto place = Endpoint{.Port = *PortNumber(replaying.Port())};
+  EXPECT_TRUE(ReplayTo(events, place, kTimes, told)) << "answers as another class did";
+  EXPECT_FALSE(ReplayTo({}, {.Port = *port}, kTimes, told)) << "nothing was compared";
+  EXPECT_FALSE(ReplayTo(events, recording.Where(), kTimes, told)) << "nobody is there";
+}
+
+}  // namespace
+}  // namespace warpline::sim

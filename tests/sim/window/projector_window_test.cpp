@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+#include <wx/evtloop.h>
+#include <wx/menu.h>
+
+#include <functional>
+#include <string>
+
+#include "sim/window/projector_frame.h"
+#include "tests/support/sim_hex.h"
+
+namespace warpline::sim {
+namespace {
+
+// A projector and its window.
+struct World {
+  World() { frame->Show(); }
+  // At once: its end must not wait for an event loop that looks at a station that is gone.
+  ~World() { delete frame; }
+
+  template <typename Control>
+  Control& Find(const char* name) {
+    return dynamic_cast<Control&>(*wxWindow::FindWindowByName(name, frame));
+  }
+
+  // Handles events until it is so; the test's own time limit ends what never comes.
+  static void WaitUntil(const std::function<bool()>& so) {
+    while (!so()) wxEventLoopBase::GetActive()->Dispatch();
+  }
+
+  static void Press(wxWindow& control, wxEventType type) {
+    wxCommandEvent event(type, control.GetId());
+    event.SetEventObject(&control);
+    control.ProcessWindowEvent(event);
+  }
+
+  void Key(int key) {
+    wxKeyEvent event(wxEVT_CHAR_HOOK);
+    event.m_keyCode = key;
+    frame->ProcessWindowEvent(event);
+  }
+
+  void Choose(const char* menu, const char* item) {
+    wxCommandEvent event(wxEVT_MENU, frame->GetMenuBar()->FindMenuItem(menu, item));
+    frame->ProcessWindowEvent(event);
+  }
+
+  bool stop = false;
+  Station station{StationSetup{}};
+  WindowRequest request{station, "127.0.0.1:7142", false, [this] { return stop; }};
+  ProjectorFrame* frame = new ProjectorFrame(request);
+};
+
+TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
+  World world;
+  auto& banner = world.Find<wxStaticText>("fault_banner");
+  auto& what = world.Find<wxChoice>("fault_what");
+  auto& when = world.Find<wxChoice>("fault_when");
+  what.SetStringSelection("Late");
+  when.SetStringSelection("By chance, %");
+  World::Press(when, wxEVT_CHOICE);
+  world.Find<wxChoice>("fault_kind").SetStringSelection("21");
+  world.Find<wxSpinCtrl>("fault_count").SetValue(25);
+  world.Find<wxSpinCtrl>("fault_jitter").SetValue(40);
+  World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
+  const std::string rule = "kind=21,chance=0.25:late=500~40";
+  EXPECT_EQ(world.station.Snapshot().Faults, std::vector<std::string>{rule});
+  World::WaitUntil([&] { return banner.GetParent()->IsShown(); });
+  EXPECT_EQ(banner.GetLabel(), "Faults in force: " + rule);
+  EXPECT_EQ(world.Find<wxListBox>("active_faults").GetString(0), rule);
+  for (int i = 0; i < 9; ++i) World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
+  World::WaitUntil([&] { return banner.GetLabel().Freq('~') == 10; });
+  EXPECT_LT(banner.GetBestSize().GetWidth(), world.frame->GetClientSize().GetWidth())
+      << "none beyond the window's edge";
+
+  World::Press(world.Find<wxWindow>("clear_faults"), wxEVT_BUTTON);
+  EXPECT_TRUE(world.station.Snapshot().Faults.empty());
+  World::WaitUntil([&] { return !banner.GetParent()->IsShown(); });
+}
+
+TEST(ProjectorWindow, OffersForAConnectionsFaultNoExchanges) {
+  World world;
+  auto& what = world.Find<wxChoice>("fault_what");
+  what.SetStringSelection("Half-open link");
+  World::Press(what, wxEVT_CHOICE);
+  EXPECT_FALSE(world.Find<wxChoice>("fault_kind").IsEnabled());
+  auto& delay = world.Find<wxSpinCtrl>("fault_delay");
+  EXPECT_FALSE(delay.IsEnabled());
+  EXPECT_LE(delay.GetParent()->GetBestSize().GetWidth(), delay.GetParent()->GetSize().GetWidth());
+  World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
+  EXPECT_EQ(world.station.Snapshot().Faults, std::vector<std::string>{"always:halfopen"});
+}
+
+TEST(ProjectorWindow, FollowsWhatArrives) {
+  World world;
+  auto& registers = world.Find<wxListCtrl>("registers");
+  auto& frames = world.Find<wxListCtrl>("frames");
+  EXPECT_EQ(world.frame->GetTitle(), "SIMULATOR - projector 127.0.0.1:7142");
+  World::WaitUntil([&] { return registers.GetItemText(1, 1) == "0000"; });
+  const int link = world.station.OpenLink();
+  for (const char* frame : {kWriteScroll, kShow}) world.station.Exchange(link, FromHex(frame));
+  World::WaitUntil([&] { return registers.GetItemText(1, 1) == "3344"; });
+  EXPECT_EQ(registers.GetItemText(1, 2), "0000");
+  EXPECT_EQ(frames.GetItemCount(), 2);
+  EXPECT_EQ(frames.GetItemText(0, 1), "Show (1)");
+  EXPECT_EQ(frames.GetItemText(1, 2), "01 DF 00 00 06 08 00 02 00 33 44 67");
+}
+
+TEST(ProjectorWindow, ChangesItsViewByKeys) {
+  World world;
+  auto& shape = world.Find<wxChoice>("wall_shape");
+  EXPECT_FALSE(shape.GetParent()->IsShown());
+  world.Key('W');
+  EXPECT_TRUE(shape.GetParent()->IsShown());
+  shape.SetStringSelection("Flat");
+  World::Press(shape, wxEVT_CHOICE);
+  EXPECT_FALSE(world.Find<wxSlider>("wall_curvature").IsEnabled());
+  world.Key('P');
+  EXPECT_FALSE(shape.GetParent()->IsShown());
+}
+
+TEST(ProjectorWindow, LeavesFullScreenByEscape) {
+  World world;
+  wxWindow& panes = *world.Find<wxWindow>("registers").GetParent();
+  world.Choose("View", "Full screen");
+  EXPECT_TRUE(world.frame->IsFullScreen());
+  EXPECT_FALSE(panes.IsShown());
+  world.Key(WXK_ESCAPE);
+  EXPECT_FALSE(world.frame->IsFullScreen());
+  EXPECT_TRUE(panes.IsShown());
+  EXPECT_TRUE(world.frame->GetMenuBar()->IsShown());
+}
+
+TEST(ProjectorWindow, EndsThoughADialogWaits) {
+  World world;
+  bool closed = false;
+  world.frame->Bind(wxEVT_CLOSE_WINDOW, [&closed](wxCloseEvent&) { closed = true; });
+  world.stop = true;
+  world.Choose("Help", "Keys...");
+  World::WaitUntil([&closed] { return closed; });
+}
+
+}  // namespace
+}  // namespace warpline::sim

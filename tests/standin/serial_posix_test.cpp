@@ -1,0 +1,99 @@
+#include "sim/line/serial.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "sim/station/server.h"
+#include "standin/beamlink_standin.h"
+#include "tests/support/temp_folder.h"
+
+namespace warpline::sim {
+namespace {
+
+constexpr std::int32_t kSerialKind = 0;
+
+struct SerialWorld {
+  explicit SerialWorld(bool fast = true) {
+    std::string reason;
+    EXPECT_TRUE(server.OfferSerial(path, fast, reason)) << reason;
+    ::setenv("WARPLINE_COM3", path.c_str(), 1);
+  }
+  ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
+
+  TempFolder folder;
+  std::filesystem::path path = folder / "projector";
+  Station station{StationSetup{}};
+  Server server{station};
+  BeamlinkStandin library;
+};
+
+TEST(Serial, CarriesEveryByteUnchanged) {
+  for (const bool fast : {true, false}) {
+    SerialWorld world(fast);
+    const auto open = [&](const char* port) {
+      return world.library.Open(kSerialKind, port, "38400", kBeamlinkBlocking);
+    };
+    const std::int32_t handle = open("COM3");
+    ASSERT_GE(handle, 0);
+    for (const std::int32_t input : {0x0D0A1104, 0x13031A7F, -1, 0x00FF0D00}) {
+      PJStatus status{};
+      EXPECT_EQ(world.library.SetInput(handle, input), kBeamlinkOk);
+      EXPECT_EQ(world.library.GetStatus(handle, &status), kBeamlinkOk);
+      EXPECT_EQ(status.Input, input);
+    }
+    EXPECT_EQ(open("COM3"), kOpenPortInUse);
+    EXPECT_EQ(open("COM4"), kOpenBadPort);
+  }
+}
+
+TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
+  const TempFolder folder;
+  const std::filesystem::path path = folder / "projector";
+  std::string reason;
+  const auto terminal = PseudoTerminal::Create(path, reason);
+  ASSERT_TRUE(terminal) << reason;
+  ::setenv("WARPLINE_COM5", path.c_str(), 1);
+  for (const int speed : {4800, 9600, 19200, 38400}) {
+    SerialStatus status{};
+    const auto port = OpenSerialPort(5, speed, status);
+    EXPECT_EQ(terminal->Speed(), speed);
+  }
+  ::unsetenv("WARPLINE_COM5");
+  EXPECT_EQ(LineTime(480, 4800), std::chrono::seconds(1));
+  EXPECT_EQ(LineTime(1, 38400).count(), 260);
+}
+
+TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
+  SerialWorld world;
+  PJRunningStatus running{};
+  for (std::uint64_t round = 1; round <= 3; ++round) {
+    const std::int32_t handle = world.library.Open(kSerialKind, "COM3", "4800", kBeamlinkBlocking);
+    ASSERT_GE(handle, 0);
+    EXPECT_EQ(world.library.GetRunningStatus(handle, &running), kBeamlinkOk);
+    EXPECT_EQ(world.library.Close(handle), kBeamlinkOk);
+    while (world.station.Snapshot().OpenLinks > 0) std::this_thread::yield();
+    EXPECT_EQ(world.station.Snapshot().Links, round);
+  }
+}
+
+TEST(Serial, CleansUpAndRespectsWhatIsThere) {
+  SerialWorld world;
+  EXPECT_TRUE(std::filesystem::is_symlink(world.path));
+  std::string reason;
+  EXPECT_EQ(PseudoTerminal::Create(world.path, reason), nullptr) << "in use";
+  world.server.Stop();
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(world.path)));
+
+  const std::filesystem::path file = world.folder.Write("file", "kept");
+  EXPECT_EQ(PseudoTerminal::Create(file, reason), nullptr);
+  EXPECT_NE(reason.find("file"), std::string::npos) << reason;
+  EXPECT_EQ(TempFolder::Read(file), "kept");
+  std::filesystem::create_symlink(world.folder / "gone", world.folder / "left");
+  EXPECT_TRUE(PseudoTerminal::Create(world.folder / "left", reason)) << reason;
+}
+
+}  // namespace
+}  // namespace warpline::sim
