@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -24,12 +25,17 @@ enum FileAttribute : std::uint32_t {
 // The attributes of what the path itself names (a link is not followed), 0 when nothing is there.
 std::uint32_t FileAttributes(const std::filesystem::path& path);
 
-// The file's bytes, at most 64 MiB. On failure the error, and the text is unspecified.
+// Far beyond every file of ours; what is larger was not meant to be read.
+inline constexpr std::size_t kMostFileBytes = std::size_t{64} << 20;
+
+// The file's bytes, at most kMostFileBytes; of a pipe or a device what comes until its end. A pipe
+// that nobody writes is an error, not a wait. On failure the error, and the text is unspecified.
 std::error_code ReadWholeFile(const std::filesystem::path& path, std::string& bytes);
 
 // Makes the file hold exactly these bytes: they are written beside it, flushed to disk and moved
 // into its place, so that whatever goes wrong the file is either the old one or the new one and no
-// other file stays behind.
+// other file stays behind. What a killed process left in that folder is cleared. A device or a pipe
+// is written into instead; a pipe that nobody reads is an error, not a wait.
 std::error_code ReplaceFileContents(const std::filesystem::path& path, std::string_view bytes);
 
 // Bytes that this user may still write in the folder that holds the path; 0 with the failure in

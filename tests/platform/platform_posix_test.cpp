@@ -1,11 +1,20 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <array>
 #include <csignal>
+#include <fstream>
+#include <thread>
 
 #include "platform/environment.h"
+#include "platform/file_lock.h"
 #include "platform/files.h"
+#include "platform/files_posix.h"
 #include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
 
@@ -67,6 +76,134 @@ TEST(ReplaceFilePosix, WritingThatFailsHalfwayLeavesTheOldFile) {
   EXPECT_EQ(folder.Names(), (Names{"old.wlt"}));
 }
 
+// Both ways of replacing a file, the second as on a file system without nameless files.
+std::error_code ReplaceNamed(const fs::path& path, std::string_view bytes) {
+  return ReplaceByNamedTemporary(path, path.parent_path(), bytes);
+}
+constexpr std::error_code (*kWays[])(const fs::path&, std::string_view){ReplaceFileContents,
+                                                                        ReplaceNamed};
+
+TEST(ReplaceFilePosix, NamedTemporariesDoAsWell) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("old.wlt", "old");
+  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+  ASSERT_EQ(ReplaceNamed(path, "new"), std::error_code());
+  EXPECT_EQ(TempFolder::Read(path), "new");
+  EXPECT_EQ(ModeOf(path), 0640u);
+  {
+    const FileSizeLimit limit(1000);
+    EXPECT_TRUE(ReplaceNamed(path, std::string(2000, 'n')));
+  }
+  fs::create_directory(folder / "folder.wlt");
+  EXPECT_TRUE(ReplaceNamed(folder / "folder.wlt", "new"));
+  EXPECT_EQ(TempFolder::Read(path), "new");
+  EXPECT_EQ(folder.Names(), (Names{"folder.wlt", "old.wlt"}));
+}
+
+TEST(ReplaceFilePosix, ANameWithoutAFolderMeansTheCurrentOne) {
+  const TempFolder folder;
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.Path());
+  const std::error_code error = ReplaceFileContents("here.wlt", "new");
+  fs::current_path(before);
+  EXPECT_EQ(error, std::error_code());
+  EXPECT_EQ(TempFolder::Read(folder / "here.wlt"), "new");
+}
+
+// A process that does nothing but save, killed after a while.
+void KillASaver(const fs::path& path, std::error_code (*save)(const fs::path&, std::string_view),
+                int microseconds) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    for (int i = 0;; ++i) save(path, i % 2 == 0 ? std::string(500, 'a') : std::string(900, 'b'));
+  }
+  ::usleep(static_cast<useconds_t>(microseconds));
+  ::kill(child, SIGKILL);
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+}
+
+TEST(ReplaceFilePosix, AKilledSaveLeavesAWholeFileAndTheNextOneClearsUp) {
+  for (const auto way : kWays) {
+    const TempFolder folder;
+    const fs::path path = folder.Write("old.wlt", std::string(500, 'a'));
+    const fs::path others = folder.Write(".warpline.notes", "not ours");
+    for (int kill = 0; kill < 40; ++kill) {
+      KillASaver(path, way, 1000 + 97 * kill);
+      const std::string bytes = TempFolder::Read(path);
+      EXPECT_TRUE(bytes == std::string(500, 'a') || bytes == std::string(900, 'b'));
+    }
+    ASSERT_EQ(ReplaceFileContents(path, "last"), std::error_code());
+    EXPECT_EQ(folder.Names(), (Names{".warpline.notes", "old.wlt"}));
+  }
+}
+
+TEST(ReplaceFilePosix, ATemporaryThatALivingProcessFillsStays) {
+  const TempFolder folder;
+  folder.Write(".warpline.abcd0123", "stray");
+  const int owned = ::open(folder.Write(".warpline.zzzz9999", "owned").c_str(), O_RDONLY);
+  ASSERT_EQ(::flock(owned, LOCK_EX), 0);
+  ASSERT_EQ(ReplaceFileContents(folder / "a.wlt", "new"), std::error_code());
+  EXPECT_EQ(folder.Names(), (Names{".warpline.zzzz9999", "a.wlt"}));
+  ::close(owned);
+}
+
+TEST(PipesPosix, AreReadToTheirEndAndWrittenInto) {
+  const TempFolder folder;
+  const fs::path pipe = folder / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  std::string read;
+  EXPECT_EQ(ReadWholeFile(pipe, read), std::errc::no_message_available) << "nobody writes";
+  EXPECT_TRUE(ReplaceFileContents(pipe, "x")) << "nobody reads";
+
+  const std::string long_text(300'000, 't');  // more than a pipe holds
+  std::thread writer([&] {
+    std::ofstream stream(pipe, std::ios::binary);
+    stream << long_text;
+  });
+  std::error_code error = std::make_error_code(std::errc::no_message_available);
+  for (int tries = 0; tries < 60 && error == std::errc::no_message_available; ++tries) {
+    error = ReadWholeFile(pipe, read);  // the writer may take its time to begin
+  }
+  EXPECT_EQ(error, std::error_code());
+  writer.join();
+  EXPECT_EQ(read, long_text);
+
+  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  EXPECT_EQ(ReplaceFileContents(pipe, "into"), std::error_code());
+  std::array<char, 8> got{};
+  EXPECT_EQ(::read(reader, got.data(), got.size()), 4);
+  ::close(reader);
+  EXPECT_TRUE(fs::is_fifo(pipe)) << "it is not replaced";
+  EXPECT_EQ(ReadWholeFile("/dev/zero", read), std::errc::file_too_large);
+}
+
+TEST(FileLock, BelongsToOneProcessAndDiesWithIt) {
+  const TempFolder folder;
+  const fs::path path = folder / "lock";
+  using Result = FileLock::Result;
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    FileLock lock;
+    const char taken = lock.Take(path) == Result::kTaken ? 'y' : 'n';
+    static_cast<void>(::write(ready[1], &taken, 1));
+    for (;;) ::pause();
+  }
+  char taken = 0;
+  ASSERT_EQ(::read(ready[0], &taken, 1), 1);
+  EXPECT_EQ(taken, 'y');
+  EXPECT_EQ(FileLock().Take(path), Result::kOwned);
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+  FileLock after;
+  EXPECT_EQ(after.Take(path), Result::kTaken) << "the file is there still, its owner is not";
+  EXPECT_EQ(FileLock().Take(folder / "missing" / "lock"), Result::kFailed);
+  ::close(ready[0]);
+  ::close(ready[1]);
+}
+
 TEST(FileAttributesPosix, FollowTheModeTheNameAndTheLink) {
   const TempFolder folder;
   const fs::path locked = folder.Write("locked.wlt", "x");
@@ -74,7 +211,7 @@ TEST(FileAttributesPosix, FollowTheModeTheNameAndTheLink) {
   EXPECT_EQ(FileAttributes(locked), kReadOnly + 0u);
   ASSERT_EQ(::chmod(locked.c_str(), 0466), 0);
   EXPECT_EQ(FileAttributes(locked), kReadOnly + 0u) << "the owner's permission counts";
-  EXPECT_EQ(FileAttributes(folder.Write(".hidden.wlt", "x")), kHidden + 0u);
+  EXPECT_EQ(FileAttributes(folder.Write(".dotted.wlt", "x")), 0u) << "a dot is part of the name";
   fs::create_symlink(locked, folder / "link.wlt");
   EXPECT_EQ(FileAttributes(folder / "link.wlt"), kAlias + 0u) << "not the target's";
   fs::create_symlink(folder / "missing", folder / "dangling.wlt");
