@@ -40,6 +40,13 @@ target_compile_options(warpline_options INTERFACE
 target_compile_definitions(warpline_options INTERFACE
   WARPLINE_PLATFORM_HEADER="platform/library_call_${WARPLINE_TWIN}.h")
 target_link_libraries(warpline_options INTERFACE Threads::Threads)
+option(WARPLINE_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(NOT WIN32 AND NOT WARPLINE_SANITIZE)
+  # As the distribution's own programs are built; what checks the calls of the C library wants an optimizing compiler.
+  target_compile_options(warpline_options INTERFACE -fstack-protector-strong)
+  target_compile_definitions(warpline_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+  target_link_options(warpline_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
 if(WIN32)
   target_compile_definitions(warpline_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
   # What is not used is left out; the same sources give the same bytes wherever they lie.
@@ -57,7 +64,6 @@ if(WIN32)
   endif()
 endif()
 
-option(WARPLINE_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 if(WARPLINE_SANITIZE)
   target_compile_options(warpline_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

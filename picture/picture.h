@@ -48,9 +48,11 @@ RgbImage Resized(const RgbImage& picture, PanelSize size);
 // The image as a PNG file's bytes; nothing when it cannot be encoded.
 std::optional<std::string> PngOf(const RgbImage& image);
 
-// The picture of a PNG file's bytes, at most kMaxPictureSide pixels each way, transparency on
-// black. Else nothing, and the reason.
-inline constexpr int kMaxPictureSide = 16384;
+// What a picture may have in all, looked at before anything is decoded.
+inline constexpr std::int64_t kMostPicturePixels = 64'000'000;
+
+// The picture of a PNG file's bytes, 2 pixels each way to kMostPicturePixels in all, transparency
+// on black. Else nothing, and the reason. Every picture that is read comes in by here.
 std::optional<RgbImage> ImageOfPng(std::string_view bytes, std::string& reason);
 
 }  // namespace warpline

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,15 +48,16 @@ std::optional<RgbImage> ImageOfPng(std::string_view bytes, std::string& reason) 
     reason = "it is no PNG picture";
     return std::nullopt;
   }
-  if (std::min(width, height) < 2 || std::max(width, height) > kMaxPictureSide) {
+  if (std::min(width, height) < 2 || std::int64_t{width} * height > kMostPicturePixels) {
     reason = "it has " + std::to_string(width) + "x" + std::to_string(height) +
-             " pixels; 2 to 16384 each way can be used";
+             " pixels; 2 each way to " + std::to_string(kMostPicturePixels) + " in all can be used";
     return std::nullopt;
   }
   const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
       stbi_load_from_memory(data, size, &width, &height, &channels, 4), stbi_image_free);
+  // The decoder's own reason may be missing, or that of an older picture.
   if (!pixels) {
-    reason = stbi_failure_reason();
+    reason = "it is damaged";
     return std::nullopt;
   }
   RgbImage image = BlackImage({width, height});

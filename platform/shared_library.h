@@ -18,7 +18,8 @@ class SharedLibrary {
   // or "Beamlink.so".
   static std::string FileName(std::string_view name);
 
-  // False when the file cannot be loaded.
+  // False when the file cannot be loaded, and for every path that is not a full one: the system
+  // would look for such a file in places of its own.
   bool Load(const std::filesystem::path& full_path);
 
   // The address of an exported function, null when there is none.

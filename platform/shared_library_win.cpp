@@ -13,6 +13,7 @@ SharedLibrary::~SharedLibrary() {
 }
 
 bool SharedLibrary::Load(const std::filesystem::path& full_path) {
+  if (!full_path.is_absolute()) return false;
   // What the library needs itself may come from its own folder and the system's, never from the
   // current folder.
   const HMODULE module = ::LoadLibraryExW(

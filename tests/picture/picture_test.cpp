@@ -112,6 +112,18 @@ constexpr const char* kTransparentPng =
     "89504E470D0A1A0A0000000D494844520000000200000002080600000072B60D24000000144944415478DA63"
     "F8CFC0F01F081B18C0341000003FD708795FC76DB10000000049454E44AE426082";
 
+// A header of 16384 by 16384 pixels with 16 bits a channel, and hardly anything behind it.
+constexpr const char* kHugePng =
+    "89504E470D0A1A0A0000000D4948445200004000000040001006000000F958CCC70000000949444154789C6300"
+    "00000100015EFF7DF90000000049454E44AE426082";
+
+TEST(Picture, OfTooManyPixelsIsNotDecoded) {
+  const Bytes huge = FromHex(kHugePng);
+  std::string reason;
+  EXPECT_FALSE(ImageOfPng(std::string(huge.begin(), huge.end()), reason));
+  EXPECT_EQ(reason, "it has 16384x16384 pixels; 2 each way to 64000000 in all can be used");
+}
+
 TEST(Picture, IsWrittenAndReadAsAPng) {
   const RgbImage picture = TestPicture(kPanel);
   const std::optional<std::string> png = PngOf(picture);
@@ -126,6 +138,7 @@ TEST(Picture, IsWrittenAndReadAsAPng) {
   ASSERT_TRUE(on_black) << reason;
   EXPECT_EQ(ToHex(on_black->Pixels), "FF0000008000000000FFFFFF");
   EXPECT_FALSE(ImageOfPng(png->substr(0, png->size() / 2), reason));
+  EXPECT_EQ(reason, "it is damaged");
   EXPECT_FALSE(ImageOfPng("", reason));
   EXPECT_FALSE(ImageOfPng("GIF89a", reason));
   EXPECT_NE(reason, "");

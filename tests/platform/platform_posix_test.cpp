@@ -15,6 +15,7 @@
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "platform/files_posix.h"
+#include "platform/shared_library.h"
 #include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
 
@@ -188,8 +189,8 @@ TEST(FileLock, BelongsToOneProcessAndDiesWithIt) {
   if (child == 0) {
     FileLock lock;
     const char taken = lock.Take(path) == Result::kTaken ? 'y' : 'n';
-    static_cast<void>(::write(ready[1], &taken, 1));
-    for (;;) ::pause();
+    for (ssize_t told = ::write(ready[1], &taken, 1); told > 0;) ::pause();
+    ::_exit(1);
   }
   char taken = 0;
   ASSERT_EQ(::read(ready[0], &taken, 1), 1);
@@ -216,6 +217,11 @@ TEST(FileAttributesPosix, FollowTheModeTheNameAndTheLink) {
   EXPECT_EQ(FileAttributes(folder / "link.wlt"), kAlias + 0u) << "not the target's";
   fs::create_symlink(folder / "missing", folder / "dangling.wlt");
   EXPECT_EQ(FileAttributes(folder / "dangling.wlt"), kAlias + 0u);
+}
+
+TEST(SharedLibraryPosix, IsNotLookedForInTheSystemsOwnPlaces) {
+  EXPECT_FALSE(SharedLibrary().Load("libc.so.6"));
+  EXPECT_FALSE(SharedLibrary().Load(fs::path() / "libc.so.6")) << "a folder that is not known";
 }
 
 TEST(SystemPosix, LanguageComesFromTheFirstVariableSet) {
