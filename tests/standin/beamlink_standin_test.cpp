@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "standin/beamlink_standin.h"
+#include "tests/support/comes_true.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/sim_hex.h"
 
@@ -240,7 +241,7 @@ TEST(Server, ServesASecondLinkAndForgetsTheFirst) {
     EXPECT_EQ(server.Snapshot().OpenLinks, 2u);
     EXPECT_EQ(server.Snapshot().ToolFrames, std::vector<Bytes>{FromHex(kShow)});
   }
-  while (server.Snapshot().OpenLinks > 0) std::this_thread::yield();
+  EXPECT_TRUE(ComesTrue([&] { return server.Snapshot().OpenLinks == 0; })) << "links stay open";
   server.Stop();
   BeamlinkStandin library;
   EXPECT_EQ(library.Open(kLanKind, "127.0.0.1", server.Port().c_str(), kBeamlinkBlocking),

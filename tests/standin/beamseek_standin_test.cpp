@@ -4,10 +4,11 @@
 
 #include <mutex>
 #include <string>
-#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
+
+#include "tests/support/comes_true.h"
 
 namespace warpline::sim {
 namespace {
@@ -30,12 +31,14 @@ class Told {
     told->notes_.emplace_back(code, index);
   }
 
-  // All so far, as soon as there are that many.
+  Notes All() {
+    const std::lock_guard lock(mutex_);
+    return notes_;
+  }
+  // All so far, as soon as there are that many; those that there are when no more come.
   Notes Wait(std::size_t count) {
-    for (;; std::this_thread::yield()) {
-      const std::lock_guard lock(mutex_);
-      if (notes_.size() >= count) return notes_;
-    }
+    ComesTrue([&] { return All().size() >= count; });
+    return All();
   }
 
  private:
@@ -86,10 +89,9 @@ Created Create(BeamseekStandin& library, Told& told, std::int32_t flags) {
 }
 
 csResData WaitForResult(const SelectionWindowHost& host) {
-  for (;;) {
-    if (const std::optional<csResData> result = host.TakeResult()) return *result;
-    std::this_thread::yield();
-  }
+  std::optional<csResData> result;
+  EXPECT_TRUE(ComesTrue([&] { return (result = host.TakeResult()).has_value(); })) << "no result";
+  return result.value_or(csResData{});
 }
 
 TEST(BeamseekStandin, MarksWhatCannotBeChosen) {
@@ -161,7 +163,7 @@ TEST(BeamseekStandin, EndsASearchThatIsDestroyed) {
   ASSERT_EQ(library.Start(search.handle), 1);
   EXPECT_EQ(library.Restart(search.handle, kRestartFromStart), 1);
   EXPECT_EQ(library.Destroy(search.handle), 1);
-  EXPECT_EQ(told.Wait(0), Notes{}) << "nothing is told any more";
+  EXPECT_EQ(told.All(), Notes{}) << "nothing is told any more";
 }
 
 TEST(BeamseekStandin, LetsTheWindowDecide) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "standin/exchange.h"
+#include "tests/support/comes_true.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/sim_hex.h"
 
@@ -42,12 +43,9 @@ std::string Scroll(const ProjectorServer& server) {
 TEST(LinkFaults, RefuseEveryCallerUntilCleared) {
   ProjectorServer server;
   server.SetFaults({"always:refuselink"});
-  while (Connect(server)) {
-  }
+  EXPECT_TRUE(ComesTrue([&] { return !Connect(server); })) << "still listening";
   server.SetFaults({});
-  while (!Connect(server)) {
-  }
-  EXPECT_TRUE(Send(server)) << "on the same port";
+  EXPECT_TRUE(ComesTrue([&] { return Send(server); })) << "on the same port";
 }
 
 TEST(LinkFaults, TurnAwayTheCallersThatTheRuleMeans) {
@@ -70,9 +68,7 @@ TEST(LinkFaults, ServeASingleCallerAtATime) {
   EXPECT_FALSE(Send(server));
   EXPECT_EQ(Send(first, kProbe), kBeamlinkOk);
   first = Requester(nullptr, false);
-  while (server.Snapshot().OpenLinks > 0) {
-  }
-  EXPECT_TRUE(Send(server));
+  EXPECT_TRUE(ComesTrue([&] { return Send(server); })) << "its place stays taken";
 }
 
 TEST(LinkFaults, AreNotNeededToTurnAwayTheSeventeenthCaller) {

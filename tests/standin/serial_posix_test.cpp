@@ -4,10 +4,10 @@
 
 #include <cstdlib>
 #include <string>
-#include <thread>
 
 #include "sim/station/server.h"
 #include "standin/beamlink_standin.h"
+#include "tests/support/comes_true.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
@@ -74,7 +74,8 @@ TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
     ASSERT_GE(handle, 0);
     EXPECT_EQ(world.library.GetRunningStatus(handle, &running), kBeamlinkOk);
     EXPECT_EQ(world.library.Close(handle), kBeamlinkOk);
-    while (world.station.Snapshot().OpenLinks > 0) std::this_thread::yield();
+    EXPECT_TRUE(ComesTrue([&] { return world.station.Snapshot().OpenLinks == 0; }))
+        << "the link stays open";
     EXPECT_EQ(world.station.Snapshot().Links, round);
   }
 }

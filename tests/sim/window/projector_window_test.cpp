@@ -6,6 +6,7 @@
 #include <string>
 
 #include "sim/window/projector_frame.h"
+#include "tests/support/comes_true.h"
 #include "tests/support/sim_hex.h"
 
 namespace warpline::sim {
@@ -22,9 +23,12 @@ struct World {
     return dynamic_cast<Control&>(*wxWindow::FindWindowByName(name, frame));
   }
 
-  // Handles events until it is so; the test's own time limit ends what never comes.
-  static void WaitUntil(const std::function<bool()>& so) {
-    while (!so()) wxEventLoopBase::GetActive()->Dispatch();
+  // Handles events until it is so; false when it is not within some seconds.
+  static bool WaitUntil(const std::function<bool()>& so) {
+    return ComesTrue([&] {
+      wxEventLoopBase::GetActive()->DispatchTimeout(10);
+      return so();
+    });
   }
 
   static void Press(wxWindow& control, wxEventType type) {
@@ -64,17 +68,17 @@ TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
   World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
   const std::string rule = "kind=21,chance=0.25:late=500~40";
   EXPECT_EQ(world.station.Snapshot().Faults, std::vector<std::string>{rule});
-  World::WaitUntil([&] { return banner.GetParent()->IsShown(); });
+  ASSERT_TRUE(World::WaitUntil([&] { return banner.GetParent()->IsShown(); })) << "no banner";
   EXPECT_EQ(banner.GetLabel(), "Faults in force: " + rule);
   EXPECT_EQ(world.Find<wxListBox>("active_faults").GetString(0), rule);
   for (int i = 0; i < 9; ++i) World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
-  World::WaitUntil([&] { return banner.GetLabel().Freq('~') == 10; });
+  EXPECT_TRUE(World::WaitUntil([&] { return banner.GetLabel().Freq('~') == 10; })) << "not all ten";
   EXPECT_LT(banner.GetBestSize().GetWidth(), world.frame->GetClientSize().GetWidth())
       << "none beyond the window's edge";
 
   World::Press(world.Find<wxWindow>("clear_faults"), wxEVT_BUTTON);
   EXPECT_TRUE(world.station.Snapshot().Faults.empty());
-  World::WaitUntil([&] { return !banner.GetParent()->IsShown(); });
+  EXPECT_TRUE(World::WaitUntil([&] { return !banner.GetParent()->IsShown(); })) << "it stays";
 }
 
 TEST(ProjectorWindow, OffersForAConnectionsFaultNoExchanges) {
@@ -95,10 +99,13 @@ TEST(ProjectorWindow, FollowsWhatArrives) {
   auto& registers = world.Find<wxListCtrl>("registers");
   auto& frames = world.Find<wxListCtrl>("frames");
   EXPECT_EQ(world.frame->GetTitle(), "SIMULATOR - projector 127.0.0.1:7142");
-  World::WaitUntil([&] { return registers.GetItemText(1, 1) == "0000"; });
+  const auto shows = [&](const char* scroll) {
+    return World::WaitUntil([&] { return registers.GetItemText(1, 1) == scroll; });
+  };
+  EXPECT_TRUE(shows("0000"));
   const int link = world.station.OpenLink();
   for (const char* frame : {kWriteScroll, kShow}) world.station.Exchange(link, FromHex(frame));
-  World::WaitUntil([&] { return registers.GetItemText(1, 1) == "3344"; });
+  EXPECT_TRUE(shows("3344"));
   EXPECT_EQ(registers.GetItemText(1, 2), "0000");
   EXPECT_EQ(frames.GetItemCount(), 2);
   EXPECT_EQ(frames.GetItemText(0, 1), "Show (1)");
@@ -134,9 +141,15 @@ TEST(ProjectorWindow, EndsThoughADialogWaits) {
   World world;
   bool closed = false;
   world.frame->Bind(wxEVT_CLOSE_WINDOW, [&closed](wxCloseEvent&) { closed = true; });
+  wxTimer late;
+  late.Bind(wxEVT_TIMER, [](wxTimerEvent&) {
+    ADD_FAILURE() << "the dialog stays";
+    dynamic_cast<wxDialog&>(*wxTopLevelWindows.GetLast()->GetData()).EndModal(wxID_CANCEL);
+  });
+  late.StartOnce(10000);
   world.stop = true;
   world.Choose("Help", "Keys...");
-  World::WaitUntil([&closed] { return closed; });
+  EXPECT_TRUE(World::WaitUntil([&closed] { return closed; })) << "the dialog holds it back";
 }
 
 }  // namespace
