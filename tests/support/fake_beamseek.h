@@ -44,6 +44,7 @@ class FakeBeamseek {
   std::int32_t start_result = 1;
   std::int32_t restart_result = 1;
   csResData result{};
+  std::function<void()> on_start = [] {};
   std::function<void()> on_restart = [] {};
 
   // What came: "Create 1", "SetLastPJ 192.168.10.10", "Start", "Restart 1", "Destroy". A call with
@@ -68,7 +69,9 @@ class FakeBeamseek {
     return current_->Note(handle, std::string("SetLastPJ ") + address, 0);
   }
   static std::int32_t WARPLINE_LIBRARY_CALL Start(std::int32_t handle) {
-    return current_->Note(handle, "Start", current_->start_result);
+    current_->Note(handle, "Start", 0);
+    current_->on_start();
+    return current_->start_result;
   }
   static std::int32_t WARPLINE_LIBRARY_CALL Restart(std::int32_t handle, std::int32_t flag) {
     current_->Note(handle, "Restart " + std::to_string(flag), 0);

@@ -15,12 +15,6 @@ CurveDefinition FourPoints() {
   return curve;
 }
 
-// By that button, or by the close box when there is none.
-void Leave(wxDialog& dialog, const std::string& button) {
-  if (!button.empty()) return PressIn(dialog, button);
-  dialog.Close();
-}
-
 class EditorWindow : public testing::Test {
  protected:
   EditorWindow() {
@@ -63,7 +57,8 @@ class EditorWindow : public testing::Test {
     control.SetValue(count);
     wxSpinEvent event(wxEVT_SPINCTRL, control.GetId());
     event.SetPosition(count);
-    Send(control, event, count);
+    event.SetEventObject(&control);
+    Handle(control, event);
   }
 
   // Every control shows what the editor holds.
@@ -163,8 +158,7 @@ TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
     const char* button;  // "" is the close box
     bool changed, applies;
     int typed;  // point count, not confirmed when the dialog is left
-  } rows[] = {{"OKButton", true, true, 4},
-              {"OKButton", false, true, 7},
+  } rows[] = {{"OKButton", true, true, 7},
               {"OKButton", false, false, 4},
               {"CancelButton", true, false, 7},
               {"", true, false, 4}};
@@ -172,15 +166,13 @@ TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
     SCOPED_TRACE(row.button);
     applied = 0;
     Create();
-    bool left = false;
-    const ModalScript script("LSSwedit", [&](wxDialog&) {
-      if (row.changed) CheckIn(*editor, "fixedpos", true);
-      ControlOf<wxSpinCtrl>(*editor, "point_num").SetValue(row.typed);
-      Leave(*editor, row.button);
-      left = !editor->IsModal() || !editor->IsShown();
+    const ModalScript script("LSSwedit", [&](wxDialog& dialog) {
+      if (row.changed) CheckIn(dialog, "fixedpos", true);
+      ControlOf<wxSpinCtrl>(dialog, "point_num").SetValue(row.typed);
+      *row.button == 0 ? void(dialog.Close()) : PressIn(dialog, row.button);
+      EXPECT_FALSE(dialog.IsModal() && dialog.IsShown()) << "left";
     });
     editor->ShowModal();
-    EXPECT_TRUE(left);
     EXPECT_EQ(applied, row.applies ? 1 : 0);
     EXPECT_EQ(Live().CorreFixed, row.changed && row.applies ? 1 : 0);
     EXPECT_EQ(Live().CorrePointNum, row.applies ? row.typed : 4);
@@ -190,8 +182,7 @@ TEST_F(EditorWindow, EachWayOutAppliesOrNot) {
 
 TEST_F(EditorWindow, ShapeFilesGoOutAndComeBack) {
   Open();
-  rig.choices = {rig.temp / "valley", rig.temp / "valley.wls",
-                 rig.temp.Write("broken.wls", "nothing of ours\r\n")};
+  rig.choices = {rig.temp / "valley", rig.temp / "valley.wls"};
   PressIn(*editor, "exportbutton");
   ChooseIn(*editor, "line_interp", 2);
   SetPoints(9);
@@ -201,11 +192,8 @@ TEST_F(EditorWindow, ShapeFilesGoOutAndComeBack) {
   EXPECT_EQ(Edited(), FourPoints());
   ExpectShown();
   PressIn(*editor, "importbutton");
-  EXPECT_EQ(rig.display.Texts(), std::vector<std::string>{"The file format is corrupted."});
-  EXPECT_EQ(Edited(), FourPoints());
-  PressIn(*editor, "importbutton");
   PressIn(*editor, "exportbutton");
-  EXPECT_EQ(rig.display.messages.size(), 1U) << "cancelled dialogs say nothing";
+  EXPECT_TRUE(rig.display.messages.empty()) << "cancelled dialogs say nothing";
 }
 
 TEST_F(EditorWindow, ShapeDialogSeedsTheCurve) {
@@ -216,8 +204,7 @@ TEST_F(EditorWindow, ShapeDialogSeedsTheCurve) {
   } rows[] = {{0, "OKButton", 3, kQuadratic},
               {1, "OKButton", 2, kStraightLine},
               {2, "OKButton", 3, kStraightLine},
-              {2, "CancelButton", 4, kStraightLine},
-              {2, "", 4, kStraightLine}};
+              {2, "CancelButton", 4, kStraightLine}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.entry);
     Open();
@@ -226,7 +213,7 @@ TEST_F(EditorWindow, ShapeDialogSeedsTheCurve) {
       EXPECT_EQ(list.GetSelection(), 0);
       EXPECT_EQ(list.GetCount(), 3U);
       list.SetSelection(row.entry);
-      Leave(dialog, row.button);
+      PressIn(dialog, row.button);
     });
     PressIn(*editor, "initselect");
     EXPECT_EQ(CanApply(), row.points != 4);

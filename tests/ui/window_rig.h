@@ -85,40 +85,39 @@ inline std::string TextOf(const wxWindow& owner, const std::string& box) {
   return ControlOf<wxTextCtrl>(owner, box).GetValue().utf8_string();
 }
 
-inline void Send(wxWindow& control, wxCommandEvent& event, int value) {
-  event.SetEventObject(&control);
-  event.SetInt(value);
-  control.ProcessWindowEvent(event);
+inline void Handle(wxWindow& window, wxEvent& event) {
+  window.ProcessWindowEvent(event);
   Settle();
 }
-inline void Send(wxWindow& control, wxEventType type, int value = 0) {
-  wxCommandEvent event(type, control.GetId());
-  Send(control, event, value);
+inline void Send(wxWindow& control, wxCommandEvent&& event, int value = 0) {
+  event.SetEventObject(&control);
+  event.SetId(control.GetId());
+  event.SetInt(value);
+  Handle(control, event);
 }
 inline void SendKey(wxWindow& control, wxEventType type, int key, int modifiers = 0) {
   wxKeyEvent event(type);
   event.m_keyCode = key;
   event.SetShiftDown((modifiers & wxMOD_SHIFT) != 0);
   event.SetControlDown((modifiers & wxMOD_CONTROL) != 0);
-  control.ProcessWindowEvent(event);
-  Settle();
+  Handle(control, event);
 }
 
 inline void PressIn(wxWindow& owner, const std::string& button) {
   EXPECT_TRUE(ControlOf(owner, button).IsEnabled()) << button;
-  Send(ControlOf(owner, button), wxEVT_BUTTON);
+  Send(ControlOf(owner, button), wxCommandEvent(wxEVT_BUTTON));
 }
 inline void ChooseIn(wxWindow& owner, const std::string& list, int index) {
   ControlOf<wxChoice>(owner, list).SetSelection(index);
-  Send(ControlOf(owner, list), wxEVT_CHOICE, index);
+  Send(ControlOf(owner, list), wxCommandEvent(wxEVT_CHOICE), index);
 }
 inline void SelectIn(wxWindow& owner, const std::string& option) {
   ControlOf<wxRadioButton>(owner, option).SetValue(true);
-  Send(ControlOf(owner, option), wxEVT_RADIOBUTTON, 1);
+  Send(ControlOf(owner, option), wxCommandEvent(wxEVT_RADIOBUTTON), 1);
 }
 inline void CheckIn(wxWindow& owner, const std::string& box, bool checked) {
   ControlOf<wxCheckBox>(owner, box).SetValue(checked);
-  Send(ControlOf(owner, box), wxEVT_CHECKBOX, checked ? 1 : 0);
+  Send(ControlOf(owner, box), wxCommandEvent(wxEVT_CHECKBOX), checked ? 1 : 0);
 }
 
 // Waits for the modal dialog of that name, acts on it, and cancels it if it is open then.
@@ -183,14 +182,12 @@ class WindowRig {
 
   // Choose what stands in choices, and then cancel.
   FileChoosers Choosers() {
-    const auto next = [this] {
-      if (choices.empty()) return fs::path();
-      const fs::path choice = choices.front();
-      choices.pop_front();
+    const auto next = [this](const auto&...) {
+      const fs::path choice = choices.empty() ? fs::path() : choices.front();
+      if (!choices.empty()) choices.pop_front();
       return choice;
     };
-    return {[next](wxWindow*, const fs::path&) { return next(); },
-            [next](wxWindow*, const fs::path&, const fs::path&) { return next(); }};
+    return {next, next};
   }
 
   template <typename Control = wxWindow>
@@ -200,51 +197,45 @@ class WindowRig {
   bool Shown(const std::string& name) const { return Find(name).IsShownOnScreen(); }
   bool Enabled(const std::string& name) const { return Find(name).IsEnabled(); }
   int Value(const std::string& slider) const { return Find<wxSlider>(slider).GetValue(); }
-  int ScreenShown() const { return Find<wxChoice>("scr_select").GetSelection(); }
+  int Screen() const { return Find<wxChoice>("scr_select").GetSelection(); }
   std::string Text(const std::string& box) const { return TextOf(*window, box); }
   std::string Title() const { return window->GetTitle().utf8_string(); }
   wxMenuItem& Item(const std::string& name) const {
     return *window->GetMenuBar()->FindItem(MenuId(name));
   }
 
-  void Press(const std::string& button) { PressIn(*window, button); }
-  void Choose(const std::string& list, int index) { ChooseIn(*window, list, index); }
-  void SelectGroup(int group) { SelectIn(*window, "ctrl_select" + std::to_string(group)); }
-  void Check(const std::string& box, bool checked) { CheckIn(*window, box, checked); }
-  void Pick(const std::string& item) {
+  // Each tells the commands sent meanwhile; nothing when no link was opened.
+  std::string Press(const std::string& button) {
+    return SentBy([&] { PressIn(*window, button); });
+  }
+  std::string Choose(const std::string& list, int index) {
+    return SentBy([&] { ChooseIn(*window, list, index); });
+  }
+  std::string Check(const std::string& box, bool checked) {
+    return SentBy([&] { CheckIn(*window, box, checked); });
+  }
+  std::string Pick(const std::string& item) {
     wxCommandEvent event(wxEVT_MENU, MenuId(item));
-    window->ProcessWindowEvent(event);
-    Settle();
+    return SentBy([&] { Handle(*window, event); });
   }
-  void Move(const std::string& slider, int value) {
+  std::string Move(const std::string& slider, int value) {
     Find<wxSlider>(slider).SetValue(value);
-    Send(Find(slider), wxEVT_SLIDER, value);
+    return SentBy([&] { Send(Find(slider), wxCommandEvent(wxEVT_SLIDER), value); });
   }
-  void ReleaseMouse(const std::string& slider) {
+  std::string Release(const std::string& slider) {
     wxMouseEvent event(wxEVT_LEFT_UP);
-    Find(slider).ProcessWindowEvent(event);
-    Settle();
+    const std::string sent = SentBy([&] { Handle(Find(slider), event); });
+    EXPECT_TRUE(event.GetSkipped()) << "the native slider sees it too";
+    return sent;
   }
+  void SelectGroup(int group) { SelectIn(*window, "ctrl_select" + std::to_string(group)); }
 
-  // The links that the projector has seen, and what came over the last one.
   std::uint64_t Links() const { return server.Snapshot().Links; }
-  std::string LastCommands() const { return CommandsOf(server.Snapshot().ToolFrames); }
-
-  // The commands sent while something is done; empty when no link was opened.
   template <typename Action>
-  std::string SentBy(Action action) {
+  std::string SentBy(Action action) const {
     const std::uint64_t before = Links();
     action();
-    return Links() == before ? std::string() : LastCommands();
-  }
-  std::string SentByButton(const std::string& button) {
-    return SentBy([&] { Press(button); });
-  }
-  std::string SentByItem(const std::string& item) {
-    return SentBy([&] { Pick(item); });
-  }
-  std::string SentByRelease(const std::string& slider) {
-    return SentBy([&] { ReleaseMouse(slider); });
+    return Links() == before ? std::string() : CommandsOf(server.Snapshot().ToolFrames);
   }
 
   AxisParameters& H() { return global.Correction.Axes[kHorizontal]; }
