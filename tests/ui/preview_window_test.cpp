@@ -1,4 +1,5 @@
 #include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
 #include <wx/graphics.h>
 #include <wx/image.h>
 
@@ -20,8 +21,22 @@ LSSview& ViewOf(const WindowRig& rig) {
   return rig.Find<LSSview>("LSSview");
 }
 
+// The pixels of a window on the screen that are green, white or between.
+int LitPixels(const wxWindow& window) {
+  const wxRect at = window.GetScreenRect();
+  wxBitmap bitmap(at.GetSize());
+  wxScreenDC screen;
+  wxMemoryDC(bitmap).Blit(wxPoint(), at.GetSize(), &screen, at.GetPosition());
+  const wxImage image = bitmap.ConvertToImage();
+  int lit = 0;
+  for (int i = 0; i < at.width * at.height; ++i) lit += image.GetData()[3 * i + 1] > 80 ? 1 : 0;
+  return lit;
+}
+
 TEST_F(OpenedPreviewWindow, FollowsTheTestPatternBoxAndTheMainWindow) {
   EXPECT_TRUE(ViewOf(rig).IsShown());
+  const wxWindow& canvas = rig.Find("preview_canvas");
+  EXPECT_TRUE(SettleUntil([&] { return LitPixels(canvas) > 1000; })) << "nothing is painted";
   for (const bool pattern : {false, true}) {
     rig.Check("testpattern", pattern);
     EXPECT_EQ(ViewOf(rig).IsShown(), pattern);
