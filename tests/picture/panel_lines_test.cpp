@@ -163,6 +163,17 @@ TEST(Wall, ShowsStraightLinesWhenTheSettingIsRight) {
   }
 }
 
+// Four fifths of the image: as many pixels as the panel has.
+TEST(Wall, PictureFillsItsShareOfTheImage) {
+  RgbImage white = BlackImage({160, 120});
+  std::ranges::fill(white.Pixels, std::uint8_t{255});
+  const RgbImage image = WallPicture(white, {WallShape::kFlat}, {200, 150});
+  const std::tuple<int, int, int> cases[] = {{19, 75, 44},    {20, 75, 255}, {179, 75, 255},
+                                             {180, 75, 44},   {100, 14, 44}, {100, 15, 255},
+                                             {100, 134, 255}, {100, 135, 44}};
+  for (const auto& [x, y, light] : cases) EXPECT_EQ(image.At(x, y)[0], light) << x << ", " << y;
+}
+
 TEST(Picture, MatchesAGoldenOne) {
   const PanelSize panel{320, 240};
   const std::vector<Example> examples = Examples();

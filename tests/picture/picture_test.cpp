@@ -85,24 +85,12 @@ TEST(Picture, HalvesARowByMeetingPairsOfPixels) {
   EXPECT_TRUE(std::equal(source.At(0, 34), source.At(0, 35), warped.At(0, 34)));
 }
 
-TEST(Picture, FollowsTheRegisters) {
-  RegisterSet registers = NeutralRegisters(kPanel);
-  registers[kHorizontal][kCorre0] = "00A0";  // 40960: 160 * 0.8 = 128 pixels
-  registers[kVertical][kCorre0] = "0090";    // 36864: 120 * 8 / 9 = 106.7 pixels
-  const RgbImage picture = PanelPicture(TestPicture(kPanel), registers);
-  const RgbImage meant =
-      WarpedPicture(TestPicture(kPanel), Rows(std::vector<std::int32_t>(120, 40960)),
-                    Columns(std::vector<std::int32_t>(160, 36864)));
-  EXPECT_EQ(picture.Pixels, meant.Pixels);
-  EXPECT_EQ(picture.At(15, 60)[2], 0) << "beside the picture";
-  EXPECT_GT(picture.At(16, 60)[2], 60) << "its first column";
-}
-
 TEST(Picture, TakesAnotherSize) {
   RgbImage picture = BlackImage({4, 2});
   picture.Pixels = FromHex("000000101010202020303030808080909090A0A0A0B0B0B0");
   const auto resized = [&](PanelSize size) { return ToHex(Resized(picture, size).Pixels); };
   EXPECT_EQ(resized({2, 2}), "080808282828888888A8A8A8") << "each pixel is the mean of two";
+  EXPECT_EQ(resized({4, 1}), "404040505050606060707070");
   EXPECT_EQ(resized({4, 3}),
             "000000101010202020303030404040505050606060707070808080909090A0A0A0B0B0B0");
 }
