@@ -91,10 +91,6 @@ TEST(LinkFaults, RestartLosesWhatWasOnlyApplied) {
   EXPECT_FALSE(Send(server));
   EXPECT_EQ(Scroll(server), "0000") << "applied, not stored";
   EXPECT_NE(Send(bystander, kProbe), kBeamlinkOk) << "its link is gone";
-
-  ASSERT_TRUE(Send(server, {kWriteScroll, kShow, kStore}));
-  server.Station().Restart();
-  EXPECT_EQ(Scroll(server), "3344") << "stored";
 }
 
 TEST(LinkFaults, ADuplicateReplyIsNotTakenForTheNext) {

@@ -153,10 +153,8 @@ TEST(Station, HasANewRevisionWithEveryChange) {
 TEST(Station, FaultsStrikeBeforeOrAfterTheWork) {
   const std::tuple<const char*, const char*, const char*, std::uint64_t> cases[] = {
       {"nth=2:timeout", "", "0000", 0},
-      {"nth=2:short", "21DF000001", "3344", 1},
       {"nth=2:unkept", kAcceptedReply, "0000", 0},
       {"kind=8:unkept", kAcceptedReply, "0000", 1},
-      {"nth=2:refuse", kRefusedReply, "0000", 0},
       {"nth=2:cutmid", "21DF00", "3344", 1}};
   for (const auto& [fault, reply, scroll, shows] : cases) {
     SCOPED_TRACE(fault);
