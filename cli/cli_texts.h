@@ -1,17 +1,11 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <initializer_list>
-#include <string>
-#include <string_view>
+#include "core/texts.h"
 
-// The command line's own texts: help, usage errors, the wording of results. They come from one
-// "key: text" file a language, embedded in the program; {0}, {1}... are filled in.
+// The command line's own texts: help, usage errors, the wording of results.
 
 namespace warpline {
 
-// Every key of the files, X(key); CliText::kKey is its identifier in code.
 #define WARPLINE_CLI_TEXTS(X) \
   X(Program)                  \
   X(UsageLabel)               \
@@ -97,37 +91,10 @@ namespace warpline {
   X(VerifyDiffers)            \
   X(HorizontalRow)            \
   X(VerticalColumn)
+WARPLINE_TEXT_KEYS(CliText, WARPLINE_CLI_TEXTS)
 
-enum class CliText : std::size_t {
-#define WARPLINE_IDENTIFIER(key) k##key,
-  WARPLINE_CLI_TEXTS(WARPLINE_IDENTIFIER)
-#undef WARPLINE_IDENTIFIER
-};
+using CliTexts = Texts<CliText>;
 
-inline constexpr auto kCliTextKeys = std::to_array<std::string_view>({
-#define WARPLINE_KEY(key) #key,
-    WARPLINE_CLI_TEXTS(WARPLINE_KEY)
-#undef WARPLINE_KEY
-});
-
-class CliTexts {
- public:
-  explicit CliTexts(std::string_view file);
-
-  // The text as the file has it; empty when the file lacks the key.
-  const std::string& operator[](CliText key) const { return texts_[static_cast<std::size_t>(key)]; }
-
-  // The text with {0}, {1}... replaced by the arguments.
-  std::string Fill(CliText key, std::initializer_list<std::string> arguments) const;
-
- private:
-  std::array<std::string, kCliTextKeys.size()> texts_;
-};
-
-// The embedded texts of a language (1 Japanese, else English).
-const CliTexts& CliTextsOf(int language);
-
-// The embedded file itself.
-std::string_view CliTextFile(int language);
+const CliTexts& CliTextsOf(Language language);
 
 }  // namespace warpline

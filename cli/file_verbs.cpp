@@ -52,7 +52,7 @@ bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view 
 }
 
 // The message text; nothing when the file was accepted.
-std::optional<std::string> CheckOne(const std::filesystem::path& path, std::int16_t language) {
+std::optional<std::string> CheckOne(const std::filesystem::path& path, Language language) {
   LSSglobal global;
   ApplyLanguage(global, language);
   ResetModel(global);
@@ -74,7 +74,7 @@ std::optional<std::string> CheckOne(const std::filesystem::path& path, std::int1
 int RunCheck(const VerbInput& input, Session& session) {
   int exit_code = kExitOk;
   for (const std::string& name : input.Texts("FILE")) {
-    const std::optional<std::string> text = CheckOne(PathOf(name), session.global.Language);
+    const std::optional<std::string> text = CheckOne(PathOf(name), LanguageOf(session.global));
     if (text) exit_code = kExitFailed;
     session.out << (text ? session.texts.Fill(CliText::kCheckFailed, {name, *text})
                          : session.texts.Fill(CliText::kCheckOk, {name}))

@@ -8,34 +8,13 @@
 
 #include "cli/verbs.h"
 #include "core/fault.h"
-#include "platform/environment.h"
+#include "core/language_word.h"
 
 namespace warpline {
 
 namespace {
 
 constexpr const char* kProgram = "warpline";
-constexpr std::string_view kLanguage = "--language";
-
-// The language is needed before anything can be said about the other words, so it is looked up
-// ahead of the parse. The last one given counts.
-std::string LanguageWord(const std::vector<std::string>& words) {
-  std::string language;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string_view word = words[i];
-    if (word == kLanguage && i + 1 < words.size()) language = words[i + 1];
-    if (word.starts_with(kLanguage) && word.substr(kLanguage.size()).starts_with("=")) {
-      language = word.substr(kLanguage.size() + 1);
-    }
-  }
-  return language;
-}
-
-std::int16_t LanguageOf(const std::string& word) {
-  if (word == "ja") return 1;
-  if (word == "en") return 0;
-  return SystemLanguageIsJapanese() ? 1 : 0;
-}
 
 // The parser only sorts words into options and arguments; what they mean is decided by the verbs.
 CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& texts) {
@@ -53,7 +32,8 @@ CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& 
   return option;
 }
 
-constexpr ArgumentRow kLanguageRow{kLanguage, "ja|en", Take::kOptional, CliText::kLanguageOption};
+constexpr ArgumentRow kLanguageRow{kLanguageOption, "ja|en", Take::kOptional,
+                                   CliText::kLanguageOption};
 
 void SetUpProgram(CLI::App& app, const CliTexts& texts) {
   app.name(kProgram);
@@ -166,7 +146,7 @@ int ParseAndRun(const std::vector<std::string>& words, Session& session) {
 
 int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
   const std::string language = LanguageWord(words);
-  Session session(out, err, LanguageOf(language));
+  Session session(out, err, LanguageOfWord(language));
   if (!language.empty() && language != "ja" && language != "en") {
     return session.UsageError(CliText::kBadLanguage, {language});
   }

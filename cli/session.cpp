@@ -32,7 +32,7 @@ MessageAnswer StreamDisplay::Ask(const std::string& title, const std::string& te
   return MessageAnswer::kNo;
 }
 
-Session::Session(std::ostream& out_stream, std::ostream& err_stream, std::int16_t language)
+Session::Session(std::ostream& out_stream, std::ostream& err_stream, Language language)
     : out(out_stream),
       err(err_stream),
       texts(CliTextsOf(language)),

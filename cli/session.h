@@ -49,8 +49,8 @@ class NoBusyIndicator : public BusyIndicator {
 
 class Session {
  public:
-  // The streams must outlive this object. language: 1 Japanese, 0 English.
-  Session(std::ostream& out_stream, std::ostream& err_stream, std::int16_t language);
+  // The streams must outlive this object.
+  Session(std::ostream& out_stream, std::ostream& err_stream, Language language);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 

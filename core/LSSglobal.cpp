@@ -46,6 +46,10 @@ void ApplyLanguage(LSSglobal& global, std::int16_t language) {
   SetLanguage(global, language);
 }
 
+void ApplyLanguage(LSSglobal& global, Language language) {
+  ApplyLanguage(global, static_cast<std::int16_t>(language == Language::kJapanese ? 1 : 0));
+}
+
 std::filesystem::path DataFolder(const std::filesystem::path& application_data) {
   return application_data / "Varnok Beamkit" / "Warpline Tool 3.0";
 }

@@ -9,6 +9,7 @@
 #include "core/correction.h"
 #include "core/register_set.h"
 #include "core/settings.h"
+#include "core/texts.h"
 
 // The state that the parts of the program share. One object, made in main and handed down by
 // reference.
@@ -46,6 +47,12 @@ std::int16_t DecideLanguage(bool system_is_japanese, std::string_view command_li
 
 // Sets Language, EnglishMode and the offset together.
 void ApplyLanguage(LSSglobal& global, std::int16_t language);
+void ApplyLanguage(LSSglobal& global, Language language);
+
+// The language in force.
+inline Language LanguageOf(const LSSglobal& global) {
+  return LanguageOf(global.Language);
+}
 
 // The folder of settings and data below the user's application-data folder, and the settings file
 // in it.

@@ -1,7 +1,6 @@
 #include "core/catalogue.h"
 
 #include <array>
-#include <charconv>
 #include <string_view>
 
 namespace warpline {
@@ -14,57 +13,44 @@ std::string_view Embedded_catalogue_ja();
 
 namespace {
 
-// Index 0 stays empty: it answers every identifier that has no text.
-using Texts = std::array<std::string, kMessageCount + 1>;
+struct Catalogue {
+  // Index 0 stays empty: it answers every number that has no text.
+  std::array<std::string, kMessageCount + 1> Numbered;
+  Texts<ToolText> Named;
 
-std::string WithLineBreaks(std::string_view line) {
-  static constexpr std::string_view kBreak = "\\n";
-  std::string text;
-  for (std::size_t at = line.find(kBreak); at != std::string_view::npos; at = line.find(kBreak)) {
-    text.append(line.substr(0, at)).push_back('\n');
-    line.remove_prefix(at + kBreak.size());
+  explicit Catalogue(const TextMap& texts) : Named(texts) {
+    for (std::size_t number = 1; number < Numbered.size(); ++number) {
+      const auto found = texts.find(std::to_string(number));
+      if (found != texts.end()) Numbered[number] = found->second;
+    }
   }
-  return text.append(line);
-}
 
-void TakeLine(std::string_view line, Texts& texts) {
-  static constexpr std::string_view kSeparator = ": ";
-  const std::size_t separator = line.find(kSeparator);
-  if (line.starts_with('#') || separator == std::string_view::npos) return;
-  int number = 0;
-  std::from_chars(line.data(), line.data() + separator, number);
-  if (number < 1 || number > kMessageCount) return;
-  texts[static_cast<std::size_t>(number)] =
-      WithLineBreaks(line.substr(separator + kSeparator.size()));
-}
-
-Texts ParseCatalogue(std::string_view file) {
-  Texts texts;
-  while (!file.empty()) {
-    const std::size_t end = file.find('\n');
-    TakeLine(file.substr(0, end), texts);
-    file.remove_prefix(end == std::string_view::npos ? file.size() : end + 1);
+  const std::string& At(int number) const {
+    const bool exists = number >= 1 && number <= kMessageCount;
+    return Numbered[exists ? static_cast<std::size_t>(number) : 0];
   }
-  return texts;
-}
+};
 
-const std::string& TextAt(const Texts& texts, int number) {
-  const bool exists = number >= 1 && number <= kMessageCount;
-  return texts[exists ? static_cast<std::size_t>(number) : 0];
+const Catalogue& CatalogueOf(Language language) {
+  static const Catalogue kJapanese(ParseTexts(embedded::Embedded_catalogue_ja()));
+  static const Catalogue kEnglish(ParseTexts(embedded::Embedded_catalogue_en()));
+  return language == Language::kJapanese ? kJapanese : kEnglish;
 }
 
 }  // namespace
 
 const std::string& CatalogueText(int identifier) {
-  static const Texts kJapanese = ParseCatalogue(embedded::Embedded_catalogue_ja());
-  static const Texts kEnglish = ParseCatalogue(embedded::Embedded_catalogue_en());
-  if (identifier <= kEnglishOffset) return TextAt(kJapanese, identifier);
-  return TextAt(kEnglish, identifier - kEnglishOffset);
+  if (identifier <= kEnglishOffset) return CatalogueOf(Language::kJapanese).At(identifier);
+  return CatalogueOf(Language::kEnglish).At(identifier - kEnglishOffset);
 }
 
 const std::string& TextOf(const LSSglobal& global, int number) {
   const bool exists = number >= 1 && number <= kMessageCount;
   return CatalogueText(exists ? number + global.MessageOffset : 0);
+}
+
+const std::string& TextOf(const LSSglobal& global, ToolText key) {
+  return CatalogueOf(LanguageOf(global)).Named[key];
 }
 
 }  // namespace warpline

@@ -3,13 +3,20 @@
 #include <string>
 
 #include "core/LSSglobal.h"
+#include "core/texts.h"
 
-// Every text that the user sees, by number (1..219) and language. UTF-8; "&" marks an access key,
-// "&&" is an ampersand.
+// The tool's texts: the messages and captions that the product numbers (1..219), and behind them
+// those that it does not, by name. "&" marks an access key, "&&" is an ampersand.
 
 namespace warpline {
 
 inline constexpr int kMessageCount = 219;
+
+#define WARPLINE_TOOL_TEXTS(X) \
+  X(FileTypes)                 \
+  X(RealTimeOn)                \
+  X(RealTimeOff)
+WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
 // none.
@@ -17,5 +24,8 @@ const std::string& CatalogueText(int identifier);
 
 // The text of a message number in the language in force. Empty when the number is outside 1..219.
 const std::string& TextOf(const LSSglobal& global, int number);
+
+// A text without a number in the language in force.
+const std::string& TextOf(const LSSglobal& global, ToolText key);
 
 }  // namespace warpline

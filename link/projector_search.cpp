@@ -130,7 +130,7 @@ bool ProjectorSearch::Start(SearchWindow window) {
 bool ProjectorSearch::Create(SearchWindow window) {
   const csAdapterList adapters = LocalAdapters();
   std::int32_t flags = window == SearchWindow::kShown ? kSearchShowWindow : 0;
-  if (global_.Language == 1) flags |= kSearchJapanese;
+  if (LanguageOf(global_) == Language::kJapanese) flags |= kSearchJapanese;
   window_ = window;
   std::int32_t handle = 0;
   if (library_->ConnectSelectCreate(&adapters, &Mailbox::Record, mailbox_.get(), flags, &handle,

@@ -98,7 +98,8 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
   TellPlaces(server, control, options);
   if (!options.Headless) {
     const warpline::sim::WindowRequest request{
-        station, TextOf(server, options), options.Japanese,
+        station, TextOf(server, options),
+        options.Japanese ? warpline::Language::kJapanese : warpline::Language::kEnglish,
         [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }};
     options.Headless = !RunWindow(request);
     if (options.Headless) std::cerr << "No window can be shown; running without." << std::endl;

@@ -41,11 +41,11 @@ class BeamseekStandin::Search {
   Search(const Search&) = delete;
   Search& operator=(const Search&) = delete;
 
-  bool MakeWindow(const SelectionWindowFactory& make_window, bool japanese) {
+  bool MakeWindow(const SelectionWindowFactory& make_window, Language language) {
     SelectionWindowHost host;
     host.TakeResult = [this] { return TakeResult(); };
     host.Notify = [this](std::uint32_t code, std::uint32_t index) { Notify(code, index); };
-    window_ = make_window ? make_window(std::move(host), japanese) : nullptr;
+    window_ = make_window ? make_window(std::move(host), language) : nullptr;
     return window_ != nullptr;
   }
 
@@ -128,8 +128,9 @@ std::int32_t BeamseekStandin::Create(const csAdapterList* adapters, ConnectSelec
   DiscoveryRange range = range_;
   if (range.Port == 0) range.Port = DiscoveryPort();
   auto search = std::make_shared<Search>(range, callback, user);
-  const bool japanese = (flags & kSearchJapanese) != 0;
-  if ((flags & kSearchShowWindow) != 0 && !search->MakeWindow(make_window_, japanese)) return 0;
+  const Language language =
+      (flags & kSearchJapanese) != 0 ? Language::kJapanese : Language::kEnglish;
+  if ((flags & kSearchShowWindow) != 0 && !search->MakeWindow(make_window_, language)) return 0;
   *result = search->Result();
   const std::lock_guard lock(mutex_);
   *handle = next_handle_++;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "core/texts.h"
 #include "link/beamseek.h"
 
 // The selection window of the stand-in search library, as the library sees it. All calls come from
@@ -34,10 +35,10 @@ class SelectionWindow {
 
 // Makes a window in the language; null when there can be none in this process.
 using SelectionWindowFactory =
-    std::function<std::unique_ptr<SelectionWindow>(SelectionWindowHost host, bool japanese)>;
+    std::function<std::unique_ptr<SelectionWindow>(SelectionWindowHost host, Language language)>;
 
 // The factory of this build: windows by the tool's own toolkit, or none.
-std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost host, bool japanese);
+std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost host, Language language);
 
 // "127.0.0.2".
 std::string AddressText(const std::uint8_t (&address)[4]);

@@ -17,7 +17,8 @@ void ShowMissing(const Messages& messages, const std::filesystem::path& file) {
 
 std::filesystem::path ReadMeFile(const LSSglobal& global,
                                  const std::filesystem::path& program_folder) {
-  return program_folder / (global.Language == 1 ? "ReadMe(Japanese).txt" : "ReadMe(English).txt");
+  return program_folder / (LanguageOf(global) == Language::kJapanese ? "ReadMe(Japanese).txt"
+                                                                     : "ReadMe(English).txt");
 }
 
 void ShowReadMe(const LSSglobal& global, const Messages& messages,

@@ -139,7 +139,7 @@ std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text,
 }
 
 Recorder::Recorder(std::ostream& out, std::function<Clock::time_point()> now)
-    : out_(out), now_(std::move(now)), names_(WindowTextFile(false)) {
+    : out_(out), now_(std::move(now)), names_(ProjectorTextsOf(Language::kEnglish)) {
   out_ << kRecordingTitle << "\n" << std::flush;
 }
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "sim/line/channel.h"
-#include "sim/recording/window_texts.h"
+#include "sim/texts/projector_texts.h"
 
 // A record of what passed between the tool and the projector: a text file of one line an event,
 // each of which ends with LF. Behind the first line, kRecordingTitle, a line has these fields with
@@ -66,7 +66,7 @@ class Recorder {
   std::mutex mutex_;
   std::ostream& out_;
   std::function<Clock::time_point()> now_;
-  WindowTexts names_;
+  const ProjectorTexts& names_;
   std::map<std::uint64_t, Clock::time_point> opened_;
 };
 

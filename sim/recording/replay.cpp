@@ -86,7 +86,7 @@ class Player {
   Endpoint place_;
   ReplayTimes times_;
   std::ostream& out_;
-  WindowTexts names_{WindowTextFile(false)};
+  const ProjectorTexts& names_ = ProjectorTextsOf(Language::kEnglish);
   std::map<std::uint64_t, std::unique_ptr<Channel>> links_;
   std::size_t exchanges_ = 0;
   std::size_t opened_ = 0;

@@ -25,12 +25,12 @@ void Fill(wxListBox& list, const std::vector<std::string>& texts) {
 
 }  // namespace
 
-FaultPane::FaultPane(wxWindow* parent, const WindowTexts& texts, Station& station)
+FaultPane::FaultPane(wxWindow* parent, const ProjectorTexts& texts, Station& station)
     : wxPanel(parent, wxID_ANY), texts_(texts), station_(station) {
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(ActiveBox(), wxSizerFlags(1).Expand().Border(wxALL, FromDIP(6)));
   column->Add(NewBox(), wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
-  column->Add(new wxStaticText(this, wxID_ANY, Label(texts_, WindowText::kStrikes)),
+  column->Add(new wxStaticText(this, wxID_ANY, Label(texts_, ProjectorText::kStrikes)),
               wxSizerFlags().Border(wxLEFT | wxRIGHT, FromDIP(6)));
   strikes_ = new wxListBox(this, wxID_ANY);
   strikes_->SetMinSize(FromDIP(wxSize(100, 60)));
@@ -41,14 +41,14 @@ FaultPane::FaultPane(wxWindow* parent, const WindowTexts& texts, Station& statio
 
 wxSizer* FaultPane::ActiveBox() {
   auto* const box = new wxBoxSizer(wxVERTICAL);
-  box->Add(new wxStaticText(this, wxID_ANY, Label(texts_, WindowText::kActiveFaults)));
+  box->Add(new wxStaticText(this, wxID_ANY, Label(texts_, ProjectorText::kActiveFaults)));
   active_ = new wxListBox(this, wxID_ANY);
   active_->SetName("active_faults");
   active_->SetMinSize(FromDIP(wxSize(100, 60)));
   box->Add(active_, wxSizerFlags(1).Expand().Border(wxTOP | wxBOTTOM, FromDIP(4)));
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  auto* const remove = new wxButton(this, wxID_ANY, Label(texts_, WindowText::kRemove));
-  auto* const clear = new wxButton(this, wxID_ANY, Label(texts_, WindowText::kClearAll));
+  auto* const remove = new wxButton(this, wxID_ANY, Label(texts_, ProjectorText::kRemove));
+  auto* const clear = new wxButton(this, wxID_ANY, Label(texts_, ProjectorText::kClearAll));
   clear->SetName("clear_faults");
   remove->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
     station_.RemoveFault(active_->GetStringSelection().utf8_string());
@@ -72,10 +72,10 @@ wxSpinCtrl* FaultPane::Number(const char* name, int least, int most, int value) 
 wxSizer* FaultPane::NewBox() {
   what_ = new wxChoice(this, wxID_ANY);
   for (std::size_t i = 0; i < FaultNames().size(); ++i) {
-    what_->Append(Label(texts_, Behind(WindowText::kFaultTimeout, static_cast<int>(i))));
+    what_->Append(Label(texts_, Behind(ProjectorText::kFaultTimeout, static_cast<int>(i))));
   }
   when_ = new wxChoice(this, wxID_ANY);
-  for (int i = 0; i < 4; ++i) when_->Append(Label(texts_, Behind(WindowText::kWhenAlways, i)));
+  for (int i = 0; i < 4; ++i) when_->Append(Label(texts_, Behind(ProjectorText::kWhenAlways, i)));
   kind_ = new wxChoice(this, wxID_ANY);
   for (const char* kind : kKinds) kind_->Append(kind);
   for (wxChoice* choice : {what_, when_, kind_}) choice->SetSelection(0);
@@ -88,23 +88,23 @@ wxSizer* FaultPane::NewBox() {
   for (wxChoice* choice : {what_, when_}) {
     choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Follow(); });
   }
-  auto* const add = new wxButton(this, wxID_ANY, Label(texts_, WindowText::kAddFault));
+  auto* const add = new wxButton(this, wxID_ANY, Label(texts_, ProjectorText::kAddFault));
   add->SetName("add_fault");
   add->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Add(); });
 
   auto* const grid = new wxFlexGridSizer(3, FromDIP(wxSize(8, 4)));
   grid->AddGrowableCol(1);
-  const auto row = [&](WindowText key, wxWindow* first, wxWindow* second) {
+  const auto row = [&](ProjectorText key, wxWindow* first, wxWindow* second) {
     grid->Add(new wxStaticText(this, wxID_ANY, Label(texts_, key)),
               wxSizerFlags().CentreVertical());
     grid->Add(first, wxSizerFlags().Expand());
     if (second != nullptr) grid->Add(second);
     if (second == nullptr) grid->AddStretchSpacer();
   };
-  row(WindowText::kWhat, what_, nullptr);
-  row(WindowText::kWhen, when_, count_);
-  row(WindowText::kKind, kind_, nullptr);
-  row(WindowText::kDelay, delay_, jitter_);
+  row(ProjectorText::kWhat, what_, nullptr);
+  row(ProjectorText::kWhen, when_, count_);
+  row(ProjectorText::kKind, kind_, nullptr);
+  row(ProjectorText::kDelay, delay_, jitter_);
   grid->AddStretchSpacer();
   grid->Add(add);
   return grid;

@@ -8,15 +8,15 @@
 
 #include <string>
 
-#include "sim/recording/window_texts.h"
 #include "sim/station/station.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 
 // The faults in force, what struck lately, and the controls that put a rule in force.
 class FaultPane : public wxPanel {
  public:
-  FaultPane(wxWindow* parent, const WindowTexts& texts, Station& station);
+  FaultPane(wxWindow* parent, const ProjectorTexts& texts, Station& station);
   void Show(const StationSnapshot& state);
 
  private:
@@ -27,7 +27,7 @@ class FaultPane : public wxPanel {
   void Add();
   std::string RuleText() const;
 
-  const WindowTexts& texts_;
+  const ProjectorTexts& texts_;
   Station& station_;
   wxListBox* active_ = nullptr;
   wxListBox* strikes_ = nullptr;

@@ -25,11 +25,11 @@ PanelSize SizeOf(const wxSize& size) {
 ProjectorFrame::ProjectorFrame(const WindowRequest& request)
     : wxFrame(nullptr, wxID_ANY, ""),
       request_(request),
-      texts_(WindowTextFile(request.Japanese)),
+      texts_(ProjectorTextsOf(request.Language)),
       timer_(this),
       source_(TestPicture(request.Station.Snapshot().Setup.Panel)) {
   SetName("warpline-projector");
-  SetTitle(Wx(texts_.Fill(WindowText::kTitle, {request.Place})));
+  SetTitle(Wx(texts_.Fill(ProjectorText::kTitle, {request.Place})));
   BuildMenus();
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(BuildBanner(), wxSizerFlags().Expand());
@@ -60,7 +60,7 @@ wxSizer* ProjectorFrame::BuildBanner() {
   banner_text_ = new wxStaticText(banner_, wxID_ANY, "");
   banner_text_->SetForegroundColour(*wxWHITE);
   banner_text_->SetName("fault_banner");
-  banner_clear_ = new wxButton(banner_, wxID_ANY, Label(texts_, WindowText::kClearAll));
+  banner_clear_ = new wxButton(banner_, wxID_ANY, Label(texts_, ProjectorText::kClearAll));
   banner_clear_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { request_.Station.SetFaults({}); });
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(banner_text_, wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(kBannerBorder)));
@@ -93,10 +93,10 @@ wxWindow* ProjectorFrame::BuildPanes(wxWindow* parent) {
   registers_ = new RegisterList(panes_, texts_);
   frames_ = new FrameList(panes_, texts_);
   faults_ = new FaultPane(panes_, texts_, request_.Station);
-  panes_->AddPage(state_pane_, Label(texts_, WindowText::kTabState));
-  panes_->AddPage(registers_, Label(texts_, WindowText::kTabRegisters));
-  panes_->AddPage(frames_, Label(texts_, WindowText::kTabFrames));
-  panes_->AddPage(faults_, Label(texts_, WindowText::kTabFaults));
+  panes_->AddPage(state_pane_, Label(texts_, ProjectorText::kTabState));
+  panes_->AddPage(registers_, Label(texts_, ProjectorText::kTabRegisters));
+  panes_->AddPage(frames_, Label(texts_, ProjectorText::kTabFrames));
+  panes_->AddPage(faults_, Label(texts_, ProjectorText::kTabFaults));
   return panes_;
 }
 
@@ -137,7 +137,7 @@ void ProjectorFrame::Follow(const StationSnapshot& state) {
 void ProjectorFrame::ShowBanner(const StationSnapshot& state) {
   std::string texts;
   for (const std::string& fault : state.Faults) texts += (texts.empty() ? "" : "   ") + fault;
-  const wxString label = Wx(texts_.Fill(WindowText::kFaultBanner, {texts}));
+  const wxString label = Wx(texts_.Fill(ProjectorText::kFaultBanner, {texts}));
   if (banner_->IsShown() != state.Faults.empty() && banner_label_ == label) return;
   banner_label_ = label;
   banner_->Show(!state.Faults.empty());
@@ -191,8 +191,8 @@ void ProjectorFrame::SwitchFullScreen(bool full) {
 }
 
 void ProjectorFrame::OpenPicture() {
-  wxFileDialog dialog(this, Label(texts_, WindowText::kOpenTitle), "", "",
-                      Label(texts_, WindowText::kPngFiles), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  wxFileDialog dialog(this, Label(texts_, ProjectorText::kOpenTitle), "", "",
+                      Label(texts_, ProjectorText::kPngFiles), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   if (Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   std::string bytes;
@@ -204,7 +204,7 @@ void ProjectorFrame::OpenPicture() {
     picture = ImageOfPng(bytes, reason);
   }
   if (!picture) {
-    return ShowMessage(Wx(texts_.Fill(WindowText::kCannotOpen, {name, reason})), GetTitle(),
+    return ShowMessage(Wx(texts_.Fill(ProjectorText::kCannotOpen, {name, reason})), GetTitle(),
                        wxOK | wxICON_ERROR);
   }
   source_ = Resized(*picture, PanelSize{source_.Width, source_.Height});
@@ -212,15 +212,15 @@ void ProjectorFrame::OpenPicture() {
 }
 
 void ProjectorFrame::SavePicture() {
-  wxFileDialog dialog(this, Label(texts_, WindowText::kSaveTitle), "", "projector.png",
-                      Label(texts_, WindowText::kPngFiles), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  wxFileDialog dialog(this, Label(texts_, ProjectorText::kSaveTitle), "", "projector.png",
+                      Label(texts_, ProjectorText::kPngFiles), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   const std::optional<std::string> png = PngOf(wall_view_ ? on_wall_ : shown_.Image);
   if (!png || Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   const std::error_code error = ReplaceFileContents(PathOf(name), *png);
   if (!error) return;
-  ShowMessage(Wx(texts_.Fill(WindowText::kCannotSave, {name, SystemErrorText(error)})), GetTitle(),
-              wxOK | wxICON_ERROR);
+  ShowMessage(Wx(texts_.Fill(ProjectorText::kCannotSave, {name, SystemErrorText(error)})),
+              GetTitle(), wxOK | wxICON_ERROR);
 }
 
 // The system's own message box could not be ended from here.

@@ -11,8 +11,8 @@
 #include <optional>
 
 #include "picture/test_picture.h"
-#include "sim/recording/window_texts.h"
 #include "sim/station/shown_picture.h"
+#include "sim/texts/projector_texts.h"
 #include "sim/window/canvas.h"
 #include "sim/window/fault_pane.h"
 #include "sim/window/state_pane.h"
@@ -56,7 +56,7 @@ class ProjectorFrame : public wxFrame {
   void PressKey(wxKeyEvent& event);
 
   const WindowRequest& request_;
-  WindowTexts texts_;
+  const ProjectorTexts& texts_;
   wxTimer timer_;
   Canvas* canvas_ = nullptr;
   WallBar* wall_bar_ = nullptr;

@@ -12,23 +12,25 @@ constexpr int kFastFactor = 20;
 // number that is being typed.
 struct KeyRow {
   int key;
-  WindowText item;
+  ProjectorText item;
 };
 
 constexpr KeyRow kKeys[] = {
-    {'P', WindowText::kItemPanel}, {'W', WindowText::kItemWall},    {'1', WindowText::kItemCard},
-    {'2', WindowText::kItemGrid},  {'3', WindowText::kItemChecker}, {'4', WindowText::kItemWhite},
-    {'0', WindowText::kItemFit},   {'M', WindowText::kItemMarks},   {'S', WindowText::kItemSave},
+    {'P', ProjectorText::kItemPanel},   {'W', ProjectorText::kItemWall},
+    {'1', ProjectorText::kItemCard},    {'2', ProjectorText::kItemGrid},
+    {'3', ProjectorText::kItemChecker}, {'4', ProjectorText::kItemWhite},
+    {'0', ProjectorText::kItemFit},     {'M', ProjectorText::kItemMarks},
+    {'S', ProjectorText::kItemSave},
 };
 
-int IdOf(WindowText item) {
+int IdOf(ProjectorText item) {
   return wxID_HIGHEST + 1 + static_cast<int>(item);
 }
 
 }  // namespace
 
 struct ProjectorFrame::Item {
-  WindowText text;
+  ProjectorText text;
   std::function<void(bool checked)> run;
   wxItemKind kind = wxITEM_NORMAL;
   bool checked = false;
@@ -50,8 +52,8 @@ void ProjectorFrame::BuildMenus() {
   const auto zoom = [this](int factor) {
     return [this, factor](bool) { canvas_->SetZoom(factor); };
   };
-  using enum WindowText;
-  const std::vector<std::pair<WindowText, std::vector<Item>>> menus{
+  using enum ProjectorText;
+  const std::vector<std::pair<ProjectorText, std::vector<Item>>> menus{
       {kMenuPicture,
        {{kItemCard, pattern(TestPattern::kCard)},
         {kItemGrid, pattern(TestPattern::kGrid)},

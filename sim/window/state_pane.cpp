@@ -15,21 +15,21 @@ constexpr std::size_t kShownBytes = 64;
 constexpr std::size_t kShownDigits = 64;
 
 constexpr std::array kRows{
-    WindowText::kPower,    WindowText::kInput,       WindowText::kMode,
-    WindowText::kPanel,    WindowText::kModelClass,  WindowText::kReply5,
-    WindowText::kFrames,   WindowText::kBytesIn,     WindowText::kBytesOut,
-    WindowText::kRefusals, WindowText::kShows,       WindowText::kStores,
-    WindowText::kLinks,    WindowText::kRowsAtLimit, WindowText::kColumnsAtLimit,
-    WindowText::kSeed,     WindowText::kMismatches,
+    ProjectorText::kPower,    ProjectorText::kInput,       ProjectorText::kMode,
+    ProjectorText::kPanel,    ProjectorText::kModelClass,  ProjectorText::kReply5,
+    ProjectorText::kFrames,   ProjectorText::kBytesIn,     ProjectorText::kBytesOut,
+    ProjectorText::kRefusals, ProjectorText::kShows,       ProjectorText::kStores,
+    ProjectorText::kLinks,    ProjectorText::kRowsAtLimit, ProjectorText::kColumnsAtLimit,
+    ProjectorText::kSeed,     ProjectorText::kMismatches,
 };
 
-std::string PowerText(const WindowTexts& texts, const StationSnapshot& state) {
-  const WindowText key =
-      Behind(WindowText::kPowerStandby, static_cast<int>(state.Setup.PowerState));
+std::string PowerText(const ProjectorTexts& texts, const StationSnapshot& state) {
+  const ProjectorText key =
+      Behind(ProjectorText::kPowerStandby, static_cast<int>(state.Setup.PowerState));
   return texts.Fill(key, {std::to_string((state.PowerLeft.count() + 999) / 1000)});
 }
 
-std::vector<std::string> Values(const WindowTexts& texts, const StationSnapshot& state,
+std::vector<std::string> Values(const ProjectorTexts& texts, const StationSnapshot& state,
                                 const ShownPicture& shown) {
   const PanelSize panel = state.Setup.Panel;
   return {PowerText(texts, state),
@@ -51,8 +51,8 @@ std::vector<std::string> Values(const WindowTexts& texts, const StationSnapshot&
           std::to_string(state.Mismatches)};
 }
 
-void AddColumns(wxListCtrl& list, const WindowTexts& texts,
-                std::initializer_list<std::pair<WindowText, int>> columns) {
+void AddColumns(wxListCtrl& list, const ProjectorTexts& texts,
+                std::initializer_list<std::pair<ProjectorText, int>> columns) {
   for (const auto& [key, width] : columns) {
     list.AppendColumn(Label(texts, key), wxLIST_FORMAT_LEFT, list.FromDIP(width));
   }
@@ -64,10 +64,10 @@ wxString Shortened(const std::string& text) {
 
 }  // namespace
 
-StatePane::StatePane(wxWindow* parent, const WindowTexts& texts)
+StatePane::StatePane(wxWindow* parent, const ProjectorTexts& texts)
     : wxPanel(parent, wxID_ANY), texts_(texts) {
   auto* const grid = new wxFlexGridSizer(2, FromDIP(wxSize(12, 4)));
-  for (const WindowText key : kRows) {
+  for (const ProjectorText key : kRows) {
     grid->Add(new wxStaticText(this, wxID_ANY, Label(texts, key)));
     values_.push_back(new wxStaticText(this, wxID_ANY, ""));
     grid->Add(values_.back());
@@ -85,11 +85,12 @@ void StatePane::Show(const StationSnapshot& state, const ShownPicture& shown) {
   }
 }
 
-RegisterList::RegisterList(wxWindow* parent, const WindowTexts& texts)
+RegisterList::RegisterList(wxWindow* parent, const ProjectorTexts& texts)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT) {
-  AddColumns(
-      *this, texts,
-      {{WindowText::kRegister, 110}, {WindowText::kWorking, 130}, {WindowText::kStored, 130}});
+  AddColumns(*this, texts,
+             {{ProjectorText::kRegister, 110},
+              {ProjectorText::kWorking, 130},
+              {ProjectorText::kStored, 130}});
   SetName("registers");
   for (std::size_t entry = 0; entry < kEntryCount; ++entry) {
     InsertItem(static_cast<long>(entry), Wx(EntryName(entry)));
@@ -109,16 +110,16 @@ void RegisterList::Show(const StationSnapshot& state) {
   }
 }
 
-FrameList::FrameList(wxWindow* parent, const WindowTexts& texts)
+FrameList::FrameList(wxWindow* parent, const ProjectorTexts& texts)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT | wxLC_VIRTUAL),
       texts_(texts) {
   SetName("frames");
   AddColumns(*this, texts,
-             {{WindowText::kNumber, 55},
-              {WindowText::kName, 130},
-              {WindowText::kRequest, 260},
-              {WindowText::kReply, 200},
-              {WindowText::kFault, 120}});
+             {{ProjectorText::kNumber, 55},
+              {ProjectorText::kName, 130},
+              {ProjectorText::kRequest, 260},
+              {ProjectorText::kReply, 200},
+              {ProjectorText::kFault, 120}});
 }
 
 void FrameList::Show(const StationSnapshot& state) {

@@ -6,40 +6,40 @@
 
 #include <vector>
 
-#include "sim/recording/window_texts.h"
 #include "sim/station/shown_picture.h"
 #include "sim/station/station.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 
 // Power, input, mode and counters in a column.
 class StatePane : public wxPanel {
  public:
-  StatePane(wxWindow* parent, const WindowTexts& texts);
+  StatePane(wxWindow* parent, const ProjectorTexts& texts);
   void Show(const StationSnapshot& state, const ShownPicture& shown);
 
  private:
-  const WindowTexts& texts_;
+  const ProjectorTexts& texts_;
   std::vector<wxStaticText*> values_;
 };
 
 // The working registers beside the stored ones; those that differ are bold.
 class RegisterList : public wxListCtrl {
  public:
-  RegisterList(wxWindow* parent, const WindowTexts& texts);
+  RegisterList(wxWindow* parent, const ProjectorTexts& texts);
   void Show(const StationSnapshot& state);
 };
 
 // The last exchanges, the newest first.
 class FrameList : public wxListCtrl {
  public:
-  FrameList(wxWindow* parent, const WindowTexts& texts);
+  FrameList(wxWindow* parent, const ProjectorTexts& texts);
   void Show(const StationSnapshot& state);
 
  private:
   wxString OnGetItemText(long item, long column) const override;
 
-  const WindowTexts& texts_;
+  const ProjectorTexts& texts_;
   std::deque<LoggedExchange> exchanges_;
 };
 

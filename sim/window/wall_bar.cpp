@@ -25,18 +25,18 @@ std::string Tenths(double value) {
 
 }  // namespace
 
-WallBar::WallBar(wxWindow* parent, const WindowTexts& texts,
+WallBar::WallBar(wxWindow* parent, const ProjectorTexts& texts,
                  std::function<void(const Wall&)> changed)
     : wxPanel(parent, wxID_ANY), texts_(texts), changed_(std::move(changed)) {
   shape_ = new wxChoice(this, wxID_ANY);
   shape_->SetName("wall_shape");
   for (int i = 0; i < kWallShapeCount; ++i) {
-    shape_->Append(Label(texts, Behind(WindowText::kWallFlat, i)));
+    shape_->Append(Label(texts, Behind(ProjectorText::kWallFlat, i)));
   }
   shape_->SetSelection(static_cast<int>(wall_.Shape));
   axis_ = new wxChoice(this, wxID_ANY);
   axis_->SetName("lens_axis");
-  for (int i = 0; i < 3; ++i) axis_->Append(Label(texts, Behind(WindowText::kAxisTop, i)));
+  for (int i = 0; i < 3; ++i) axis_->Append(Label(texts, Behind(ProjectorText::kAxisTop, i)));
   axis_->SetSelection(static_cast<int>(wall_.Axis));
   distance_ =
       Slider("wall_distance", static_cast<int>(kMinDistance * kTenths),
@@ -44,23 +44,23 @@ WallBar::WallBar(wxWindow* parent, const WindowTexts& texts,
   curvature_ = Slider("wall_curvature", -kHundredths, kHundredths, kFirstCurvature);
   distance_text_ = new wxStaticText(this, wxID_ANY, "20.0 m");
   curvature_text_ =
-      new wxStaticText(this, wxID_ANY, Wx(texts.Fill(WindowText::kRadius, {"-100.0"})));
+      new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kRadius, {"-100.0"})));
   for (wxChoice* choice : {shape_, axis_}) {
     choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Follow(); });
   }
   auto* const grid = new wxFlexGridSizer(5, FromDIP(wxSize(8, 2)));
   grid->AddGrowableCol(3);
-  const auto label = [&](WindowText key) {
+  const auto label = [&](ProjectorText key) {
     grid->Add(new wxStaticText(this, wxID_ANY, Label(texts, key)), wxSizerFlags().CentreVertical());
   };
-  label(WindowText::kWallShape);
+  label(ProjectorText::kWallShape);
   grid->Add(shape_, wxSizerFlags().Expand());
-  label(WindowText::kDistance);
+  label(ProjectorText::kDistance);
   grid->Add(distance_, wxSizerFlags().Expand());
   grid->Add(distance_text_, wxSizerFlags().CentreVertical());
-  label(WindowText::kLensAxis);
+  label(ProjectorText::kLensAxis);
   grid->Add(axis_, wxSizerFlags().Expand());
-  label(WindowText::kCurvature);
+  label(ProjectorText::kCurvature);
   grid->Add(curvature_, wxSizerFlags().Expand());
   grid->Add(curvature_text_, wxSizerFlags().CentreVertical());
   auto* const border = new wxBoxSizer(wxVERTICAL);
@@ -82,14 +82,14 @@ void WallBar::Follow() {
   wall_.Axis = static_cast<LensAxis>(axis_->GetSelection());
   wall_.Distance = static_cast<double>(distance_->GetValue()) / kTenths;
   wall_.Curvature = static_cast<double>(curvature_->GetValue()) / kHundredths;
-  distance_text_->SetLabel(Wx(texts_.Fill(WindowText::kMetres, {Tenths(wall_.Distance)})));
+  distance_text_->SetLabel(Wx(texts_.Fill(ProjectorText::kMetres, {Tenths(wall_.Distance)})));
   const bool flat = wall_.Shape == WallShape::kFlat || wall_.Curvature == 0;
   const bool corner = wall_.Shape == WallShape::kCorner || wall_.Shape == WallShape::kCeiling;
   std::string curvature;
   if (!flat && corner) {
-    curvature = texts_.Fill(WindowText::kAngle, {Tenths(180 + 90 * wall_.Curvature)});
+    curvature = texts_.Fill(ProjectorText::kAngle, {Tenths(180 + 90 * wall_.Curvature)});
   } else if (!flat) {
-    curvature = texts_.Fill(WindowText::kRadius, {Tenths(1 / wall_.Curvature)});
+    curvature = texts_.Fill(ProjectorText::kRadius, {Tenths(1 / wall_.Curvature)});
   }
   curvature_text_->SetLabel(Wx(curvature));
   curvature_->Enable(wall_.Shape != WallShape::kFlat);

@@ -8,21 +8,21 @@
 #include <functional>
 
 #include "picture/wall.h"
-#include "sim/recording/window_texts.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 
 // The controls of the wall: its shape, distance, curvature, and where the lens's axis lies.
 class WallBar : public wxPanel {
  public:
-  WallBar(wxWindow* parent, const WindowTexts& texts, std::function<void(const Wall&)> changed);
+  WallBar(wxWindow* parent, const ProjectorTexts& texts, std::function<void(const Wall&)> changed);
   const Wall& Chosen() const { return wall_; }
 
  private:
   wxSlider* Slider(const char* name, int least, int most, int value);
   void Follow();
 
-  const WindowTexts& texts_;
+  const ProjectorTexts& texts_;
   std::function<void(const Wall&)> changed_;
   Wall wall_;
   wxChoice* shape_;

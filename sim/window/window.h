@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "core/texts.h"
 #include "sim/station/station.h"
 
 // The projector's window, seen from the program. The toolkit takes its time to be loaded, so where
@@ -13,7 +14,7 @@ namespace warpline::sim {
 struct WindowRequest {
   sim::Station& Station;
   std::string Place;  // where the projector listens, for the title
-  bool Japanese = false;
+  warpline::Language Language = warpline::Language::kEnglish;
   std::function<bool()> StopWanted;  // asked now and then; true closes the window
 };
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sim/recording/window_texts.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 
@@ -12,7 +12,7 @@ inline wxString Wx(const std::string& utf8) {
   return wxString::FromUTF8(utf8.data(), utf8.size());
 }
 
-inline wxString Label(const WindowTexts& texts, WindowText key) {
+inline wxString Label(const ProjectorTexts& texts, ProjectorText key) {
   return Wx(texts[key]);
 }
 

@@ -4,7 +4,7 @@
 
 namespace warpline::sim {
 
-std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost, bool) {
+std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost, Language) {
   return nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "standin/beamseek_window.h"
+#include "standin/search_texts.h"
 
 // The selection window, made with the toolkit that the tool's own windows run on: both share one
 // process and one event loop.
@@ -18,62 +19,15 @@ constexpr int kListWidth = 460;   // DIP
 constexpr int kListHeight = 180;  // DIP
 constexpr int kBorder = 8;        // DIP
 
-struct WindowTexts {
-  const char* Title;
-  const char* Searching;
-  const char* NothingFound;
-  const char* Found;
-  const char* NameColumn;
-  const char* AddressColumn;
-  const char* StateColumn;
-  const char* Ready;
-  const char* Unselectable;
-  const char* SearchAgain;
-  const char* ReadMe;
-  const char* Ok;
-  const char* Cancel;
-};
-
-constexpr WindowTexts kEnglishTexts{
-    "Projector Search",
-    "Searching for projectors...",
-    "No projector was found.",
-    "Choose a projector.",
-    "Projector",
-    "IP Address",
-    "State",
-    "Ready",
-    "Cannot be chosen",
-    "&Search Again",
-    "&Read Me",
-    "OK",
-    "Cancel",
-};
-constexpr WindowTexts kJapaneseTexts{
-    "プロジェクターの検索",
-    "プロジェクターを検索しています...",
-    "プロジェクターが見つかりませんでした。",
-    "プロジェクターを選択してください。",
-    "プロジェクター",
-    "IP アドレス",
-    "状態",
-    "選択できます",
-    "選択できません",
-    "再検索(&S)",
-    "説明(&R)",
-    "OK",
-    "キャンセル",
-};
-
-wxString Text(const char* utf8) {
+wxString Text(const std::string& utf8) {
   return wxString::FromUTF8(utf8);
 }
 
 class SelectionDialog : public wxDialog {
  public:
-  SelectionDialog(wxWindow* parent, SelectionWindowHost host, const WindowTexts& texts)
-      : wxDialog(parent, wxID_ANY, Text(texts.Title), wxDefaultPosition, wxDefaultSize,
-                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "Beamseek2"),
+  SelectionDialog(wxWindow* parent, SelectionWindowHost host, const SearchTexts& texts)
+      : wxDialog(parent, wxID_ANY, Text(texts[SearchText::kTitle]), wxDefaultPosition,
+                 wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "Beamseek2"),
         host_(std::move(host)),
         texts_(texts) {
     MakeControls();
@@ -85,7 +39,7 @@ class SelectionDialog : public wxDialog {
     last_address_ = last_address;
     found_ = {};
     list_->DeleteAllItems();
-    state_->SetLabel(Text(texts_.Searching));
+    state_->SetLabel(Text(texts_[SearchText::kSearching]));
     list_->SetFocus();
     again_->Disable();
     ShowChoice();
@@ -110,23 +64,23 @@ class SelectionDialog : public wxDialog {
 
  private:
   void MakeControls() {
-    state_ = new wxStaticText(this, wxID_ANY, Text(texts_.Searching), wxDefaultPosition,
-                              wxDefaultSize, wxST_NO_AUTORESIZE, "search_state");
+    state_ = new wxStaticText(this, wxID_ANY, Text(texts_[SearchText::kSearching]),
+                              wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE, "search_state");
     list_ =
         new wxListView(this, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kListWidth, kListHeight)),
                        wxLC_REPORT | wxLC_SINGLE_SEL, wxDefaultValidator, "search_list");
-    list_->AppendColumn(Text(texts_.NameColumn), wxLIST_FORMAT_LEFT, FromDIP(200));
-    list_->AppendColumn(Text(texts_.AddressColumn), wxLIST_FORMAT_LEFT, FromDIP(110));
-    list_->AppendColumn(Text(texts_.StateColumn), wxLIST_FORMAT_LEFT, FromDIP(140));
-    again_ = NewButton(wxID_ANY, texts_.SearchAgain, "search_again");
-    read_me_ = NewButton(wxID_ANY, texts_.ReadMe, "search_read_me");
-    ok_ = NewButton(wxID_OK, texts_.Ok, "search_ok");
-    cancel_ = NewButton(wxID_CANCEL, texts_.Cancel, "search_cancel");
+    list_->AppendColumn(Text(texts_[SearchText::kNameColumn]), wxLIST_FORMAT_LEFT, FromDIP(200));
+    list_->AppendColumn(Text(texts_[SearchText::kAddressColumn]), wxLIST_FORMAT_LEFT, FromDIP(110));
+    list_->AppendColumn(Text(texts_[SearchText::kStateColumn]), wxLIST_FORMAT_LEFT, FromDIP(140));
+    again_ = NewButton(wxID_ANY, texts_[SearchText::kSearchAgain], "search_again");
+    read_me_ = NewButton(wxID_ANY, texts_[SearchText::kReadMe], "search_read_me");
+    ok_ = NewButton(wxID_OK, texts_[SearchText::kOk], "search_ok");
+    cancel_ = NewButton(wxID_CANCEL, texts_[SearchText::kCancel], "search_cancel");
     ok_->SetDefault();
     LayOut();
   }
 
-  wxButton* NewButton(int id, const char* label, const char* name) {
+  wxButton* NewButton(int id, const std::string& label, const char* name) {
     return new wxButton(this, id, Text(label), wxDefaultPosition, wxDefaultSize, 0,
                         wxDefaultValidator, name);
   }
@@ -190,11 +144,13 @@ class SelectionDialog : public wxDialog {
     for (int i = 0; i < found_.iPjNum; ++i) {
       const auto& entry = found_.PJData[i];
       list_->InsertItem(i, Text(entry.cName));
-      list_->SetItem(i, 1, Text(AddressText(entry.ucIP).c_str()));
-      list_->SetItem(i, 2, Text(entry.bSelectable ? texts_.Ready : texts_.Unselectable));
+      list_->SetItem(i, 1, Text(AddressText(entry.ucIP)));
+      list_->SetItem(
+          i, 2, Text(texts_[entry.bSelectable ? SearchText::kReady : SearchText::kUnselectable]));
       if (!entry.bSelectable) list_->SetItemTextColour(i, grey);
     }
-    state_->SetLabel(Text(found_.iPjNum > 0 ? texts_.Found : texts_.NothingFound));
+    state_->SetLabel(
+        Text(texts_[found_.iPjNum > 0 ? SearchText::kFound : SearchText::kNothingFound]));
     OfferOne();
     ShowChoice();
   }
@@ -207,7 +163,7 @@ class SelectionDialog : public wxDialog {
     }
     for (int i = 0; i < found_.iPjNum; ++i) {
       const auto& entry = found_.PJData[i];
-      if (entry.bSelectable && Text(AddressText(entry.ucIP).c_str()) == last_address_) offered = i;
+      if (entry.bSelectable && Text(AddressText(entry.ucIP)) == last_address_) offered = i;
     }
     if (offered < 0) return;
     list_->Select(offered);
@@ -230,7 +186,7 @@ class SelectionDialog : public wxDialog {
   }
 
   SelectionWindowHost host_;
-  const WindowTexts& texts_;
+  const SearchTexts& texts_;
   wxTimer timer_;
   wxString last_address_;
   csResData found_{};
@@ -245,9 +201,9 @@ class SelectionDialog : public wxDialog {
 
 class WxSelectionWindow : public SelectionWindow {
  public:
-  WxSelectionWindow(SelectionWindowHost host, bool japanese)
+  WxSelectionWindow(SelectionWindowHost host, Language language)
       : dialog_(new SelectionDialog(wxTheApp->GetTopWindow(), std::move(host),
-                                    japanese ? kJapaneseTexts : kEnglishTexts)) {}
+                                    SearchTextsOf(language))) {}
   ~WxSelectionWindow() override {
     // The toolkit may have deleted it together with its parent.
     if (dialog_) dialog_->Leave();
@@ -268,10 +224,10 @@ class WxSelectionWindow : public SelectionWindow {
 
 }  // namespace
 
-std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost host, bool japanese) {
+std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost host, Language language) {
   const bool has_windows = wxTheApp != nullptr && wxTheApp->IsGUI();
   if (!has_windows) return nullptr;
-  return std::make_unique<WxSelectionWindow>(std::move(host), japanese);
+  return std::make_unique<WxSelectionWindow>(std::move(host), language);
 }
 
 }  // namespace warpline::sim

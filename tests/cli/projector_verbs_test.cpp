@@ -141,7 +141,7 @@ TEST_F(ProjectorVerbsTest, OptionsBecomeSettings) {
   };
   for (const auto& [option, value, expected] : rows) {
     std::ostringstream out, err;
-    Session session(out, err, 0);
+    Session session(out, err, Language::kEnglish);
     VerbInput input(session);
     input.Set(option, {value});
     EXPECT_TRUE(ChooseConnection(input, session)) << err.str();

@@ -90,7 +90,8 @@ TEST(Usage, LanguageStandsAnywhere) {
 
 TEST(Usage, HelpOnEveryLevel) {
   for (const char* language : {"en", "ja"}) {
-    const CliTexts& texts = CliTextsOf(language == std::string("ja") ? 1 : 0);
+    const CliTexts& texts =
+        CliTextsOf(language == std::string("ja") ? Language::kJapanese : Language::kEnglish);
     const CliResult program = RunCli({"--help"}, language);
     EXPECT_EQ(program.exit_code, 0);
     EXPECT_EQ(program.err, "");

@@ -50,7 +50,7 @@ class Told {
 struct ScriptedWindow : SelectionWindow {
   struct Log {
     SelectionWindowHost host;
-    bool japanese = false;
+    Language language = Language::kEnglish;
     std::vector<std::string> calls;
     int alive = 0;
   };
@@ -65,9 +65,9 @@ struct ScriptedWindow : SelectionWindow {
   void GoOn() override { log.calls.push_back("go on"); }
 
   static SelectionWindowFactory Factory(Log& log) {
-    return [&log](SelectionWindowHost host, bool japanese) {
+    return [&log](SelectionWindowHost host, Language language) {
       log.host = std::move(host);
-      log.japanese = japanese;
+      log.language = language;
       return std::make_unique<ScriptedWindow>(log);
     };
   }
@@ -173,7 +173,7 @@ TEST(BeamseekStandin, LetsTheWindowDecide) {
   Told told;
   const Created search = Create(library, told, kSearchShowWindow | kSearchJapanese);
   ASSERT_EQ(search.ok, 1);
-  EXPECT_TRUE(window.japanese);
+  EXPECT_EQ(window.language, Language::kJapanese);
   // A buffer without a NUL.
   EXPECT_EQ(library.SetLastPJ(search.handle, "192.168.100.100..more"), 1);
   EXPECT_EQ(library.Start(search.handle), 1);

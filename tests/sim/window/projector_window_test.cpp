@@ -50,7 +50,7 @@ struct World {
 
   bool stop = false;
   Station station{StationSetup{}};
-  WindowRequest request{station, "127.0.0.1:7142", false, [this] { return stop; }};
+  WindowRequest request{station, "127.0.0.1:7142", Language::kEnglish, [this] { return stop; }};
   ProjectorFrame* frame = new ProjectorFrame(request);
 };
 

@@ -1,45 +1,26 @@
-#include "sim/recording/window_texts.h"
+#include "sim/recording/frame_names.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <tuple>
 
 #include "picture/test_picture.h"
-#include "sim/recording/frame_names.h"
 #include "sim/station/shown_picture.h"
 #include "tests/support/sim_hex.h"
 
 namespace warpline::sim {
 namespace {
 
-TEST(WindowTexts, AreThereInBothLanguages) {
-  const WindowTexts english(WindowTextFile(false));
-  const WindowTexts japanese(WindowTextFile(true));
-  for (std::size_t i = 0; i < kWindowTextKeys.size(); ++i) {
-    const auto key = static_cast<WindowText>(i);
-    EXPECT_NE(english[key], "") << kWindowTextKeys[i];
-    EXPECT_NE(japanese[key], "") << kWindowTextKeys[i];
-    for (const char* part : {"{0}", "{1}", "\t", "&"}) {
-      EXPECT_EQ(english[key].find(part) == std::string::npos,
-                japanese[key].find(part) == std::string::npos)
-          << kWindowTextKeys[i] << " " << part;
-    }
-    EXPECT_EQ(std::ranges::count(english[key], '\n'), std::ranges::count(japanese[key], '\n'))
-        << kWindowTextKeys[i];
+TEST(ProjectorTexts, CallTheWindowASimulator) {
+  for (const Language language : {Language::kEnglish, Language::kJapanese}) {
+    const std::string& title = ProjectorTextsOf(language)[ProjectorText::kTitle];
+    EXPECT_NE(title.find("SIMULATOR"), std::string::npos) << title;
   }
-  for (const bool language : {false, true}) {
-    const std::string_view file = WindowTextFile(language);
-    EXPECT_EQ(std::ranges::count(file, '\n'), std::ssize(kWindowTextKeys)) << "no text too many";
-    EXPECT_NE(WindowTexts(file)[WindowText::kTitle].find("SIMULATOR"), std::string::npos);
-  }
-  EXPECT_EQ(WindowTexts("Title: a\\nb\\tc\n")[WindowText::kTitle], "a\nb\tc");
-  EXPECT_EQ(english.Fill(WindowText::kCannotOpen, {"{1}", "b"}), "\"{1}\" cannot be shown: b");
 }
 
 TEST(FrameNames, TellEveryFrameApart) {
-  const WindowTexts texts(WindowTextFile(false));
+  const ProjectorTexts& texts = ProjectorTextsOf(Language::kEnglish);
   const std::tuple<const char*, const char*> cases[] = {
       {"01DF000000E0", "Probe"},
       {"01DF0000020000E2", "Clear (0)"},

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <string_view>
+
+// The texts that people read. They stand in resources/, one file a language for each program, and
+// are embedded in the programs. A line of a file is "key: text"; the key is a name or a number. In
+// a text "\n" is a line end, "\t" a tab, {0} to {9} are the places of values, and a blank at its
+// end counts. Lines that begin with "#" say nothing. UTF-8, every line ends with LF.
+
+namespace warpline {
+
+enum class Language { kEnglish, kJapanese };
+
+// The language behind the number that stands for it in records and interfaces: 1 Japanese, any
+// other English.
+constexpr Language LanguageOf(int number) {
+  return number == 1 ? Language::kJapanese : Language::kEnglish;
+}
+
+// The texts of a file by their keys. A key that stands there twice has two.
+using TextMap = std::multimap<std::string, std::string, std::less<>>;
+TextMap ParseTexts(std::string_view file);
+
+// The text with each place {N} replaced by value N. A place without a value stays; what is filled
+// in is not looked at again.
+std::string FilledText(std::string_view text, std::initializer_list<std::string> values);
+
+// Declares an enum class of the keys of a program's files and TextKeyNames for it. KEYS(X) is the
+// list, X(Key) for each; Key is written kKey in code.
+#define WARPLINE_TEXT_IDENTIFIER(key) k##key,
+#define WARPLINE_TEXT_NAME(key) #key,
+#define WARPLINE_TEXT_KEYS(Type, KEYS)                                  \
+  enum class Type : std::size_t { KEYS(WARPLINE_TEXT_IDENTIFIER) };     \
+  constexpr auto TextKeyNames(Type) {                                   \
+    return std::to_array<std::string_view>({KEYS(WARPLINE_TEXT_NAME)}); \
+  }
+
+// The texts of one file under the keys of an enum that WARPLINE_TEXT_KEYS declared.
+template <typename Key>
+class Texts {
+ public:
+  explicit Texts(const TextMap& map) {
+    std::size_t index = 0;
+    for (const std::string_view name : TextKeyNames(Key{})) {
+      const auto found = map.find(name);
+      if (found != map.end()) texts_[index] = found->second;
+      ++index;
+    }
+  }
+  explicit Texts(std::string_view file) : Texts(ParseTexts(file)) {}
+
+  // Empty when the file lacks the key.
+  const std::string& operator[](Key key) const { return texts_[static_cast<std::size_t>(key)]; }
+
+  std::string Fill(Key key, std::initializer_list<std::string> values) const {
+    return FilledText((*this)[key], values);
+  }
+
+ private:
+  std::array<std::string, TextKeyNames(Key{}).size()> texts_;
+};
+
+}  // namespace warpline
