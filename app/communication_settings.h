@@ -12,8 +12,6 @@
 
 namespace warpline {
 
-inline constexpr int kMsgAddressInvalid = 162;
-
 // The entries of the dialog's lists, in the order of the stored indices; the speeds stand with the
 // settings.
 inline constexpr std::array<std::string_view, kPortCount> kComPortNames{

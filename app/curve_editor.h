@@ -26,11 +26,11 @@ struct InterpolationEntry {
   int neighbour_distance;  // graph units that dragging keeps between two points
 };
 inline constexpr std::array<InterpolationEntry, 5> kInterpolationEntries{{
-    {189, 2, 16, 15},  // straight line
-    {190, 3, 16, 30},  // quadratic
-    {191, 4, 16, 30},  // cubic
-    {192, 5, 16, 30},  // quartic
-    {217, 4, 16, 15},  // B-spline
+    {kMsgStraightLine, 2, 16, 15},
+    {kMsgQuadratic, 3, 16, 30},
+    {kMsgCubic, 4, 16, 30},
+    {kMsgQuartic, 5, 16, 30},
+    {kMsgBSpline, 4, 16, 15},
 }};
 
 // What the shape dialog reports when it was cancelled.

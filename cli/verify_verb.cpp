@@ -22,7 +22,6 @@ namespace warpline {
 namespace {
 
 constexpr double kAllowedDifference = 1.0;  // pixels
-constexpr int kFirstScreenTypeText = 168;
 
 using Scales = std::vector<std::int32_t>;
 
@@ -157,7 +156,7 @@ int RunVerify(const VerbInput& input, Session& session) {
   const Verdict verdict = Judge(results, session.texts);
   session.out << session.texts.Fill(
                      CliText::kVerifyResult,
-                     {TextOf(session.global, kFirstScreenTypeText + correction.ScreenType),
+                     {TextOf(session.global, kMsgCylindricalScreen + correction.ScreenType),
                       std::to_string(state->bytes), std::to_string(state->frames),
                       PixelText(results[kHorizontal].from_profile.pixels),
                       PixelText(results[kVertical].from_profile.pixels), verdict.text})

@@ -5,6 +5,7 @@
 #include "core/LSSglobal.h"
 #include "core/fault.h"
 #include "core/interfaces.h"
+#include "core/message_numbers.h"
 
 // What the program says when something fails: one place that turns an outcome into one localized
 // message box.
@@ -37,15 +38,6 @@ enum FileErrorCode : int {
   kFileWriteFailed = -7,
   kFileValueWrong = -8,
 };
-
-// Message numbers that the code itself asks for.
-inline constexpr int kMsgTitle = 1;
-inline constexpr int kMsgWrongValue = 80;
-inline constexpr int kMsgLibraryMissing = 85;
-inline constexpr int kMsgSaveFailed = 149;
-inline constexpr int kMsgParameterValue = 197;
-inline constexpr int kMsgParameterLength = 198;
-inline constexpr int kMsgSaveChange = 199;
 
 // The message number for a category and code.
 int MessageNumber(MessageCategory category, int code);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/correction.h"
+#include "core/message_numbers.h"
 
 // The sliders that edit the axis parameters: five groups of two. One table holds every field's
 // bounds, steps and signs; the sliders, their texts and the checks read the same row.
@@ -47,11 +48,11 @@ struct GroupCaptions {
 };
 
 inline constexpr std::array<GroupCaptions, kGroupCount> kGroupCaptions{{
-    {174, {209, 210}},
-    {175, {211, 212}},
-    {176, {2, 3}},
-    {177, {2, 3}},
-    {178, {2, 3}},
+    {kMsgCorrectVertical, {kMsgTop, kMsgBottom}},
+    {kMsgCorrectHorizontal, {kMsgLeft, kMsgRight}},
+    {kMsgCorrectLinearity, {kMsgHorizontalSide, kMsgVerticalSide}},
+    {kMsgCorrectAmplitude, {kMsgHorizontalSide, kMsgVerticalSide}},
+    {kMsgCorrectPosition, {kMsgHorizontalSide, kMsgVerticalSide}},
 }};
 
 // Which field slider 0 or 1 of a group (0..4) edits. In the horizontal group the two change places

@@ -10,14 +10,15 @@
 namespace warpline {
 namespace {
 
-enum ModeCaption : int { kTitle = 21, kFrame = 38, kFirstMode = 39 };
+constexpr std::array<int, kProjectorModeCount> kModeCaptions{kMsgNormalMode, kMsgGeometricMode,
+                                                             kMsgOtherMode};
 
 }  // namespace
 
 LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorCommands& commands,
                      WindowBusy& busy)
-    : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE, "LSSapmode"),
+    : wxDialog(owner, wxID_ANY, CaptionOf(global, kMsgModeSettings), wxDefaultPosition,
+               wxDefaultSize, wxDEFAULT_DIALOG_STYLE, "LSSapmode"),
       choice_(global, commands),
       owner_(owner),
       busy_(busy) {
@@ -42,14 +43,15 @@ LSSapmode::~LSSapmode() {
 }
 
 wxSizer* LSSapmode::CreateOptions(const LSSglobal& global) {
-  auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global, kFrame));
+  auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global, kMsgProjectorSettings));
   const ControlMaker make(frame->GetStaticBox(), global);
   for (int mode = 0; mode < kProjectorModeCount; ++mode) {
+    const auto index = static_cast<std::size_t>(mode);
     auto* option =
-        make.RadioButton(wxString::Format("Option1%d", mode), kFirstMode + mode, mode == 0);
+        make.RadioButton(wxString::Format("Option1%d", mode), kModeCaptions[index], mode == 0);
     option->Bind(wxEVT_RADIOBUTTON, [this, mode](wxCommandEvent&) { Choose(mode); });
     frame->Add(option, wxSizerFlags().Border(wxALL, Gap(this)));
-    options_[static_cast<std::size_t>(mode)] = option;
+    options_[index] = option;
   }
   frame->AddSpacer(Gap(this));
   options_.at(static_cast<std::size_t>(choice_.Chosen()))->SetValue(true);

@@ -12,12 +12,6 @@
 #include "ui/wx_text.h"
 
 namespace warpline {
-namespace {
-
-constexpr int kTestPattern = 166;
-
-}  // namespace
-
 LSSmain::LSSmain(MainParts parts)
     : wxFrame(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
               "LSSmain"),
@@ -70,7 +64,7 @@ wxSize LSSmain::FirstSize() {
 }
 
 void LSSmain::CreatePreviewWindow() {
-  view_ = new LSSview(this, CaptionOf(parts_.global, kTestPattern),
+  view_ = new LSSview(this, CaptionOf(parts_.global, kMsgTestPattern),
                       [this] { controller_.SetTestPattern(false); });
   view_->SetIcons(GetIcons());
   SetPreviewSize("menu_disp_regular");

@@ -13,15 +13,12 @@
 namespace warpline {
 namespace {
 
-constexpr int kFirstScreenType = 168;
-constexpr int kSelectScreen = 165;
-
 wxSizer* CreateScreenLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
-  auto* caption = new wxStaticText(panel, wxID_ANY, make.Text(kSelectScreen), wxDefaultPosition,
+  auto* caption = new wxStaticText(panel, wxID_ANY, make.Text(kMsgSelectScreen), wxDefaultPosition,
                                    wxDefaultSize, 0, "scr_select_name");
-  controls.scr_select = make.Choice("scr_select", kSelectScreen);
+  controls.scr_select = make.Choice("scr_select", kMsgSelectScreen);
   for (int type = 0; type < kScreenTypeCount; ++type) {
-    controls.scr_select->Append(make.Text(kFirstScreenType + type));
+    controls.scr_select->Append(make.Text(kMsgCylindricalScreen + type));
   }
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(caption, AtCentre());
@@ -46,9 +43,9 @@ wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Cont
 
 // Symmetry boxes and editor button share one place of constant height.
 wxSizer* CreateExtrasLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
-  controls.lr_symm = make.CheckBox("lr_symm", 163);
-  controls.ud_symm = make.CheckBox("ud_symm", 164);
-  controls.corre_edit = make.Button("corre_edit", 167);
+  controls.lr_symm = make.CheckBox("lr_symm", kMsgHorizontalSymmetry);
+  controls.ud_symm = make.CheckBox("ud_symm", kMsgVerticalSymmetry);
+  controls.corre_edit = make.Button("corre_edit", kMsgEditCurve);
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(0, std::max(controls.corre_edit->GetBestSize().y, controls.lr_symm->GetBestSize().y));
   line->Add(controls.lr_symm, AtCentre());
@@ -74,11 +71,11 @@ wxSizer* CreateParameterBlock(MainControls& controls, wxWindow* panel, const Con
 }
 
 wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const ControlMaker& make) {
-  controls.testpattern = make.CheckBox("testpattern", 166);
-  controls.initbutton = make.Button("initbutton", 6);
-  controls.applybutton = make.Button("applybutton", 10);
-  controls.storebutton = make.Button("storebutton", 7);
-  controls.exitbutton = make.Button("exitbutton", 13);
+  controls.testpattern = make.CheckBox("testpattern", kMsgTestPattern);
+  controls.initbutton = make.Button("initbutton", kMsgInitialize);
+  controls.applybutton = make.Button("applybutton", kMsgApply);
+  controls.storebutton = make.Button("storebutton", kMsgStore);
+  controls.exitbutton = make.Button("exitbutton", kMsgExit);
   controls.applybutton->SetDefault();
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(controls.testpattern, AtCentre());

@@ -10,40 +10,39 @@ namespace {
 
 constexpr int kFirstId = wxID_HIGHEST + 100;
 
-// "ON" and "OFF" are written so in both languages; the catalogue has no text for them.
 constexpr std::array<MenuRow, 28> kMenuRows{{
-    {"menu_file", "", 155, "", wxITEM_DROPDOWN},
-    {"menu_file_open", "menu_file", 151, "", wxITEM_NORMAL},
-    {"menu_file_save", "menu_file", 152, "", wxITEM_NORMAL},
-    {"menu_file_saveas", "menu_file", 153, "", wxITEM_NORMAL},
-    {"", "menu_file", 0, "", wxITEM_SEPARATOR},
-    {"menu_file_exit", "menu_file", 156, "", wxITEM_NORMAL},
-    {"menu_opt", "", 116, "", wxITEM_DROPDOWN},
-    {"menu_opt_auto", "menu_opt", 161, "", wxITEM_DROPDOWN},
-    {"menu_opt_auto_on", "menu_opt_auto", 0, "ON", wxITEM_RADIO},
-    {"menu_opt_auto_off", "menu_opt_auto", 0, "OFF", wxITEM_RADIO},
-    {"", "menu_opt", 0, "", wxITEM_SEPARATOR},
-    {"menu_opt_simple", "menu_opt", 218, "", wxITEM_RADIO},
-    {"menu_opt_detailed", "menu_opt", 219, "", wxITEM_RADIO},
-    {"", "menu_opt", 0, "", wxITEM_SEPARATOR},
-    {"menu_opt_projection", "menu_opt", 214, "", wxITEM_DROPDOWN},
-    {"menu_opt_ud_reverse", "menu_opt_projection", 215, "", wxITEM_CHECK},
-    {"menu_opt_lr_reverse", "menu_opt_projection", 216, "", wxITEM_CHECK},
-    {"", "menu_opt", 0, "", wxITEM_SEPARATOR},
-    {"menu_opt_pjmode", "menu_opt", 114, "", wxITEM_NORMAL},
-    {"menu_opt_setting", "menu_opt", 113, "", wxITEM_NORMAL},
-    {"menu_disp", "", 157, "", wxITEM_DROPDOWN},
-    {"menu_disp_magnification", "menu_disp", 158, "", wxITEM_RADIO},
-    {"menu_disp_regular", "menu_disp", 159, "", wxITEM_RADIO},
-    {"menu_disp_small", "menu_disp", 160, "", wxITEM_RADIO},
-    {"menu_help", "", 117, "", wxITEM_DROPDOWN},
-    {"menu_help_doc", "menu_help", 213, "", wxITEM_NORMAL},
-    {"", "menu_help", 0, "", wxITEM_SEPARATOR},
-    {"menu_help_about", "menu_help", 118, "", wxITEM_NORMAL},
+    {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
+    {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL},
+    {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL},
+    {"menu_file_saveas", "menu_file", kMsgMenuSaveAs, wxITEM_NORMAL},
+    {"", "menu_file", {}, wxITEM_SEPARATOR},
+    {"menu_file_exit", "menu_file", kMsgMenuExit, wxITEM_NORMAL},
+    {"menu_opt", "", kMsgMenuOptions, wxITEM_DROPDOWN},
+    {"menu_opt_auto", "menu_opt", kMsgRealTime, wxITEM_DROPDOWN},
+    {"menu_opt_auto_on", "menu_opt_auto", ToolText::kRealTimeOn, wxITEM_RADIO},
+    {"menu_opt_auto_off", "menu_opt_auto", ToolText::kRealTimeOff, wxITEM_RADIO},
+    {"", "menu_opt", {}, wxITEM_SEPARATOR},
+    {"menu_opt_simple", "menu_opt", kMsgMenuSimpleMode, wxITEM_RADIO},
+    {"menu_opt_detailed", "menu_opt", kMsgMenuDetailedMode, wxITEM_RADIO},
+    {"", "menu_opt", {}, wxITEM_SEPARATOR},
+    {"menu_opt_projection", "menu_opt", kMsgMenuProjectionOrientation, wxITEM_DROPDOWN},
+    {"menu_opt_ud_reverse", "menu_opt_projection", kMsgMenuProjectDownward, wxITEM_CHECK},
+    {"menu_opt_lr_reverse", "menu_opt_projection", kMsgMenuProjectRight, wxITEM_CHECK},
+    {"", "menu_opt", {}, wxITEM_SEPARATOR},
+    {"menu_opt_pjmode", "menu_opt", kMsgMenuModeSettings, wxITEM_NORMAL},
+    {"menu_opt_setting", "menu_opt", kMsgMenuCommunicationSettings, wxITEM_NORMAL},
+    {"menu_disp", "", kMsgMenuDisplay, wxITEM_DROPDOWN},
+    {"menu_disp_magnification", "menu_disp", kMsgMenuMagnification, wxITEM_RADIO},
+    {"menu_disp_regular", "menu_disp", kMsgMenuRegular, wxITEM_RADIO},
+    {"menu_disp_small", "menu_disp", kMsgMenuSmall, wxITEM_RADIO},
+    {"menu_help", "", kMsgMenuHelp, wxITEM_DROPDOWN},
+    {"menu_help_doc", "menu_help", kMsgMenuReadMe, wxITEM_NORMAL},
+    {"", "menu_help", {}, wxITEM_SEPARATOR},
+    {"menu_help_about", "menu_help", kMsgMenuAbout, wxITEM_NORMAL},
 }};
 
 wxString MenuCaption(const LSSglobal& global, const MenuRow& row) {
-  return row.caption == 0 ? wxString(row.literal) : CaptionOf(global, row.caption);
+  return std::visit([&global](auto caption) { return CaptionOf(global, caption); }, row.caption);
 }
 
 }  // namespace

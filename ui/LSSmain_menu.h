@@ -4,8 +4,11 @@
 
 #include <span>
 #include <string_view>
+#include <variant>
 
 #include "core/LSSglobal.h"
+#include "core/catalogue.h"
+#include "core/message_numbers.h"
 
 // The main window's menu bar as a table. Items are known by their product names.
 
@@ -14,9 +17,8 @@ namespace warpline {
 struct MenuRow {
   const char* name;    // product name; "" is a separator
   const char* parent;  // name of the menu that holds it; "" for a menu of the bar
-  int caption;         // message number; 0: the literal below
-  const char* literal;
-  wxItemKind kind;  // wxITEM_DROPDOWN: a menu of its own
+  std::variant<MessageId, ToolText> caption;  // a separator's says nothing
+  wxItemKind kind;                            // wxITEM_DROPDOWN: a menu of its own
 };
 
 std::span<const MenuRow> MenuRows();

@@ -12,18 +12,6 @@
 namespace warpline {
 namespace {
 
-enum SetCaption : int {
-  kTitle = 20,
-  kDevices = 30,
-  kSerialCaption = 31,
-  kPort = 32,
-  kSpeed = 33,
-  kLanCaption = 34,
-  kAddress = 35,
-  kUsbCaption = 36,
-  kUsbPort = 37,
-};
-
 constexpr const char* kWidestAddress = "888.888.888.888";
 
 // Everything but characters that an address cannot have: editing keys and shortcuts pass.
@@ -36,8 +24,8 @@ bool IsAddressKey(const wxKeyEvent& event) {
 }  // namespace
 
 LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
-    : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE, "LSSset"),
+    : wxDialog(owner, wxID_ANY, CaptionOf(global, kMsgCommunicationSettings), wxDefaultPosition,
+               wxDefaultSize, wxDEFAULT_DIALOG_STYLE, "LSSset"),
       global_(global),
       messages_(messages) {
   auto* all = new wxBoxSizer(wxVERTICAL);
@@ -54,12 +42,13 @@ LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
 
 // The option buttons come first in tab order: one group has to be created in one go.
 wxSizer* LSSset::CreateFields() {
-  auto* frame = new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global_, kDevices));
+  auto* frame =
+      new wxStaticBoxSizer(wxVERTICAL, this, CaptionOf(global_, kMsgCommunicationsDevice));
   wxWindow* box = frame->GetStaticBox();
   const ControlMaker make(box, global_);
-  devices_ = {make.RadioButton("com_option", kSerialCaption, true),
-              make.RadioButton("lan_option", kLanCaption, false),
-              make.RadioButton("usb_option", kUsbCaption, false)};
+  devices_ = {make.RadioButton("com_option", kMsgSerial, true),
+              make.RadioButton("lan_option", kMsgLan, false),
+              make.RadioButton("usb_option", kMsgUsb, false)};
   auto* grid = new wxFlexGridSizer(3, wxSize(WideGap(this), Gap(this)));
   grid->AddGrowableCol(2);
   const auto add_row = [&](wxWindow* option, int device, int caption, wxWindow* field) {
@@ -74,17 +63,17 @@ wxSizer* LSSset::CreateFields() {
     grid->Add(text, AtCentre());
     grid->Add(field, wxSizerFlags().Expand());
   };
-  com_port_ = make.Choice("Combo1", kPort, kComPortNames);
-  add_row(devices_[kSerial], kSerial, kPort, com_port_);
-  com_speed_ = make.Choice("Combo2", kSpeed, kSerialSpeeds);
-  add_row(nullptr, kSerial, kSpeed, com_speed_);
+  com_port_ = make.Choice("Combo1", kMsgPort, kComPortNames);
+  add_row(devices_[kSerial], kSerial, kMsgPort, com_port_);
+  com_speed_ = make.Choice("Combo2", kMsgSpeed, kSerialSpeeds);
+  add_row(nullptr, kSerial, kMsgSpeed, com_speed_);
   address_ = new wxTextCtrl(box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, 0,
                             wxDefaultValidator, "Text1");
   address_->SetMinSize(
       wxSize(address_->GetSizeFromTextSize(address_->GetTextExtent(kWidestAddress).x).x, -1));
-  add_row(devices_[kLan], kLan, kAddress, address_);
-  usb_port_ = make.Choice("Combo3", kUsbPort, kUsbPortNames);
-  add_row(devices_[kUsb], kUsb, kUsbPort, usb_port_);
+  add_row(devices_[kLan], kLan, kMsgIpAddress, address_);
+  usb_port_ = make.Choice("Combo3", kMsgUsbPort, kUsbPortNames);
+  add_row(devices_[kUsb], kUsb, kMsgUsbPort, usb_port_);
   frame->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
   return frame;
 }

@@ -8,18 +8,18 @@
 namespace warpline {
 namespace {
 
-constexpr int kTitle = 179;
-constexpr int kShapes[] = {180, 181, 182};  // in the order of the shape numbers
-constexpr int kListWidth = 240;             // DIP
+constexpr int kShapes[] = {kMsgArch, kMsgDiagonalLine,
+                           kMsgTriangle};  // in the order of the shape numbers
+constexpr int kListWidth = 240;            // DIP
 
 }  // namespace
 
 LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
-    : wxDialog(owner, wxID_ANY, CaptionOf(global, kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE, "LSSshape"),
+    : wxDialog(owner, wxID_ANY, CaptionOf(global, kMsgSelectShape), wxDefaultPosition,
+               wxDefaultSize, wxDEFAULT_DIALOG_STYLE, "LSSshape"),
       shape_(kNoShape) {
   const ControlMaker make(this, global);
-  list_ = make.Choice("Combo1", kTitle);
+  list_ = make.Choice("Combo1", kMsgSelectShape);
   for (const int shape : kShapes) list_->Append(make.Text(shape));
   list_->SetSelection(0);
   list_->SetMinSize(wxSize(FromDIP(kListWidth), -1));

@@ -12,19 +12,6 @@
 namespace warpline {
 namespace {
 
-enum EditorCaption : int {
-  kInitialize = 6,
-  kTitle = 167,
-  kPointCount = 183,
-  kInterpolation = 184,
-  kSymmetry = 185,
-  kFixed = 186,
-  kReverse = 187,
-  kNormalize = 188,
-  kLoad = 193,
-  kSave = 194,
-};
-
 // The graph at first, in DIP: the scale is then about 1.5.
 constexpr int kFirstGraphWidth = 826;
 constexpr int kFirstGraphHeight = 300;
@@ -32,7 +19,7 @@ constexpr const char* kWidestCoordinate = "0.0000";
 
 wxString TitleOf(const LSSglobal& global, Axis axis) {
   const int group = AxisOfGroup(kGroupVertical) == axis ? kGroupVertical : kGroupHorizontal;
-  return CaptionOf(global, kTitle) + " - " +
+  return CaptionOf(global, kMsgEditCurve) + " - " +
          CaptionOf(global, kGroupCaptions[static_cast<std::size_t>(group)].group);
 }
 
@@ -75,25 +62,25 @@ wxSizer* LSSwedit::CreateColumn() {
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags field = wxSizerFlags().Expand().Border(wxTOP, Gap(this) / 2);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, WideGap(this));
-  column->Add(make.Caption(kPointCount), wxSizerFlags().Expand());
+  column->Add(make.Caption(kMsgPointCount), wxSizerFlags().Expand());
   point_num_ = new wxSpinCtrl(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS,
                               kMinCurvePoints, kMaxCurvePoints, kMinCurvePoints, "point_num");
   column->Add(point_num_, field);
-  column->Add(make.Caption(kInterpolation), below);
-  line_interp_ = make.Choice("line_interp", kInterpolation);
+  column->Add(make.Caption(kMsgInterpolation), below);
+  line_interp_ = make.Choice("line_interp", kMsgInterpolation);
   for (const InterpolationEntry& entry : kInterpolationEntries) {
     line_interp_->Append(make.Text(entry.text));
   }
   column->Add(line_interp_, field);
-  fixedpos_ = make.CheckBox("fixedpos", kFixed);
+  fixedpos_ = make.CheckBox("fixedpos", kMsgFixed);
   column->Add(fixedpos_, below);
-  symmetry_ = make.CheckBox("symmetry", kSymmetry);
+  symmetry_ = make.CheckBox("symmetry", kMsgSymmetry);
   column->Add(symmetry_, field);
-  initselect_ = make.Button("initselect", kInitialize);
-  reverse_ = make.Button("reverse", kReverse);
-  regularize_ = make.Button("regularize", kNormalize);
-  importbutton_ = make.Button("importbutton", kLoad);
-  exportbutton_ = make.Button("exportbutton", kSave);
+  initselect_ = make.Button("initselect", kMsgInitialize);
+  reverse_ = make.Button("reverse", kMsgReverse);
+  regularize_ = make.Button("regularize", kMsgNormalize);
+  importbutton_ = make.Button("importbutton", kMsgLoad);
+  exportbutton_ = make.Button("exportbutton", kMsgSave);
   auto* works = new wxGridSizer(2, wxSize(Gap(this), Gap(this)));
   for (wxButton* button : {reverse_, regularize_, importbutton_, exportbutton_}) {
     works->Add(button, wxSizerFlags().Expand());

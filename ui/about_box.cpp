@@ -12,14 +12,6 @@
 namespace warpline {
 namespace {
 
-enum AboutCaption : int {
-  kProgramTitle = 1,
-  kAbout = 25,
-  kVersion = 60,
-  kDescription = 61,
-  kMaker = 62,
-};
-
 constexpr const char* kVersionNumber = "3.0";
 constexpr int kTextWidth = 360;  // DIP
 constexpr int kPictureSize = 64;
@@ -27,7 +19,7 @@ constexpr int kPictureSize = 64;
 class AboutBox : public wxDialog {
  public:
   AboutBox(wxWindow* owner, const LSSglobal& global)
-      : wxDialog(owner, wxID_ANY, CaptionOf(global, kAbout), wxDefaultPosition, wxDefaultSize,
+      : wxDialog(owner, wxID_ANY, CaptionOf(global, kMsgAbout), wxDefaultPosition, wxDefaultSize,
                  wxDEFAULT_DIALOG_STYLE, "about_box") {
     auto* line = new wxBoxSizer(wxHORIZONTAL);
     line->Add(new wxStaticBitmap(this, wxID_ANY, ProgramPicture(kPictureSize)));
@@ -41,15 +33,15 @@ class AboutBox : public wxDialog {
 
  private:
   wxSizer* CreateTexts(const LSSglobal& global) {
-    auto* title = CreateText("about_title", CaptionOf(global, kProgramTitle));
+    auto* title = CreateText("about_title", CaptionOf(global, kMsgTitle));
     title->SetFont(title->GetFont().Bold().Scaled(1.3F));
     auto* column = new wxBoxSizer(wxVERTICAL);
     const wxSizerFlags below = wxSizerFlags().Border(wxTOP, WideGap(this));
     column->Add(title);
-    column->Add(CreateText("about_version", CaptionOf(global, kVersion) + kVersionNumber),
+    column->Add(CreateText("about_version", CaptionOf(global, kMsgVersion) + kVersionNumber),
                 wxSizerFlags().Border(wxTOP, Gap(this)));
-    column->Add(CreateText("about_text", CaptionOf(global, kDescription)), below);
-    column->Add(CreateText("about_maker", CaptionOf(global, kMaker)), below);
+    column->Add(CreateText("about_text", CaptionOf(global, kMsgDescription)), below);
+    column->Add(CreateText("about_maker", CaptionOf(global, kMsgMaker)), below);
     return column;
   }
 

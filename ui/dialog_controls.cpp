@@ -4,12 +4,6 @@
 #include "ui/wx_text.h"
 
 namespace warpline {
-namespace {
-
-enum ButtonCaption : int { kCancelCaption = 8, kOkCaption = 9, kApplyCaption = 10 };
-
-}  // namespace
-
 wxString ControlMaker::Text(int caption) const {
   return CaptionOf(global_, caption);
 }
@@ -49,9 +43,9 @@ wxChoice* ControlMaker::Choice(const char* name, int caption,
 
 DialogButtons CreateDialogButtons(const ControlMaker& make, bool with_apply) {
   DialogButtons buttons;
-  buttons.ok = make.Button("OKButton", kOkCaption, wxID_OK);
-  buttons.cancel = make.Button("CancelButton", kCancelCaption, wxID_CANCEL);
-  if (with_apply) buttons.apply = make.Button("applybutton", kApplyCaption);
+  buttons.ok = make.Button("OKButton", kMsgOk, wxID_OK);
+  buttons.cancel = make.Button("CancelButton", kMsgCancel, wxID_CANCEL);
+  if (with_apply) buttons.apply = make.Button("applybutton", kMsgApply);
   buttons.ok->SetDefault();
   return buttons;
 }

@@ -11,25 +11,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kTitleOpen = 144;
-constexpr int kTitleSaveAs = 146;
-
 // "Data Files (*.wlt)|*.wlt|All Files (*.*)|*.*": the second pattern has to be the system's own.
-wxString FilterOf(const std::string& type) {
-  return wxString::Format("Data Files (*.%s)|*.%s|All Files (*.*)|%s", WxText(type), WxText(type),
-                          wxFileSelectorDefaultWildcardStr);
+wxString FilterOf(const LSSglobal& global, const std::string& type) {
+  return WxText(FilledText(TextOf(global, ToolText::kFileTypes),
+                           {type, wxString(wxFileSelectorDefaultWildcardStr).utf8_string()}));
 }
 
-fs::path ChooseToOpen(const wxString& title, const std::string& type, wxWindow* owner,
+fs::path ChooseToOpen(const LSSglobal& global, const std::string& type, wxWindow* owner,
                       const fs::path& folder) {
-  wxFileDialog dialog(owner, title, WxPath(folder), "", FilterOf(type),
-                      wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  wxFileDialog dialog(owner, CaptionOf(global, kMsgOpen), WxPath(folder), "",
+                      FilterOf(global, type), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   return dialog.ShowModal() == wxID_OK ? PathOfWx(dialog.GetPath()) : fs::path();
 }
 
-fs::path ChooseToSave(const wxString& title, const std::string& type, wxWindow* owner,
+fs::path ChooseToSave(const LSSglobal& global, const std::string& type, wxWindow* owner,
                       const fs::path& folder, const fs::path& current) {
-  wxFileDialog dialog(owner, title, WxPath(folder), WxPath(current.filename()), FilterOf(type),
+  wxFileDialog dialog(owner, CaptionOf(global, kMsgSaveAs), WxPath(folder),
+                      WxPath(current.filename()), FilterOf(global, type),
                       wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   return dialog.ShowModal() == wxID_OK ? PathOfWx(dialog.GetPath()) : fs::path();
 }
@@ -39,10 +37,10 @@ fs::path ChooseToSave(const wxString& title, const std::string& type, wxWindow* 
 FileChoosers SystemFileChoosers(const LSSglobal& global, std::string_view type) {
   const std::string extension(type);
   return {[&global, extension](wxWindow* owner, const fs::path& folder) {
-            return ChooseToOpen(CaptionOf(global, kTitleOpen), extension, owner, folder);
+            return ChooseToOpen(global, extension, owner, folder);
           },
           [&global, extension](wxWindow* owner, const fs::path& folder, const fs::path& current) {
-            return ChooseToSave(CaptionOf(global, kTitleSaveAs), extension, owner, folder, current);
+            return ChooseToSave(global, extension, owner, folder, current);
           }};
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/LSSglobal.h"
 #include "core/catalogue.h"
+#include "core/message_numbers.h"
 #include "platform/files.h"
 
 // Between the toolkit's texts and those of the rest of the program (UTF-8, paths).
@@ -28,6 +29,9 @@ inline std::filesystem::path PathOfWx(const wxString& text) {
 // A catalogue text as a caption: access keys marked.
 inline wxString CaptionOf(const LSSglobal& global, int number) {
   return WxText(TextOf(global, number));
+}
+inline wxString CaptionOf(const LSSglobal& global, ToolText key) {
+  return WxText(TextOf(global, key));
 }
 
 }  // namespace warpline
