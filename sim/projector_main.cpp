@@ -19,16 +19,23 @@
 #include "sim/station/control.h"
 #include "sim/station/server.h"
 #include "sim/stop_signal.h"
+#include "sim/texts/projector_texts.h"
 #include "sim/window/window.h"
 
 namespace {
 
 using warpline::sim::ControlServer;
 using warpline::sim::ProjectorOptions;
+using warpline::sim::ProjectorText;
+using warpline::sim::ProjectorTexts;
 using warpline::sim::RecordedEvent;
 using warpline::sim::Recorder;
 using warpline::sim::Server;
 using warpline::sim::Station;
+
+const ProjectorTexts& TextsOf(const ProjectorOptions& options) {
+  return warpline::sim::ProjectorTextsOf(options.Language);
+}
 
 bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& options) {
   std::string reason;
@@ -66,7 +73,8 @@ void TellPlaces(const Server& server, const ControlServer& control,
 }
 
 // Nothing, and the reason is told, when it cannot be used.
-std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::path& path) {
+std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::path& path,
+                                                        const ProjectorTexts& texts) {
   std::string text;
   std::string reason;
   if (const std::error_code error = warpline::ReadWholeFile(path, text)) {
@@ -74,16 +82,17 @@ std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::p
   } else if (auto events = warpline::sim::ParseRecording(text, reason)) {
     return events;
   }
-  std::cerr << "The recording \"" << warpline::Utf8Of(path) << "\" cannot be used: " << reason
+  std::cerr << texts.Fill(ProjectorText::kRecordingUnusable, {warpline::Utf8Of(path), reason})
             << "\n";
   return std::nullopt;
 }
 
 // A file that records; null, and told, when it cannot be written.
-std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path) {
+std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path,
+                                          const ProjectorTexts& texts) {
   auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
   if (*file) return file;
-  std::cerr << "The recording \"" << warpline::Utf8Of(path) << "\" cannot be written.\n";
+  std::cerr << texts.Fill(ProjectorText::kRecordingNotWritable, {warpline::Utf8Of(path)}) << "\n";
   return nullptr;
 }
 
@@ -98,11 +107,10 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
   TellPlaces(server, control, options);
   if (!options.Headless) {
     const warpline::sim::WindowRequest request{
-        station, TextOf(server, options),
-        options.Japanese ? warpline::Language::kJapanese : warpline::Language::kEnglish,
+        station, TextOf(server, options), options.Language,
         [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }};
     options.Headless = !RunWindow(request);
-    if (options.Headless) std::cerr << "No window can be shown; running without." << std::endl;
+    if (options.Headless) std::cerr << TextsOf(options)[ProjectorText::kNoWindow] << std::endl;
   }
   if (options.Headless) stop.Wait();
   control.Stop();
@@ -112,7 +120,7 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
 
 int Run(ProjectorOptions options) {
   if (options.Replay) {
-    options.Station.Replay = ReadRecording(*options.Replay);
+    options.Station.Replay = ReadRecording(*options.Replay, TextsOf(options));
     if (!options.Station.Replay) return 1;
   }
   if (options.ReplayTo) {
@@ -120,12 +128,12 @@ int Run(ProjectorOptions options) {
                                                                                               : 1;
   }
   if (!options.Record) return Serve(std::move(options), nullptr);
-  const std::unique_ptr<std::ofstream> file = OpenRecord(*options.Record);
+  const std::unique_ptr<std::ofstream> file = OpenRecord(*options.Record, TextsOf(options));
   if (!file) return 1;
   Recorder recorder(*file);
   const int exit_code = Serve(options, &recorder);
   if (*file) return exit_code;
-  std::cerr << "The recording is not complete: the file could not be written.\n";
+  std::cerr << TextsOf(options)[ProjectorText::kRecordingIncomplete] << "\n";
   return 1;
 }
 

@@ -1,153 +1,198 @@
 #include "sim/projector_options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
 #include <random>
 #include <string_view>
+#include <utility>
+#include <variant>
 
-#include "platform/environment.h"
+#include "core/language_word.h"
 #include "platform/files.h"
 #include "sim/device/profile.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 namespace {
 
-constexpr const char* kDescription =
-    "A simulated projector. It keeps the correction registers that the tool sends, checks every "
-    "frame, and shows what the corrected picture looks like. It listens on this machine only.";
+using Text = ProjectorText;
 
-constexpr const char* kFooter =
-    "Faults: a rule is WHEN:WHAT.\n"
-    "  WHEN  conditions with commas between: nth=N (the Nth exchange, from 1), kind=NAME (any,\n"
-    "        probe, class, running, panel, status, input, prepare, mode, block or a command\n"
-    "        number), every=N, once, chance=P, always\n"
-    "  WHAT  of an exchange: timeout, refuse, unkept, short, long, duplicate, checksum, late=MS,\n"
-    "        late=MS~JITTER, slow, cut, cutmid, restart; of a connection: refuselink, halfopen,\n"
-    "        single\n"
-    "  Example: --fault kind=21:refuse --fault nth=3:late=400 --fault chance=0.1:checksum\n"
-    "When it is ready it prints \"listening on \" and the place, and with --control a second "
-    "line,\n"
-    "\"control on \" and the place. Ctrl+C or SIGTERM ends it.\n"
-    "Exit codes: 0 ended as asked, 1 it could not work, 2 wrong usage.";
+constexpr std::uint64_t kAnyNumber = std::numeric_limits<std::uint64_t>::max();
 
 // What the words say, before it is understood.
 struct RawOptions {
-  std::string listen;
-  std::string panel;
-  std::string profile;
-  std::string control;
-  std::string record;
-  std::string replay;
-  std::string replay_to;
-  std::string power = "on";
-  std::string serial;
-  std::string state;
-  std::string picture;
-  std::vector<std::string> faults;
-  int usb = 0;
-  int speed_up = 1;
-  std::optional<int> model_class;
-  std::optional<int> reply5;
-  std::optional<std::uint64_t> seed;
+  using Word = std::string;
+  using Words = std::vector<std::string>;
+  using Number = std::optional<std::uint64_t>;
+
+  Word listen, panel, profile, control, record, replay, replay_to, serial, state, picture, language;
+  Word power = "on";
+  Words faults;
+  Number usb, model_class, reply5, seed;
+  Number speed_up = 1;
   bool fast_serial = false;
   bool no_panel_info = false;
   bool headless = false;
-  std::string language;
   bool no_discovery = false;
 };
 
-void DeclareRecording(CLI::App& app, RawOptions& raw) {
-  auto* record = app.add_option("--record", raw.record,
-                                "Text file that every exchange is written to as it happens");
-  auto* replay = app.add_option("--replay", raw.replay,
-                                "Recording that every answer is taken from; what it does not hold "
-                                "is not answered, and told")
-                     ->excludes(record);
-  app.add_option("--replay-to", raw.replay_to,
-                 "ADDRESS:PORT (loopback) of a projector that the recording's requests are put "
-                 "to; tells the answers that differ and ends: 0 all agree, 1 not")
-      ->needs(replay);
+using Place = std::variant<RawOptions::Word RawOptions::*, RawOptions::Words RawOptions::*,
+                           RawOptions::Number RawOptions::*, bool RawOptions::*>;
+
+struct OptionRow {
+  const char* name;
+  Place place;
+  Text help;
+  std::vector<std::string> choices = {};  // the words that are allowed; none: all
+  std::uint64_t least = 0;
+  std::uint64_t most = kAnyNumber;
+  bool shows_default = false;
+};
+
+constexpr std::uint64_t kHighestByte = 255;
+
+std::vector<OptionRow> OptionRows() {
+  using R = RawOptions;
+  return {
+      {"--listen", &R::listen, Text::kOptionListen},
+      {"--usb", &R::usb, Text::kOptionUsb, {}, 1, kHighestPortNumber},
+      {"--serial", &R::serial, Text::kOptionSerial},
+      {"--fast-serial", &R::fast_serial, Text::kOptionFastSerial},
+      {"--profile", &R::profile, Text::kOptionProfile},
+      {"--panel", &R::panel, Text::kOptionPanel},
+      {"--no-panel-info", &R::no_panel_info, Text::kOptionNoPanelInfo},
+      {"--class", &R::model_class, Text::kOptionClass, {}, 0, kHighestByte},
+      {"--reply5", &R::reply5, Text::kOptionReply5, {}, 0, kHighestByte},
+      {"--power", &R::power, Text::kOptionPower, {"on", "standby"}, 0, 0, true},
+      {"--speed-up", &R::speed_up, Text::kOptionSpeedUp, {}, 1, kHighestSpeedUp, true},
+      {"--no-discovery", &R::no_discovery, Text::kOptionNoDiscovery},
+      {"--headless", &R::headless, Text::kOptionHeadless},
+      {"--language", &R::language, Text::kOptionLanguage, {"ja", "en"}},
+      {"--state", &R::state, Text::kOptionState},
+      {"--picture", &R::picture, Text::kOptionPicture},
+      {"--fault", &R::faults, Text::kOptionFault},
+      {"--seed", &R::seed, Text::kOptionSeed},
+      {"--control", &R::control, Text::kOptionControl},
+      {"--record", &R::record, Text::kOptionRecord},
+      {"--replay", &R::replay, Text::kOptionReplay},
+      {"--replay-to", &R::replay_to, Text::kOptionReplayTo},
+  };
 }
 
-void Declare(CLI::App& app, RawOptions& raw) {
-  app.footer(kFooter);
-  auto* listen = app.add_option("--listen", raw.listen,
-                                "ADDRESS:PORT to serve the LAN on; a loopback address; port 0 "
-                                "takes a free one (default 127.0.0.1:7142)");
-  app.add_option("--usb", raw.usb, "Serve as USB port N (1 to 8): 127.0.0.1, port 7200 + N")
-      ->check(CLI::Range(1, kHighestPortNumber))
-      ->excludes(listen);
-  app.add_option("--serial", raw.serial,
-                 "Also offer a serial device at PATH (a pseudo-terminal; not on Windows)");
-  app.add_flag("--fast-serial", raw.fast_serial,
-               "Let the serial device's bytes pass at once and not at the speed that is set");
-  app.add_option("--profile", raw.profile,
-                 "JSON file that says what the projector is; the options below change it");
-  app.add_option("--panel", raw.panel,
-                 "Panel size WxH, 64 to 4096 pixels each way (default 1024x768)");
-  app.add_flag("--no-panel-info", raw.no_panel_info, "Do not report the panel size when asked");
-  app.add_option("--class", raw.model_class,
-                 "Model class: below 2 no correction, below 3 no store, 3 and 4 store as a whole "
-                 "block, from 5 on by command (default 5)")
-      ->check(CLI::Range(0, 255));
-  app.add_option("--reply5", raw.reply5,
-                 "Byte 5 of the model-class answer (memory layout, default 0)")
-      ->check(CLI::Range(0, 255));
-  app.add_option("--power", raw.power, "Power state")
-      ->check(CLI::IsMember({"on", "standby"}))
-      ->capture_default_str();
-  app.add_option("--speed-up", raw.speed_up,
-                 "How many times as fast it warms up (30 s) and cools down (60 s)")
-      ->check(CLI::Range(1, kHighestSpeedUp))
-      ->capture_default_str();
-  app.add_flag("--no-discovery", raw.no_discovery,
-               "Do not answer when the tool searches for projectors");
-  app.add_flag("--headless", raw.headless, "Run without a window");
-  app.add_option("--language", raw.language,
-                 "Language of the window, ja or en; the system's if not given")
-      ->check(CLI::IsMember({"ja", "en"}));
-  app.add_option("--state", raw.state,
-                 "JSON file that is rewritten after every exchange; the stored correction is read "
-                 "back from it at start");
-  app.add_option("--picture", raw.picture,
-                 "PNG file of the corrected test picture, rewritten whenever it changes");
-  app.add_option("--fault", raw.faults, "A fault rule, see below; may be given several times")
-      ->take_all()
-      ->allow_extra_args(false);
-  app.add_option("--seed", raw.seed,
-                 "Seed of the faults that are left to chance; a new one is drawn and printed "
-                 "without it");
-  app.add_option("--control", raw.control,
-                 "ADDRESS:PORT (loopback) that takes commands as lines of text: help lists them");
-  DeclareRecording(app, raw);
+// The two must not stand together.
+constexpr std::pair<const char*, const char*> kExclusive[] = {{"--usb", "--listen"},
+                                                              {"--replay", "--record"}};
+constexpr std::pair<const char*, const char*> kNeeds[] = {{"--replay-to", "--replay"}};
+
+std::string ListOf(const std::vector<std::string>& choices) {
+  std::string text;
+  for (const std::string& choice : choices) text += (text.empty() ? "{" : ",") + choice;
+  return text + "}";
 }
 
-bool ParsePlace(const std::string& option, std::string_view text, Endpoint& endpoint,
-                std::string& reason) {
-  const std::size_t colon = text.rfind(':');
-  const std::optional<std::uint32_t> address = LoopbackAddress(text.substr(0, colon));
-  const std::optional<std::uint16_t> port =
-      colon == std::string_view::npos ? std::nullopt : PortNumber(text.substr(colon + 1));
-  if (!address) {
-    reason = option +
-             " needs a loopback address (127.x.x.x or localhost) and a port, as in "
-             "127.0.0.1:7142; the simulated projector serves this machine only.";
-  } else if (!port) {
-    reason = option + " needs a port from 0 to 65535 behind the address, as in 127.0.0.1:7142.";
-  } else {
-    endpoint = {*address, *port};
+// What the help calls the value.
+std::string ValueName(const OptionRow& row, const ProjectorTexts& texts) {
+  if (!row.choices.empty()) return texts[Text::kTextLabel] + ":" + ListOf(row.choices);
+  if (!std::holds_alternative<RawOptions::Number RawOptions::*>(row.place)) {
+    return texts[Text::kTextLabel];
   }
-  return address && port;
+  if (row.most == kAnyNumber) return texts[Text::kNumberLabel];
+  return texts.Fill(Text::kRangeLabel, {std::to_string(row.least), std::to_string(row.most)});
 }
 
-bool ParseFaults(const std::vector<std::string>& texts, ProjectorOptions& options,
-                 std::string& reason) {
-  for (const std::string& text : texts) {
-    const std::optional<FaultRule> rule = ParseFaultRule(text, reason);
-    if (!rule) return false;
-    options.LeftToChance = options.LeftToChance || rule->Chance < 1 || rule->Jitter.count() > 0;
-    options.Station.Faults.push_back(*rule);
+// What is wrong with a value; empty: nothing.
+std::string ComplaintAboutChoice(const OptionRow& row, const std::string& value,
+                                 const ProjectorTexts& texts) {
+  if (row.choices.empty() || std::ranges::count(row.choices, value) > 0) return {};
+  return texts.Fill(Text::kNotAChoice, {value, ListOf(row.choices)});
+}
+
+std::string ComplaintAboutNumber(const OptionRow& row, const std::string& value,
+                                 const ProjectorTexts& texts) {
+  std::uint64_t number = 0;
+  const bool is_number = CLI::detail::lexical_cast(value, number);
+  if (is_number && number >= row.least && number <= row.most) return {};
+  if (row.most == kAnyNumber) return texts.Fill(Text::kNotANumber, {value});
+  return texts.Fill(Text::kNotInRange,
+                    {value, std::to_string(row.least), std::to_string(row.most)});
+}
+
+// One way to declare an option for each type of place.
+struct Declarer {
+  CLI::App& app;
+  const OptionRow& row;
+  const ProjectorTexts& texts;
+
+  void operator()(bool& flag) const { app.add_flag(row.name, flag, texts[row.help]); }
+
+  void operator()(RawOptions::Number& number) const {
+    CLI::Option& option = WithValue(app.add_option(row.name, number, texts[row.help]));
+    option.check([this_row = row, &all = texts](const std::string& value) {
+      return ComplaintAboutNumber(this_row, value, all);
+    });
+    if (row.shows_default) option.default_str(std::to_string(*number));
   }
-  return true;
+
+  void operator()(RawOptions::Word& word) const {
+    CLI::Option& option = WithValue(app.add_option(row.name, word, texts[row.help]));
+    option.check([this_row = row, &all = texts](const std::string& value) {
+      return ComplaintAboutChoice(this_row, value, all);
+    });
+    if (row.shows_default) option.default_str(word);
+  }
+
+  void operator()(RawOptions::Words& words) const {
+    WithValue(app.add_option(row.name, words, texts[row.help])).take_all()->allow_extra_args(false);
+  }
+
+ private:
+  CLI::Option& WithValue(CLI::Option* option) const {
+    return *option->type_name(ValueName(row, texts));
+  }
+};
+
+void Declare(CLI::App& app, RawOptions& raw, const ProjectorTexts& texts) {
+  app.option_defaults()->group(texts[Text::kOptionsGroup]);
+  app.set_help_flag("-h,--help", texts[Text::kHelpOption]);
+  app.footer(texts[Text::kFooter]);
+  const auto formatter = std::make_shared<CLI::Formatter>();
+  formatter->label("Usage", texts[Text::kUsageLabel]);
+  formatter->label("OPTIONS", texts[Text::kOptionsLabel]);
+  formatter->label("Needs", texts[Text::kNeedsLabel]);
+  formatter->label("Excludes", texts[Text::kExcludesLabel]);
+  app.formatter(formatter);
+  for (const OptionRow& row : OptionRows()) {
+    std::visit([&](auto place) { Declarer{app, row, texts}(raw.*place); }, row.place);
+  }
+  for (const auto& [one, other] : kExclusive) app.get_option(one)->excludes(app.get_option(other));
+  for (const auto& [one, other] : kNeeds) app.get_option(one)->needs(app.get_option(other));
+}
+
+// The parser's own messages are English; what they say is said again in the user's language. They
+// begin with the option's name and, where two options are at odds, end with the other's.
+std::string Complaint(const CLI::App& app, const CLI::ParseError& error,
+                      const ProjectorTexts& texts) {
+  const std::string message = error.what();
+  const std::string first = message.substr(0, message.find_first_of(": "));
+  const std::string last = message.substr(message.rfind(' ') + 1);
+  switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
+    case CLI::ExitCodes::ValidationError:
+      return message;  // made of ours
+    case CLI::ExitCodes::ExtrasError:
+      return texts.Fill(Text::kUnexpectedWord, {app.remaining().front()});
+    case CLI::ExitCodes::ExcludesError:
+      return texts.Fill(Text::kExcludes, {first, last});
+    case CLI::ExitCodes::RequiresError:
+      return texts.Fill(Text::kRequires, {first, last});
+    case CLI::ExitCodes::ArgumentMismatch:
+      return texts.Fill(
+          app.get_option(first)->count() > 1 ? Text::kGivenTwice : Text::kMissingValue, {first});
+    default:
+      return texts.Fill(Text::kOtherUsageError, {message});
+  }
 }
 
 std::optional<std::filesystem::path> PathIfAny(const std::string& text) {
@@ -155,97 +200,131 @@ std::optional<std::filesystem::path> PathIfAny(const std::string& text) {
   return PathOf(text);
 }
 
-// A serial device alone needs no port.
-bool ChoosePlaces(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
-  options.Serial = PathIfAny(raw.serial);
-  if (raw.usb == 0 && raw.listen.empty() && options.Serial) return true;
-  Endpoint endpoint{Endpoint{}.Address, kDefaultLanPort};
-  if (raw.usb > 0) endpoint.Port = static_cast<std::uint16_t>(kUsbPortBase + raw.usb);
-  if (!raw.listen.empty() && !ParsePlace("--listen", raw.listen, endpoint, reason)) return false;
-  options.Listen = endpoint;
-  return true;
-}
-
-bool ParseControl(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
-  if (raw.control.empty()) return true;
-  options.Control.emplace();
-  return ParsePlace("--control", raw.control, *options.Control, reason);
-}
-
-bool ParseReplay(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
-  options.Record = PathIfAny(raw.record);
-  options.Replay = PathIfAny(raw.replay);
-  if (raw.replay_to.empty()) return true;
-  options.ReplayTo.emplace();
-  return ParsePlace("--replay-to", raw.replay_to, *options.ReplayTo, reason);
-}
-
-bool ReadProfile(const std::string& path, ProjectorSetup& projector, std::string& reason) {
-  if (path.empty()) return true;
-  std::string text;
-  if (const std::error_code error = ReadWholeFile(PathOf(path), text)) {
-    reason = SystemErrorText(error);
-  } else if (const std::optional<Profile> profile = ParseProfile(text, reason)) {
-    projector = profile->Projector;
-    return true;
-  }
-  reason = "The profile \"" + path + "\" cannot be used: " + reason;
-  return false;
-}
-
-// What the options say about the projector itself goes over what its profile says.
-bool DescribeProjector(const RawOptions& raw, ProjectorSetup& projector, std::string& reason) {
-  if (!ReadProfile(raw.profile, projector, reason)) return false;
-  projector.ModelClass = raw.model_class.value_or(projector.ModelClass);
-  projector.Reply5 = raw.reply5.value_or(projector.Reply5);
-  if (raw.no_panel_info) projector.ReportsPanel = false;
-  projector.PowerState = raw.power == "on" ? Power::kOn : Power::kStandby;
-  if (raw.panel.empty()) return true;
-  const std::optional<PanelSize> panel = PanelSizeOf(raw.panel);
-  projector.Panel = panel.value_or(projector.Panel);
-  if (!panel) {
-    reason = "--panel needs WIDTHxHEIGHT with 64 to 4096 pixels each way, as in 1024x768.";
-  }
-  return panel.has_value();
-}
-
 std::uint64_t NewSeed() {
   return std::random_device()() % 1'000'000;
 }
 
-bool Understand(const RawOptions& raw, ProjectorOptions& options, std::string& reason) {
-  options.Station.State = PathIfAny(raw.state);
-  options.Station.Picture = PathIfAny(raw.picture);
-  options.Station.Seed = raw.seed ? *raw.seed : NewSeed();
-  options.Station.SpeedUp = raw.speed_up;
-  options.FastSerial = raw.fast_serial;
-  options.Headless = raw.headless;
-  options.Japanese = raw.language.empty() ? SystemLanguageIsJapanese() : raw.language == "ja";
-  options.Discovery = !raw.no_discovery && raw.usb == 0;
-  return DescribeProjector(raw, options.Station.Projector, reason) &&
-         ChoosePlaces(raw, options, reason) && ParseControl(raw, options, reason) &&
-         ParseReplay(raw, options, reason) && ParseFaults(raw.faults, options, reason);
-}
+// Makes the options of what was said. A function that fails has set the reason.
+class OptionReader {
+ public:
+  OptionReader(const RawOptions& raw, const ProjectorTexts& texts) : raw_(raw), texts_(texts) {}
+
+  bool Read() {
+    options_.Station.State = PathIfAny(raw_.state);
+    options_.Station.Picture = PathIfAny(raw_.picture);
+    options_.Station.Seed = raw_.seed ? *raw_.seed : NewSeed();
+    options_.Station.SpeedUp = static_cast<int>(*raw_.speed_up);
+    options_.FastSerial = raw_.fast_serial;
+    options_.Headless = raw_.headless;
+    options_.Language = LanguageOfWord(raw_.language);
+    options_.Discovery = !raw_.no_discovery && !raw_.usb;
+    options_.Record = PathIfAny(raw_.record);
+    options_.Replay = PathIfAny(raw_.replay);
+    return DescribeProjector(options_.Station.Projector) && ChoosePlaces() &&
+           ReadPlaceIfAny("--control", raw_.control, options_.Control) &&
+           ReadPlaceIfAny("--replay-to", raw_.replay_to, options_.ReplayTo) && ReadFaults();
+  }
+
+  const ProjectorOptions& Options() const { return options_; }
+  const std::string& Reason() const { return reason_; }
+
+ private:
+  bool Fail(Text key, std::initializer_list<std::string> values = {}) {
+    reason_ = texts_.Fill(key, values);
+    return false;
+  }
+
+  bool ReadPlace(const std::string& option, std::string_view text, Endpoint& endpoint) {
+    const std::size_t colon = text.rfind(':');
+    const std::optional<std::uint32_t> address = LoopbackAddress(text.substr(0, colon));
+    const std::optional<std::uint16_t> port =
+        colon == std::string_view::npos ? std::nullopt : PortNumber(text.substr(colon + 1));
+    if (!address) return Fail(Text::kNotLoopback, {option});
+    if (!port) return Fail(Text::kBadPort, {option});
+    endpoint = {*address, *port};
+    return true;
+  }
+
+  bool ReadPlaceIfAny(const std::string& option, const std::string& text,
+                      std::optional<Endpoint>& endpoint) {
+    return text.empty() || ReadPlace(option, text, endpoint.emplace());
+  }
+
+  // A serial device alone needs no port.
+  bool ChoosePlaces() {
+    options_.Serial = PathIfAny(raw_.serial);
+    if (!raw_.usb && raw_.listen.empty() && options_.Serial) return true;
+    Endpoint endpoint{Endpoint{}.Address, kDefaultLanPort};
+    if (raw_.usb) endpoint.Port = static_cast<std::uint16_t>(kUsbPortBase + *raw_.usb);
+    if (!raw_.listen.empty() && !ReadPlace("--listen", raw_.listen, endpoint)) return false;
+    options_.Listen = endpoint;
+    return true;
+  }
+
+  bool ReadFaults() {
+    std::string reason;
+    for (const std::string& text : raw_.faults) {
+      const std::optional<FaultRule> rule = ParseFaultRule(text, reason);
+      if (!rule) return Fail(Text::kBadFault, {reason});
+      options_.LeftToChance = options_.LeftToChance || rule->Chance < 1 || rule->Jitter.count() > 0;
+      options_.Station.Faults.push_back(*rule);
+    }
+    return true;
+  }
+
+  bool ReadProfile(ProjectorSetup& projector) {
+    if (raw_.profile.empty()) return true;
+    std::string text;
+    std::string reason;
+    if (const std::error_code error = ReadWholeFile(PathOf(raw_.profile), text)) {
+      reason = SystemErrorText(error);
+    } else if (const std::optional<Profile> profile = ParseProfile(text, reason)) {
+      projector = profile->Projector;
+      return true;
+    }
+    return Fail(Text::kBadProfile, {raw_.profile, reason});
+  }
+
+  // What the options say about the projector itself goes over what its profile says.
+  bool DescribeProjector(ProjectorSetup& projector) {
+    if (!ReadProfile(projector)) return false;
+    if (raw_.model_class) projector.ModelClass = static_cast<int>(*raw_.model_class);
+    if (raw_.reply5) projector.Reply5 = static_cast<int>(*raw_.reply5);
+    if (raw_.no_panel_info) projector.ReportsPanel = false;
+    projector.PowerState = raw_.power == "on" ? Power::kOn : Power::kStandby;
+    if (raw_.panel.empty()) return true;
+    const std::optional<PanelSize> panel = PanelSizeOf(raw_.panel);
+    projector.Panel = panel.value_or(projector.Panel);
+    return panel || Fail(Text::kBadPanel);
+  }
+
+  const RawOptions& raw_;
+  const ProjectorTexts& texts_;
+  ProjectorOptions options_;
+  std::string reason_;
+};
 
 }  // namespace
 
 std::optional<ProjectorOptions> ParseProjectorOptions(const std::vector<std::string>& words,
                                                       std::ostream& out, std::ostream& err,
                                                       int& exit_code) {
-  CLI::App app(kDescription, "warpline-projector");
+  const ProjectorTexts& texts = ProjectorTextsOf(LanguageOfWord(LanguageWord(words)));
+  CLI::App app(texts[Text::kProgram], "warpline-projector");
   RawOptions raw;
-  Declare(app, raw);
+  Declare(app, raw, texts);
+  exit_code = 2;
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
+    OptionReader reader(raw, texts);
+    if (reader.Read()) return reader.Options();
+    err << reader.Reason() << "\n";
+  } catch (const CLI::Success&) {
+    out << app.help();
+    exit_code = 0;
   } catch (const CLI::ParseError& error) {
-    exit_code = app.exit(error, out, err) == 0 ? 0 : 2;
-    return std::nullopt;
+    err << Complaint(app, error, texts) << "\n" << texts[Text::kSeeHelp] << "\n";
   }
-  ProjectorOptions options;
-  std::string reason;
-  if (Understand(raw, options, reason)) return options;
-  err << reason << "\n";
-  exit_code = 2;
   return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/texts.h"
 #include "sim/line/socket.h"
 #include "sim/station/station.h"
 
@@ -24,7 +25,7 @@ struct ProjectorOptions {
   std::optional<Endpoint> ReplayTo;  // with Replay alone: serve nobody, ask that projector
   bool LeftToChance = false;         // a fault depends on the seed
   bool Headless = false;
-  bool Japanese = false;  // the window's language
+  warpline::Language Language = warpline::Language::kEnglish;
   bool Discovery = true;  // answer searches; only where it serves the LAN
 };
 

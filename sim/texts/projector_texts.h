@@ -2,11 +2,65 @@
 
 #include "core/texts.h"
 
-// The texts of the simulated projector's window, and the names of frames that recordings use too.
+// The texts of the simulated projector: its help, its complaints and its window. What other
+// programs read (rules of faults and why one is wrong, lines of the control port, the answers of a
+// replay, the line that tells where it listens) is the same in every language and stands in code.
 
 namespace warpline::sim {
 
 #define WARPLINE_PROJECTOR_TEXTS(X) \
+  X(Program)                        \
+  X(HelpOption)                     \
+  X(UsageLabel)                     \
+  X(OptionsLabel)                   \
+  X(OptionsGroup)                   \
+  X(NeedsLabel)                     \
+  X(ExcludesLabel)                  \
+  X(TextLabel)                      \
+  X(NumberLabel)                    \
+  X(RangeLabel)                     \
+  X(Footer)                         \
+  X(OptionListen)                   \
+  X(OptionUsb)                      \
+  X(OptionSerial)                   \
+  X(OptionFastSerial)               \
+  X(OptionProfile)                  \
+  X(OptionPanel)                    \
+  X(OptionNoPanelInfo)              \
+  X(OptionClass)                    \
+  X(OptionReply5)                   \
+  X(OptionPower)                    \
+  X(OptionSpeedUp)                  \
+  X(OptionNoDiscovery)              \
+  X(OptionHeadless)                 \
+  X(OptionLanguage)                 \
+  X(OptionState)                    \
+  X(OptionPicture)                  \
+  X(OptionFault)                    \
+  X(OptionSeed)                     \
+  X(OptionControl)                  \
+  X(OptionRecord)                   \
+  X(OptionReplay)                   \
+  X(OptionReplayTo)                 \
+  X(SeeHelp)                        \
+  X(UnexpectedWord)                 \
+  X(MissingValue)                   \
+  X(GivenTwice)                     \
+  X(NotANumber)                     \
+  X(NotInRange)                     \
+  X(NotAChoice)                     \
+  X(Excludes)                       \
+  X(Requires)                       \
+  X(OtherUsageError)                \
+  X(NotLoopback)                    \
+  X(BadPort)                        \
+  X(BadPanel)                       \
+  X(BadProfile)                     \
+  X(BadFault)                       \
+  X(RecordingUnusable)              \
+  X(RecordingNotWritable)           \
+  X(RecordingIncomplete)            \
+  X(NoWindow)                       \
   X(Title)                          \
   X(MenuPicture)                    \
   X(MenuView)                       \

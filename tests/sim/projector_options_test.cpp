@@ -10,33 +10,62 @@ namespace {
 
 using Words = std::vector<std::string>;
 
+// What a run says that ends at once, with its exit code.
+std::string SaidBy(Words words, const char* language, int expected_code) {
+  words.insert(words.begin(), {"--language", language});
+  std::ostringstream out;
+  std::ostringstream err;
+  int exit_code = -1;
+  EXPECT_EQ(ParseProjectorOptions(words, out, err, exit_code), std::nullopt) << words.back();
+  EXPECT_EQ(exit_code, expected_code) << words.back();
+  EXPECT_EQ((expected_code == 0 ? err : out).str(), "");
+  return out.str() + err.str();
+}
+
 TEST(ProjectorOptions, RefuseWrongUsage) {
-  const std::tuple<Words, const char*> cases[] = {
-      {{"--panel", "63x100"}, "64 to 4096"},
-      {{"--panel", "1024"}, "64 to 4096"},
-      {{"--panel", "1024x4097"}, "64 to 4096"},
-      {{"--panel", "99999999999x1"}, "64 to 4096"},
-      {{"--listen", "0.0.0.0:7142"}, "loopback"},
-      {{"--listen", "127.0.0.1"}, "port"},
-      {{"--listen", "127.0.0.1:70000"}, "port"},
-      {{"--usb", "9"}, "--usb"},
-      {{"--usb", "1", "--listen", "127.0.0.1:0"}, "--usb"},
-      {{"--class", "-1"}, "--class"},
-      {{"--power", "off"}, "--power"},
-      {{"--fault", "nth=1:explode"}, "nth=1:explode"},
-      {{"--frobnicate"}, "--frobnicate"},
-      {{"--replay-to", "127.0.0.1:1"}, "--replay"},
-      {{"--replay", "r", "--record", "r"}, "--record"},
-      {{"--replay", "r", "--replay-to", "192.0.2.1:1"}, "--replay-to needs a loopback"}};
-  for (const auto& [words, text] : cases) {
-    std::ostringstream out;
-    std::ostringstream err;
-    int exit_code = 0;
-    EXPECT_EQ(ParseProjectorOptions(words, out, err, exit_code), std::nullopt) << words.back();
-    EXPECT_EQ(exit_code, 2);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_NE(err.str().find(text), std::string::npos) << err.str();
+  const std::tuple<Words, const char*, const char*> cases[] = {
+      {{"--panel", "63x100"}, "64 to 4096", "64～4096"},
+      {{"--panel", "1024"}, "64 to 4096", "64～4096"},
+      {{"--panel", "1024x4097"}, "64 to 4096", "64～4096"},
+      {{"--panel", "99999999999x1"}, "64 to 4096", "64～4096"},
+      {{"--listen", "0.0.0.0:7142"}, "loopback", "ループバック"},
+      {{"--listen", "127.0.0.1"}, "port", "ポート"},
+      {{"--listen", "127.0.0.1:70000"}, "port", "ポート"},
+      {{"--usb", "9"}, "--usb: Value 9 not in range 1 to 8\n", "--usb: 「9」は 1～8"},
+      {{"--usb", "1", "--listen", "127.0.0.1:0"}, "--usb", "--usb は同時に"},
+      {{"--class", "-1"}, "--class", "--class: 「-1」は 0～255"},
+      {{"--class"}, "--class needs a value", "--class に値"},
+      {{"--seed", "x"}, "--seed", "--seed: 「x」は 0 以上"},
+      {{"--power", "off"}, "--power: off not in {on,standby}", "--power: 「off」"},
+      {{"--state", "a", "--state", "b"}, "--state may be given only once", "--state は 1 回"},
+      {{"--fault", "nth=1:explode"}, "nth=1:explode", "--fault のルール"},
+      {{"--frobnicate"}, "not expected: --frobnicate", "「--frobnicate」は使用"},
+      {{"--replay-to", "127.0.0.1:1"}, "--replay", "--replay-to には --replay も"},
+      {{"--replay", "r", "--record", "r"}, "--record", "同時に"},
+      {{"--replay", "r", "--replay-to", "192.0.2.1:1"},
+       "--replay-to needs a loopback",
+       "--replay-to には、"}};
+  for (const auto& [words, english, japanese] : cases) {
+    for (const auto& [language, text] : {std::pair("en", english), {"ja", japanese}}) {
+      const std::string said = SaidBy(words, language, 2);
+      EXPECT_NE(said.find(text), std::string::npos) << said;
+    }
   }
+}
+
+TEST(ProjectorOptions, ExplainThemselvesInBothLanguages) {
+  const std::string english = SaidBy({"--help"}, "en", 0);
+  const std::string japanese = SaidBy({"--help"}, "ja", 0);
+  for (const char* line :
+       {"Usage: warpline-projector [OPTIONS]", "--usb INT:INT in [1 - 8] Excludes: --listen",
+        "--speed-up INT:INT in [1 - 1000]=1", "--power TEXT:{on,standby}=on", "--fault TEXT ...",
+        "--seed UINT ", "--replay-to TEXT Needs: --replay", "\nFaults: a rule is WHEN:WHAT.\n"}) {
+    EXPECT_NE(english.find(line), std::string::npos) << line << "\n" << english;
+  }
+  for (const char* word : {"Usage", "OPTIONS", "Options", "Needs", "Excludes", "TEXT", "INT"}) {
+    EXPECT_EQ(japanese.find(word), std::string::npos) << word << "\n" << japanese;
+  }
+  EXPECT_NE(japanese.find("--usb 整数:1～8 併用不可: --listen"), std::string::npos) << japanese;
 }
 
 TEST(ProjectorOptions, UnderstandEverything) {
