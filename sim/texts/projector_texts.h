@@ -163,6 +163,7 @@ namespace warpline::sim {
   X(When)                           \
   X(Kind)                           \
   X(Delay)                          \
+  X(KindAny)                        \
   X(WhenAlways)                     \
   X(WhenOnce)                       \
   X(WhenEvery)                      \

@@ -1,8 +1,8 @@
 #include "sim/window/fault_pane.h"
 
-#include <wx/button.h>
 #include <wx/stattext.h>
 
+#include <optional>
 #include <sstream>
 
 #include "sim/window/wx_texts.h"
@@ -12,9 +12,31 @@ namespace {
 
 enum When { kAlways, kOnce, kEvery, kChance };
 
-constexpr const char* kKinds[] = {"any",   "probe",   "class", "running", "panel", "status",
-                                  "input", "prepare", "mode",  "block",   "0",     "1",
-                                  "2",     "3",       "16",    "17",      "21"};
+// A kind of exchange as rules name it, and what a person reads; a command's number is its own name.
+struct KindRow {
+  const char* word;
+  std::optional<ProjectorText> name;
+};
+
+constexpr KindRow kKinds[] = {
+    {"any", ProjectorText::kKindAny},
+    {"probe", ProjectorText::kFrameProbe},
+    {"class", ProjectorText::kFrameClass},
+    {"running", ProjectorText::kFrameRunning},
+    {"panel", ProjectorText::kFramePanel},
+    {"status", ProjectorText::kFrameStatus},
+    {"input", ProjectorText::kFrameInput},
+    {"prepare", ProjectorText::kFramePrepare},
+    {"mode", ProjectorText::kFrameMode},
+    {"block", ProjectorText::kFrameBlock},
+    {"0", {}},
+    {"1", {}},
+    {"2", {}},
+    {"3", {}},
+    {"16", {}},
+    {"17", {}},
+    {"21", {}},
+};
 
 void Fill(wxListBox& list, const std::vector<std::string>& texts) {
   wxArrayString items;
@@ -77,7 +99,9 @@ wxSizer* FaultPane::NewBox() {
   when_ = new wxChoice(this, wxID_ANY);
   for (int i = 0; i < 4; ++i) when_->Append(Label(texts_, Behind(ProjectorText::kWhenAlways, i)));
   kind_ = new wxChoice(this, wxID_ANY);
-  for (const char* kind : kKinds) kind_->Append(kind);
+  for (const KindRow& kind : kKinds) {
+    kind_->Append(kind.name ? Label(texts_, *kind.name) : wxString(kind.word));
+  }
   for (wxChoice* choice : {what_, when_, kind_}) choice->SetSelection(0);
   what_->SetName("fault_what");
   when_->SetName("fault_when");
@@ -91,7 +115,10 @@ wxSizer* FaultPane::NewBox() {
   auto* const add = new wxButton(this, wxID_ANY, Label(texts_, ProjectorText::kAddFault));
   add->SetName("add_fault");
   add->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Add(); });
+  return LayNewBox(add);
+}
 
+wxSizer* FaultPane::LayNewBox(wxButton* add) {
   auto* const grid = new wxFlexGridSizer(3, FromDIP(wxSize(8, 4)));
   grid->AddGrowableCol(1);
   const auto row = [&](ProjectorText key, wxWindow* first, wxWindow* second) {
@@ -126,7 +153,7 @@ std::string FaultPane::RuleText() const {
   const std::string_view what = FaultNames()[static_cast<std::size_t>(what_->GetSelection())];
   std::ostringstream text;
   if (kind_->IsEnabled() && kind_->GetSelection() > 0) {
-    text << "kind=" << kind_->GetStringSelection().utf8_string() << ",";
+    text << "kind=" << kKinds[kind_->GetSelection()].word << ",";
   }
   if (when == kAlways) text << "always";
   if (when == kOnce) text << "once";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
@@ -22,6 +23,7 @@ class FaultPane : public wxPanel {
  private:
   wxSizer* ActiveBox();
   wxSizer* NewBox();
+  wxSizer* LayNewBox(wxButton* add);
   wxSpinCtrl* Number(const char* name, int least, int most, int value);
   void Follow();
   void Add();

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "picture/test_picture.h"
 #include "sim/station/shown_picture.h"
@@ -34,6 +35,10 @@ class ProjectorFrame : public wxFrame {
   struct Item;
 
   void BuildMenus();
+  std::vector<Item> PictureItems();
+  std::vector<Item> ViewItems();
+  std::vector<Item> ProjectorItems();
+  std::vector<Item> HelpItems();
   void AddItem(wxMenu& menu, const Item& item);
   wxWindow* BuildPicture(wxWindow* parent);
   wxWindow* BuildPanes(wxWindow* parent);

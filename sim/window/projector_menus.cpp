@@ -44,57 +44,66 @@ void ProjectorFrame::AddItem(wxMenu& menu, const Item& item) {
       entry->GetId());
 }
 
-void ProjectorFrame::BuildMenus() {
-  Station& station = request_.Station;
+std::vector<ProjectorFrame::Item> ProjectorFrame::PictureItems() {
   const auto pattern = [this](TestPattern chosen) {
     return [this, chosen](bool) { ChoosePattern(chosen); };
   };
+  using enum ProjectorText;
+  return {
+      {kItemCard, pattern(TestPattern::kCard)},       {kItemGrid, pattern(TestPattern::kGrid)},
+      {kItemChecker, pattern(TestPattern::kChecker)}, {kItemWhite, pattern(TestPattern::kWhite)},
+      {kItemOpen, [this](bool) { OpenPicture(); }},   {kItemSave, [this](bool) { SavePicture(); }},
+      {kItemExit, [this](bool) { Close(true); }}};
+}
+
+std::vector<ProjectorFrame::Item> ProjectorFrame::ViewItems() {
   const auto zoom = [this](int factor) {
     return [this, factor](bool) { canvas_->SetZoom(factor); };
   };
-  using enum ProjectorText;
-  const std::vector<std::pair<ProjectorText, std::vector<Item>>> menus{
-      {kMenuPicture,
-       {{kItemCard, pattern(TestPattern::kCard)},
-        {kItemGrid, pattern(TestPattern::kGrid)},
-        {kItemChecker, pattern(TestPattern::kChecker)},
-        {kItemWhite, pattern(TestPattern::kWhite)},
-        {kItemOpen, [this](bool) { OpenPicture(); }},
-        {kItemSave, [this](bool) { SavePicture(); }},
-        {kItemExit, [this](bool) { Close(true); }}}},
-      {kMenuView,
-       {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, true},
-        {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO},
-        {kItemFit, zoom(0)},
-        {kItemActual, zoom(1)},
-        {kItemDouble, zoom(2)},
-        {kItemEightfold, zoom(8)},
-        {kItemMarks,
-         [this](bool checked) {
-           marks_ = checked;
-           Redraw();
-         },
-         wxITEM_CHECK, true},
-        {kItemFullScreen, [this](bool) { SwitchFullScreen(!IsFullScreen()); }}}},
-      {kMenuProjector,
-       {{kItemPowerOn, [&station](bool) { station.TurnPower(true); }},
-        {kItemStandby, [&station](bool) { station.TurnPower(false); }},
-        {kItemSpeedUp, [&station](bool checked) { station.SetSpeedUp(checked ? kFastFactor : 1); },
-         wxITEM_CHECK, station.Snapshot().SpeedUp > 1},
-        {kItemRestart, [&station](bool) { station.Restart(); }},
-        {kItemClearFaults, [&station](bool) { station.SetFaults({}); }}}},
-      {kMenuHelp,
-       {{kItemKeys,
-         [this](bool) {
-           ShowMessage(Label(texts_, kKeysText), Label(texts_, kKeysTitle), wxOK);
-         }}}},
+  const auto mark = [this](bool checked) {
+    marks_ = checked;
+    Redraw();
   };
+  using enum ProjectorText;
+  return {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, true},
+          {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO},
+          {kItemFit, zoom(0)},
+          {kItemActual, zoom(1)},
+          {kItemDouble, zoom(2)},
+          {kItemEightfold, zoom(8)},
+          {kItemMarks, mark, wxITEM_CHECK, true},
+          {kItemFullScreen, [this](bool) { SwitchFullScreen(!IsFullScreen()); }}};
+}
+
+std::vector<ProjectorFrame::Item> ProjectorFrame::ProjectorItems() {
+  Station& station = request_.Station;
+  const auto speed_up = [&station](bool checked) { station.SetSpeedUp(checked ? kFastFactor : 1); };
+  using enum ProjectorText;
+  return {{kItemPowerOn, [&station](bool) { station.TurnPower(true); }},
+          {kItemStandby, [&station](bool) { station.TurnPower(false); }},
+          {kItemSpeedUp, speed_up, wxITEM_CHECK, station.Snapshot().SpeedUp > 1},
+          {kItemRestart, [&station](bool) { station.Restart(); }},
+          {kItemClearFaults, [&station](bool) { station.SetFaults({}); }}};
+}
+
+std::vector<ProjectorFrame::Item> ProjectorFrame::HelpItems() {
+  using enum ProjectorText;
+  return {{kItemKeys, [this](bool) {
+             ShowMessage(Label(texts_, kKeysText), Label(texts_, kKeysTitle), wxOK);
+           }}};
+}
+
+void ProjectorFrame::BuildMenus() {
   auto* const bar = new wxMenuBar;
-  for (const auto& [title, items] : menus) {
+  const auto add = [this, bar](ProjectorText title, const std::vector<Item>& items) {
     auto* const menu = new wxMenu;
     for (const Item& item : items) AddItem(*menu, item);
     bar->Append(menu, Label(texts_, title));
-  }
+  };
+  add(ProjectorText::kMenuPicture, PictureItems());
+  add(ProjectorText::kMenuView, ViewItems());
+  add(ProjectorText::kMenuProjector, ProjectorItems());
+  add(ProjectorText::kMenuHelp, HelpItems());
   SetMenuBar(bar);
 }
 

@@ -15,6 +15,7 @@ namespace {
 constexpr int kTenths = 10;  // slider steps a metre
 constexpr int kHundredths = 100;
 constexpr int kFirstCurvature = 20;
+constexpr int kLensAxisCount = 3;
 
 // One digit behind the point.
 std::string Tenths(double value) {
@@ -28,45 +29,48 @@ std::string Tenths(double value) {
 WallBar::WallBar(wxWindow* parent, const ProjectorTexts& texts,
                  std::function<void(const Wall&)> changed)
     : wxPanel(parent, wxID_ANY), texts_(texts), changed_(std::move(changed)) {
-  shape_ = new wxChoice(this, wxID_ANY);
-  shape_->SetName("wall_shape");
-  for (int i = 0; i < kWallShapeCount; ++i) {
-    shape_->Append(Label(texts, Behind(ProjectorText::kWallFlat, i)));
-  }
+  shape_ = Choice("wall_shape", ProjectorText::kWallFlat, kWallShapeCount);
   shape_->SetSelection(static_cast<int>(wall_.Shape));
-  axis_ = new wxChoice(this, wxID_ANY);
-  axis_->SetName("lens_axis");
-  for (int i = 0; i < 3; ++i) axis_->Append(Label(texts, Behind(ProjectorText::kAxisTop, i)));
+  axis_ = Choice("lens_axis", ProjectorText::kAxisTop, kLensAxisCount);
   axis_->SetSelection(static_cast<int>(wall_.Axis));
   distance_ =
       Slider("wall_distance", static_cast<int>(kMinDistance * kTenths),
              static_cast<int>(kMaxDistance * kTenths), static_cast<int>(wall_.Distance * kTenths));
   curvature_ = Slider("wall_curvature", -kHundredths, kHundredths, kFirstCurvature);
-  distance_text_ = new wxStaticText(this, wxID_ANY, "20.0 m");
+  // As wide as they will ever be.
+  distance_text_ =
+      new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kMetres, {"20.0"})));
   curvature_text_ =
       new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kRadius, {"-100.0"})));
-  for (wxChoice* choice : {shape_, axis_}) {
-    choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Follow(); });
-  }
-  auto* const grid = new wxFlexGridSizer(5, FromDIP(wxSize(8, 2)));
-  grid->AddGrowableCol(3);
-  const auto label = [&](ProjectorText key) {
-    grid->Add(new wxStaticText(this, wxID_ANY, Label(texts, key)), wxSizerFlags().CentreVertical());
-  };
-  label(ProjectorText::kWallShape);
-  grid->Add(shape_, wxSizerFlags().Expand());
-  label(ProjectorText::kDistance);
-  grid->Add(distance_, wxSizerFlags().Expand());
-  grid->Add(distance_text_, wxSizerFlags().CentreVertical());
-  label(ProjectorText::kLensAxis);
-  grid->Add(axis_, wxSizerFlags().Expand());
-  label(ProjectorText::kCurvature);
-  grid->Add(curvature_, wxSizerFlags().Expand());
-  grid->Add(curvature_text_, wxSizerFlags().CentreVertical());
   auto* const border = new wxBoxSizer(wxVERTICAL);
-  border->Add(grid, wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
+  border->Add(LayControls(), wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
   SetSizer(border);
   Follow();
+}
+
+wxSizer* WallBar::LayControls() {
+  auto* const grid = new wxFlexGridSizer(5, FromDIP(wxSize(8, 2)));
+  grid->AddGrowableCol(3);
+  const auto add = [this, grid](ProjectorText key, wxWindow* control) {
+    grid->Add(new wxStaticText(this, wxID_ANY, Label(texts_, key)),
+              wxSizerFlags().CentreVertical());
+    grid->Add(control, wxSizerFlags().Expand());
+  };
+  add(ProjectorText::kWallShape, shape_);
+  add(ProjectorText::kDistance, distance_);
+  grid->Add(distance_text_, wxSizerFlags().CentreVertical());
+  add(ProjectorText::kLensAxis, axis_);
+  add(ProjectorText::kCurvature, curvature_);
+  grid->Add(curvature_text_, wxSizerFlags().CentreVertical());
+  return grid;
+}
+
+wxChoice* WallBar::Choice(const char* name, ProjectorText first, int count) {
+  auto* const choice = new wxChoice(this, wxID_ANY);
+  choice->SetName(name);
+  for (int i = 0; i < count; ++i) choice->Append(Label(texts_, Behind(first, i)));
+  choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Follow(); });
+  return choice;
 }
 
 wxSlider* WallBar::Slider(const char* name, int least, int most, int value) {

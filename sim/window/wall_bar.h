@@ -19,7 +19,9 @@ class WallBar : public wxPanel {
   const Wall& Chosen() const { return wall_; }
 
  private:
+  wxChoice* Choice(const char* name, ProjectorText first, int count);
   wxSlider* Slider(const char* name, int least, int most, int value);
+  wxSizer* LayControls();
   void Follow();
 
   const ProjectorTexts& texts_;
