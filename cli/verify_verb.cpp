@@ -156,7 +156,7 @@ int RunVerify(const VerbInput& input, Session& session) {
   const Verdict verdict = Judge(results, session.texts);
   session.out << session.texts.Fill(
                      CliText::kVerifyResult,
-                     {TextOf(session.global, kMsgCylindricalScreen + correction.ScreenType),
+                     {TextOf(session.global, RowOfScreenType(correction.ScreenType).caption),
                       std::to_string(state->bytes), std::to_string(state->frames),
                       PixelText(results[kHorizontal].from_profile.pixels),
                       PixelText(results[kVertical].from_profile.pixels), verdict.text})

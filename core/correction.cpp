@@ -1,17 +1,23 @@
 #include "core/correction.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace warpline {
 namespace {
 
-void Seed(CurveDefinition& curve, std::int16_t interpolation,
-          std::initializer_list<CurvePoint> points) {
-  curve.CorrePointNum = static_cast<std::int16_t>(points.size());
-  curve.CorreInterp = interpolation;
-  std::copy(points.begin(), points.end(), curve.CorreDataPts.begin());
-}
+// What a curve of a shape starts as.
+struct ShapeRow {
+  CurveShape shape;
+  std::int16_t interpolation;
+  std::int16_t count;
+  std::array<CurvePoint, 3> points;
+};
+
+constexpr std::array kShapes{
+    ShapeRow{kArch, kQuadratic, 3, {{{0.0, 0.8}, {0.5, 1.0}, {1.0, 0.8}}}},
+    ShapeRow{kDiagonalLine, kStraightLine, 2, {{{0.0, 0.75}, {1.0, 1.0}}}},
+    ShapeRow{kTriangle, kStraightLine, 3, {{{0.0, 0.75}, {0.5, 1.0}, {1.0, 0.75}}}},
+};
 
 }  // namespace
 
@@ -29,26 +35,20 @@ void ResetCurveDefinition(CurveDefinition& curve, int shape) {
   curve.CorreFixed = 1;
   curve.CorreSymmetry = 0;
   curve.CorreDataPts = {};
-  switch (shape) {
-    case kArch:
-      Seed(curve, kQuadratic, {{0.0, 0.8}, {0.5, 1.0}, {1.0, 0.8}});
-      break;
-    case kDiagonalLine:
-      Seed(curve, kStraightLine, {{0.0, 0.75}, {1.0, 1.0}});
-      break;
-    case kTriangle:
-      Seed(curve, kStraightLine, {{0.0, 0.75}, {0.5, 1.0}, {1.0, 0.75}});
-      break;
-    default:
-      break;
-  }
+  const auto* row =
+      std::find_if(kShapes.begin(), kShapes.end(),
+                   [shape](const ShapeRow& candidate) { return candidate.shape == shape; });
+  if (row == kShapes.end()) return;
+  curve.CorrePointNum = row->count;
+  curve.CorreInterp = row->interpolation;
+  std::copy_n(row->points.begin(), row->count, curve.CorreDataPts.begin());
 }
 
 void ResetToScreenType(CorrectionData& correction) {
-  const auto& shapes = kScreenTypeShapes.at(static_cast<std::size_t>(correction.ScreenType));
+  const ScreenTypeRow& type = RowOfScreenType(correction.ScreenType);
   for (const Axis axis : {kHorizontal, kVertical}) {
     correction.Axes[axis] = ResetAxisParameters(correction.Projection[axis]);
-    ResetCurveDefinition(correction.Curves[axis], shapes[axis]);
+    ResetCurveDefinition(correction.Curves[axis], type.shapes[axis]);
   }
 }
 

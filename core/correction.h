@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/table_order.h"
+
 // The records of one complete correction, and the values they start from. Axis 0 is horizontal (one
 // value per panel row), axis 1 vertical (one value per panel column).
 
@@ -11,9 +13,6 @@ namespace warpline {
 
 enum Axis : std::size_t { kHorizontal = 0, kVertical = 1 };
 inline constexpr std::size_t kAxisCount = 2;
-
-inline constexpr int kScreenTypeCount = 6;
-inline constexpr std::int16_t kOtherScreens = 5;  // the one type whose curves are edited by hand
 
 // What the sliders edit, one record an axis. Ranges are those of the sliders; a file may hold more
 // (Distortion).
@@ -61,7 +60,7 @@ struct CurveDefinition {
 
 // One complete correction: what is edited, saved, and turned into registers.
 struct CorrectionData {
-  std::int16_t ScreenType = 0;  // 0..5
+  std::int16_t ScreenType = 0;  // the number of a row of kScreenTypes
   std::array<std::int16_t, kAxisCount>
       Projection{};  // 1: projecting right (H), from the ceiling or downward (V)
   std::array<AxisParameters, kAxisCount> Axes{};
@@ -73,16 +72,37 @@ struct CorrectionData {
 // The shapes that a curve can start from.
 enum CurveShape : int { kArch = 0, kDiagonalLine = 1, kTriangle = 2 };
 
-// The shapes that both curves of a screen type start from: index [ScreenType][axis].
-inline constexpr std::array<std::array<CurveShape, kAxisCount>, kScreenTypeCount> kScreenTypeShapes{
-    {
-        {kDiagonalLine, kArch},
-        {kArch, kDiagonalLine},
-        {kArch, kArch},
-        {kDiagonalLine, kTriangle},
-        {kTriangle, kDiagonalLine},
-        {kDiagonalLine, kDiagonalLine},
-    }};
+enum ScreenType : std::int16_t {
+  kCylindricalScreen = 0,
+  kVerticalBowScreen = 1,
+  kSphericalScreen = 2,
+  kCornerWallScreen = 3,
+  kCornerCeilingScreen = 4,
+  kOtherScreens = 5,  // the one type whose curves are edited by hand
+};
+
+struct ScreenTypeRow {
+  ScreenType type;
+  int caption;                                // message number
+  std::array<CurveShape, kAxisCount> shapes;  // that the curves start from
+};
+
+// Every screen type, at the index of its number.
+inline constexpr std::array kScreenTypes{
+    ScreenTypeRow{kCylindricalScreen, 168, {kDiagonalLine, kArch}},
+    ScreenTypeRow{kVerticalBowScreen, 169, {kArch, kDiagonalLine}},
+    ScreenTypeRow{kSphericalScreen, 170, {kArch, kArch}},
+    ScreenTypeRow{kCornerWallScreen, 171, {kDiagonalLine, kTriangle}},
+    ScreenTypeRow{kCornerCeilingScreen, 172, {kTriangle, kDiagonalLine}},
+    ScreenTypeRow{kOtherScreens, 173, {kDiagonalLine, kDiagonalLine}},
+};
+static_assert(RowsStandInOrder(kScreenTypes, &ScreenTypeRow::type));
+inline constexpr int kScreenTypeCount = kScreenTypes.size();
+
+// The row of a type that exists. Throws std::out_of_range for another.
+constexpr const ScreenTypeRow& RowOfScreenType(std::int16_t type) {
+  return kScreenTypes.at(static_cast<std::size_t>(type));
+}
 
 // The reset value of Optical: -32, or +32 when the axis is projected reversed (flag not 0).
 std::int16_t ResetOptical(std::int16_t projection_flag);

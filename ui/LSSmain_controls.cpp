@@ -17,8 +17,8 @@ wxSizer* CreateScreenLine(MainControls& controls, wxWindow* panel, const Control
   auto* caption = new wxStaticText(panel, wxID_ANY, make.Text(kMsgSelectScreen), wxDefaultPosition,
                                    wxDefaultSize, 0, "scr_select_name");
   controls.scr_select = make.Choice("scr_select", kMsgSelectScreen);
-  for (int type = 0; type < kScreenTypeCount; ++type) {
-    controls.scr_select->Append(make.Text(kMsgCylindricalScreen + type));
+  for (const ScreenTypeRow& type : kScreenTypes) {
+    controls.scr_select->Append(make.Text(type.caption));
   }
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(caption, AtCentre());
@@ -31,7 +31,7 @@ wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Cont
                              "ctrl_select");
   auto* column = new wxBoxSizer(wxVERTICAL);
   for (std::size_t group = 0; group < controls.ctrl_select.size(); ++group) {
-    auto* button = new wxRadioButton(holder, wxID_ANY, make.Text(kGroupCaptions[group].group),
+    auto* button = new wxRadioButton(holder, wxID_ANY, make.Text(kGroups[group].caption),
                                      wxDefaultPosition, wxDefaultSize, group == 0 ? wxRB_GROUP : 0,
                                      wxDefaultValidator, wxString::Format("ctrl_select%zu", group));
     controls.ctrl_select[group] = button;
