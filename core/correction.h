@@ -14,16 +14,14 @@ namespace warpline {
 enum Axis : std::size_t { kHorizontal = 0, kVertical = 1 };
 inline constexpr std::size_t kAxisCount = 2;
 
-// What the sliders edit, one record an axis. Ranges are those of the sliders; a file may hold more
-// (Distortion).
+// What the sliders edit, one record an axis. The ranges stand in core/parameters.h.
 struct AxisParameters {
-  std::int16_t Distortion = 0;  // percent, -150..150; the sign chooses the curve's direction
-  std::int16_t Optical =
-      -32;  // optical centre, -64..16, or -16..64 when the axis is projected reversed
-  std::int16_t Linearity = 0;  // -127..127
-  std::int16_t Amplitude = 0;  // -127..127, scale 1 + Amplitude / 256
-  std::int32_t Position = 0;   // -32767..32767
-  std::int16_t Stadium = 0;    // 1: the linearity correction is symmetric
+  std::int16_t Distortion = 0;  // percent; the sign chooses the curve's direction
+  std::int16_t Optical = -32;   // optical centre; other bounds when the axis is projected reversed
+  std::int16_t Linearity = 0;
+  std::int16_t Amplitude = 0;  // scale 1 + Amplitude / 256
+  std::int32_t Position = 0;
+  std::int16_t Stadium = 0;  // 1: the linearity correction is symmetric
 
   bool operator==(const AxisParameters&) const = default;
 };

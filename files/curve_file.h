@@ -7,10 +7,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 #include "core/correction.h"
+#include "core/fields.h"
 #include "files/format_module.h"
 
 // What the two files that hold curves have in common: versioned headers, integer lines with slot
@@ -18,47 +18,14 @@
 
 namespace warpline {
 
-// One integer field of a record: its key, the inclusive range that a file may hold, and access to
-// it.
-template <typename Record>
-struct FieldRow {
-  std::string_view key;
-  std::int32_t low;
-  std::int32_t high;
-  std::int32_t (*load)(const Record&);
-  void (*store)(Record&, std::int32_t);
-};
-
-template <auto Field, typename Record>
-constexpr FieldRow<Record> RowOf(std::string_view key, std::int32_t low, std::int32_t high) {
-  return {key, low, high, [](const Record& record) { return std::int32_t{record.*Field}; },
-          [](Record& record, std::int32_t value) {
-            record.*Field = static_cast<std::remove_reference_t<decltype(record.*Field)>>(value);
-          }};
-}
-
-// Stores a value under a key when it is in range. True: stored; false: out of range; nothing: no
-// such key.
-template <typename Record, std::size_t kRows>
-std::optional<bool> StoreField(const std::array<FieldRow<Record>, kRows>& rows,
-                               std::string_view key, std::int32_t value, Record& record) {
-  for (const FieldRow<Record>& row : rows) {
-    if (row.key != key) continue;
-    const bool in_range = row.low <= value && value <= row.high;
-    if (in_range) row.store(record, value);
-    return in_range;
-  }
-  return std::nullopt;
-}
-
 // The integer fields of a curve, in the order in which files hold them.
-inline constexpr std::array<FieldRow<CurveDefinition>, 4> kCurveFields{{
-    RowOf<&CurveDefinition::CorreFixed, CurveDefinition>("CorreFixed", 0, 1),
-    RowOf<&CurveDefinition::CorreSymmetry, CurveDefinition>("CorreSymmetry", 0, 1),
-    RowOf<&CurveDefinition::CorrePointNum, CurveDefinition>("CorrePointNum", kMinCurvePoints,
-                                                            kMaxCurvePoints),
-    RowOf<&CurveDefinition::CorreInterp, CurveDefinition>("CorreInterp", kStraightLine, kBSpline),
-}};
+inline constexpr std::array kCurveFields{
+    RowOf<&CurveDefinition::CorreFixed, CurveDefinition>("CorreFixed", {0, 1}),
+    RowOf<&CurveDefinition::CorreSymmetry, CurveDefinition>("CorreSymmetry", {0, 1}),
+    RowOf<&CurveDefinition::CorrePointNum, CurveDefinition>("CorrePointNum",
+                                                            {kMinCurvePoints, kMaxCurvePoints}),
+    RowOf<&CurveDefinition::CorreInterp, CurveDefinition>("CorreInterp", {kStraightLine, kBSpline}),
+};
 
 // Stores a curve's field; slot (0..15) counts for the coordinates alone, whose values are
 // millionths, 0..1000000. Result as StoreField.

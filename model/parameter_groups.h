@@ -6,15 +6,13 @@
 
 #include "core/correction.h"
 #include "core/message_numbers.h"
+#include "core/parameters.h"
 
-// The sliders that edit the axis parameters: five groups of two. One table holds every field's
-// bounds, steps and signs; the sliders, their texts and the checks read the same row.
+// The sliders that edit the axis parameters: five groups of two. Bounds, steps and signs are those
+// of the parameters' own table.
 
 namespace warpline {
 
-enum class ParameterField { kDistortion, kOptical, kLinearity, kAmplitude, kPosition };
-
-inline constexpr int kGroupCount = 5;
 inline constexpr int kSliderCount = 2;
 
 enum ParameterGroup : int {
@@ -31,6 +29,42 @@ struct SliderTarget {
   ParameterField field = ParameterField::kDistortion;
 };
 
+struct GroupRow {
+  ParameterGroup group;
+  int caption;                                     // message number of the option button
+  std::array<int, kSliderCount> slider_captions;   // message numbers of the two rows
+  std::array<SliderTarget, kSliderCount> targets;  // while not projecting right
+};
+
+// Every group, at the index of its number.
+inline constexpr std::array kGroups{
+    GroupRow{kGroupVertical,
+             kMsgCorrectVertical,
+             {kMsgTop, kMsgBottom},
+             {{{kVertical, ParameterField::kOptical}, {kVertical, ParameterField::kDistortion}}}},
+    GroupRow{
+        kGroupHorizontal,
+        kMsgCorrectHorizontal,
+        {kMsgLeft, kMsgRight},
+        {{{kHorizontal, ParameterField::kDistortion}, {kHorizontal, ParameterField::kOptical}}}},
+    GroupRow{
+        kGroupLinearity,
+        kMsgCorrectLinearity,
+        {2, 3},
+        {{{kHorizontal, ParameterField::kLinearity}, {kVertical, ParameterField::kLinearity}}}},
+    GroupRow{
+        kGroupAmplitude,
+        kMsgCorrectAmplitude,
+        {2, 3},
+        {{{kHorizontal, ParameterField::kAmplitude}, {kVertical, ParameterField::kAmplitude}}}},
+    GroupRow{kGroupPosition,
+             kMsgCorrectPosition,
+             {2, 3},
+             {{{kHorizontal, ParameterField::kPosition}, {kVertical, ParameterField::kPosition}}}},
+};
+static_assert(RowsStandInOrder(kGroups, &GroupRow::group));
+inline constexpr int kGroupCount = kGroups.size();
+
 // How a slider stands. Values are those of the slider: the horizontal Optical and Position are
 // stored with the opposite sign.
 struct SliderSetup {
@@ -41,19 +75,6 @@ struct SliderSetup {
   std::string text;
   bool enabled = true;
 };
-
-struct GroupCaptions {
-  int group;                           // message number of the option button
-  std::array<int, kSliderCount> rows;  // message numbers of the two rows
-};
-
-inline constexpr std::array<GroupCaptions, kGroupCount> kGroupCaptions{{
-    {kMsgCorrectVertical, {kMsgTop, kMsgBottom}},
-    {kMsgCorrectHorizontal, {kMsgLeft, kMsgRight}},
-    {kMsgCorrectLinearity, {kMsgHorizontalSide, kMsgVerticalSide}},
-    {kMsgCorrectAmplitude, {kMsgHorizontalSide, kMsgVerticalSide}},
-    {kMsgCorrectPosition, {kMsgHorizontalSide, kMsgVerticalSide}},
-}};
 
 // Which field slider 0 or 1 of a group (0..4) edits. In the horizontal group the two change places
 // with ProjectionH.

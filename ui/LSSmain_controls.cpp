@@ -109,7 +109,7 @@ void ShowGroup(MainControls& controls, const LSSglobal& global, int group, bool 
   for (int row = 0; row < kSliderCount; ++row) {
     const auto index = static_cast<std::size_t>(row);
     const SliderTarget target = TargetOf(correction, group, row);
-    const int caption = kGroupCaptions[static_cast<std::size_t>(group)].rows[index];
+    const int caption = kGroups[static_cast<std::size_t>(group)].slider_captions[index];
     controls.rows[index]->Show(SetUpSlider(correction, group, row), CaptionOf(global, caption),
                                IconOf(target, correction.Axes[target.axis].Stadium == 1),
                                wxString::Format("iconbutton%d", kSliderCount * group + row));

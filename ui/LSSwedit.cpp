@@ -20,7 +20,7 @@ constexpr const char* kWidestCoordinate = "0.0000";
 wxString TitleOf(const LSSglobal& global, Axis axis) {
   const int group = AxisOfGroup(kGroupVertical) == axis ? kGroupVertical : kGroupHorizontal;
   return CaptionOf(global, kMsgEditCurve) + " - " +
-         CaptionOf(global, kGroupCaptions[static_cast<std::size_t>(group)].group);
+         CaptionOf(global, kGroups[static_cast<std::size_t>(group)].caption);
 }
 
 // Takes no part in tab order: it only shows.
