@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/startup.h"
+#include "core/conversions.h"
 #include "core/settings.h"
 #include "link/beamlink.h"
 #include "platform/environment.h"
@@ -18,16 +19,12 @@ namespace {
 constexpr int kMaxTcpPort = 65535;
 constexpr std::size_t kMaxAddressCharacters = kBeamlinkParameterSize - 1;
 
-bool InRange(std::optional<int> number, int min, int max) {
-  return number && *number >= min && *number <= max;
-}
-
 bool TakeLan(const VerbInput& input, Session& session) {
   const std::string& text = input.Text("--lan");
   const std::size_t colon = text.rfind(':');
   const bool has_address =
       colon != std::string::npos && colon > 0 && colon <= kMaxAddressCharacters;
-  if (!has_address || !InRange(WholeNumber(text.substr(colon + 1)), 1, kMaxTcpPort)) {
+  if (!has_address || !WholeNumber<int>(text.substr(colon + 1), 1, kMaxTcpPort)) {
     session.UsageError(CliText::kBadLan, {text});
     return false;
   }
@@ -41,10 +38,10 @@ bool TakeLan(const VerbInput& input, Session& session) {
 bool TakeSerial(const VerbInput& input, Session& session) {
   const std::string& text = input.Text("--serial");
   const std::size_t colon = std::min(text.find(':'), text.size());
-  const std::optional<int> port = WholeNumber(text.substr(0, colon));
+  const std::optional<int> port = WholeNumber<int>(text.substr(0, colon), 1, kPortCount);
   const std::string speed = text.substr(std::min(colon + 1, text.size()));
   for (std::size_t i = 0; i < kSerialSpeeds.size(); ++i) {
-    if (speed != kSerialSpeeds[i] || !InRange(port, 1, kPortCount)) continue;
+    if (speed != kSerialSpeeds[i] || !port) continue;
     Settings& settings = session.global.Settings;
     settings.ConnectDevice = kSerial;
     settings.ComPort = static_cast<std::int16_t>(*port - 1);

@@ -8,6 +8,7 @@
 
 #include "app/projector_commands.h"
 #include "cli/verbs.h"
+#include "core/conversions.h"
 #include "link/command_frames.h"
 #include "link/projector_link.h"
 #include "model/registers.h"
@@ -34,7 +35,7 @@ std::optional<std::vector<int>> CommandNumbers(std::string_view list) {
   std::vector<int> numbers;
   for (;;) {
     const std::size_t comma = std::min(list.find(','), list.size());
-    const std::optional<int> number = WholeNumber(list.substr(0, comma));
+    const std::optional<int> number = WholeNumber<int>(list.substr(0, comma), 0, kCommandStore);
     if (!number || !ComposeCommandText(*number, RegisterSet{}, 0)) return std::nullopt;
     numbers.push_back(*number);
     if (comma == list.size()) return numbers;

@@ -1,26 +1,11 @@
 #include "cli/verb_input.h"
-#include "platform/files.h"
 
-#include <charconv>
 #include <utility>
 
+#include "core/conversions.h"
+#include "platform/files.h"
+
 namespace warpline {
-
-namespace {
-
-bool IsPanelLines(std::optional<int> lines) {
-  return lines && *lines >= kMinPanelLines && *lines <= kMaxPanelLines;
-}
-
-}  // namespace
-
-std::optional<int> WholeNumber(std::string_view text) {
-  int value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < 0 || text.front() == '-') return std::nullopt;
-  return value;
-}
 
 void VerbInput::Set(std::string_view name, std::vector<std::string> texts) {
   given_[std::string(name)] = std::move(texts);
@@ -51,9 +36,9 @@ std::optional<PanelSize> VerbInput::Panel() const {
   const std::string_view text = Text("--panel");
   const std::size_t cross = text.find_first_of("xX");
   if (cross != std::string_view::npos) {
-    const std::optional<int> width = WholeNumber(text.substr(0, cross));
-    const std::optional<int> height = WholeNumber(text.substr(cross + 1));
-    if (IsPanelLines(width) && IsPanelLines(height)) return PanelSize{*width, *height};
+    const auto width = WholeNumber(text.substr(0, cross), kMinPanelLines, kMaxPanelLines);
+    const auto height = WholeNumber(text.substr(cross + 1), kMinPanelLines, kMaxPanelLines);
+    if (width && height) return PanelSize{*width, *height};
   }
   session_.UsageError(CliText::kBadPanel, {std::string(text)});
   return std::nullopt;
@@ -68,8 +53,8 @@ std::optional<Axis> VerbInput::AxisChoice() const {
 
 std::optional<int> VerbInput::Number(std::string_view name, int min, int max, int fallback) const {
   if (!Has(name)) return fallback;
-  const std::optional<int> number = WholeNumber(Text(name));
-  if (number && *number >= min && *number <= max) return number;
+  const std::optional<int> number = WholeNumber(Text(name), min, max);
+  if (number) return number;
   session_.UsageError(CliText::kBadNumber,
                       {std::string(name), std::to_string(min), std::to_string(max), Text(name)});
   return std::nullopt;

@@ -48,7 +48,4 @@ class VerbInput {
   std::map<std::string, std::vector<std::string>, std::less<>> given_;
 };
 
-// The whole text as a decimal number without sign, nothing when it is none or does not fit.
-std::optional<int> WholeNumber(std::string_view text);
-
 }  // namespace warpline

@@ -9,23 +9,31 @@
 namespace warpline {
 namespace {
 
-std::uint8_t ByteOfPair(std::string_view pair) {
-  const int high = HexDigitValue(pair[0]);
-  const int low = HexDigitValue(pair[1]);
-  if (high < 0 || low < 0) throw Fault(FaultCode::kNotANumber);
-  return static_cast<std::uint8_t>(high * 16 + low);
-}
-
 bool IsChecksumPair(std::string_view pair) {
   return pair == "cs" || pair == "CS";
 }
 
 }  // namespace
 
-std::string HexTextMsbFirst(std::uint32_t value, int digits) {
+char HexDigit(std::uint32_t value) {
   static constexpr std::string_view kDigits = "0123456789ABCDEF";
+  return kDigits[value & 15u];
+}
+
+std::string HexOf(std::span<const std::uint8_t> bytes, std::string_view between) {
+  std::string text;
+  text.reserve((2 + between.size()) * bytes.size());
+  for (const std::uint8_t byte : bytes) {
+    if (!text.empty()) text += between;
+    text += HexDigit(byte >> 4);
+    text += HexDigit(byte);
+  }
+  return text;
+}
+
+std::string HexTextMsbFirst(std::uint32_t value, int digits) {
   std::string text(8, '0');
-  for (std::size_t i = 8; i-- > 0; value >>= 4) text[i] = kDigits[value & 15u];
+  for (std::size_t i = 8; i-- > 0; value >>= 4) text[i] = HexDigit(value);
   return text.substr(8 - static_cast<std::size_t>(digits));
 }
 
@@ -51,7 +59,7 @@ std::size_t HexTextToBytes(std::span<std::uint8_t> buffer, std::size_t start,
   }
   for (std::size_t i = 0; i < pairs; ++i) {
     const std::string_view pair = text.substr(2 * i, 2);
-    buffer[start + i] = IsChecksumPair(pair) ? Checksum(buffer, start + i) : ByteOfPair(pair);
+    buffer[start + i] = IsChecksumPair(pair) ? Checksum(buffer, start + i) : HexByte(pair);
   }
   return start + pairs;
 }
@@ -62,7 +70,7 @@ std::ptrdiff_t HexTextToBytesBackward(std::span<std::uint8_t> buffer, std::size_
   if (pairs > 0 && (start >= buffer.size() || pairs > start + 1)) {
     throw Fault(FaultCode::kIndexOutOfRange);
   }
-  for (std::size_t i = 0; i < pairs; ++i) buffer[start - i] = ByteOfPair(text.substr(2 * i, 2));
+  for (std::size_t i = 0; i < pairs; ++i) buffer[start - i] = HexByte(text.substr(2 * i, 2));
   return static_cast<std::ptrdiff_t>(start) - static_cast<std::ptrdiff_t>(pairs);
 }
 
@@ -74,17 +82,19 @@ std::uint8_t Checksum(std::span<const std::uint8_t> buffer, std::size_t count) {
 }
 
 int HexDigitValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
+  if (!IsHexDigit(c)) throw Fault(FaultCode::kNotANumber);
+  return IsDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10;
+}
+
+std::uint8_t HexByte(std::string_view pair) {
+  return static_cast<std::uint8_t>(HexDigitValue(pair[0]) * 16 + HexDigitValue(pair[1]));
 }
 
 std::string CleanIntegerText(std::string_view text, std::string_view fallback,
                              std::size_t max_length) {
   std::string cleaned;
   for (const char c : text) {
-    if ((c >= '0' && c <= '9') || (c == '-' && cleaned.empty())) cleaned += c;
+    if (IsDigit(c) || (c == '-' && cleaned.empty())) cleaned += c;
   }
   if (cleaned.empty() || cleaned == "-") cleaned = fallback;
   if (max_length > 0 && cleaned.size() > max_length) cleaned.resize(max_length);
@@ -104,14 +114,37 @@ std::int64_t IntegerOf(std::string_view cleaned_text) {
   return value;
 }
 
+std::string AddressText(std::span<const std::uint8_t, 4> address) {
+  std::string text;
+  for (const std::uint8_t part : address) {
+    if (!text.empty()) text += '.';
+    text += std::to_string(part);
+  }
+  return text;
+}
+
+std::optional<IPv4Address> AddressOf(std::string_view text) {
+  IPv4Address address{};
+  for (std::size_t i = 0; i < address.size(); ++i) {
+    const bool last = i + 1 == address.size();
+    const std::size_t end = last ? text.size() : text.find('.');
+    if (end == std::string_view::npos) return std::nullopt;
+    const auto part = WholeNumber<int>(text.substr(0, end), 0, 255);
+    if (!part) return std::nullopt;
+    address[i] = static_cast<std::uint8_t>(*part);
+    if (!last) text.remove_prefix(end + 1);
+  }
+  return address;
+}
+
+bool IsDigit(char c) {
+  return '0' <= c && c <= '9';
+}
 bool IsHexDigit(char c) {
-  return HexDigitValue(c) >= 0;
+  return IsDigit(c) || ('A' <= c && c <= 'F') || ('a' <= c && c <= 'f');
 }
 bool IsIntegerCharacter(char c) {
-  return (c >= '0' && c <= '9') || c == '-';
-}
-bool IsDecimalPoint(char c) {
-  return c == '.';
+  return IsDigit(c) || c == '-';
 }
 bool IsWhiteSpace(char c) {
   return c == ' ' || c == '\t';

@@ -1,15 +1,26 @@
 #pragma once
 
+#include <charconv>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-// Between numbers, hexadecimal digit texts and byte buffers. Which of the hex texts a caller picks
-// decides the byte order of a field on the wire.
+#include "platform/network.h"
+
+// Between numbers, addresses, hexadecimal digit texts and byte buffers. Which of the hex texts a
+// caller picks decides the byte order of a field on the wire.
 
 namespace warpline {
+
+// The upper-case hex digit of the value's low four bits.
+char HexDigit(std::uint32_t value);
+
+// The bytes as pairs of upper-case hex digits, with a text between two pairs.
+std::string HexOf(std::span<const std::uint8_t> bytes, std::string_view between = {});
 
 // n hex digits (2, 4 or 8; upper case) of the value's bytes in ascending significance.
 std::string HexTextLsbFirst(std::uint32_t value, int digits);
@@ -37,8 +48,9 @@ std::ptrdiff_t HexTextToBytesBackward(std::span<std::uint8_t> buffer, std::size_
 // fewer.
 std::uint8_t Checksum(std::span<const std::uint8_t> buffer, std::size_t count);
 
-// The value of one hex digit, -1 when the character is none.
+// The value of one hex digit, and of a pair of them. Throw Fault(kNotANumber) when they are none.
 int HexDigitValue(char c);
+std::uint8_t HexByte(std::string_view pair);
 
 // Keeps the digits and a leading "-"; the fallback when nothing else than a sign is left; at most
 // max_length characters from the left (0: no limit).
@@ -51,11 +63,27 @@ bool IsIntegerText(std::string_view text);
 // The value of a cleaned integer text. Throws Fault(kDoesNotFit) when 64 bits cannot hold it.
 std::int64_t IntegerOf(std::string_view cleaned_text);
 
+// The number from least (0 or more) to most, both included, that the whole text is: decimal digits
+// and nothing around them. Nothing for any other text.
+template <std::integral Number>
+std::optional<Number> WholeNumber(std::string_view text, Number least, Number most) {
+  Number value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  const bool whole = error == std::errc() && stop == end && !text.starts_with('-');
+  return whole && least <= value && value <= most ? std::optional(value) : std::nullopt;
+}
+
+// An address as four decimal numbers with dots between. Reading takes 0 to 255 each, with any
+// leading zeros, and gives nothing for another text.
+std::string AddressText(std::span<const std::uint8_t, 4> address);
+std::optional<IPv4Address> AddressOf(std::string_view text);
+
 // Single characters, as the entry fields of the dialogs ask for them.
+bool IsDigit(char c);  // "0" to "9"
 bool IsHexDigit(char c);
-bool IsIntegerCharacter(char c);  // "0" to "9" and "-"
-bool IsDecimalPoint(char c);
-bool IsWhiteSpace(char c);  // a blank or a tab
+bool IsIntegerCharacter(char c);  // a digit or "-"
+bool IsWhiteSpace(char c);        // a blank or a tab
 
 // The text without any blank (" ").
 std::string WithoutBlanks(std::string_view text);

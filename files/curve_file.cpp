@@ -23,12 +23,8 @@ constexpr std::array<CoordinateRow, 2> kCoordinates{{
 // allows.
 std::optional<std::size_t> SlotOf(std::string_view key, const HeaderRow& header) {
   if (key.size() < header.slot_digits) return std::nullopt;
-  std::size_t slot = 0;
-  for (const char c : key.substr(key.size() - header.slot_digits)) {
-    if (c < '0' || c > '9') return std::nullopt;
-    slot = slot * 10 + static_cast<std::size_t>(c - '0');
-  }
-  return slot < header.slot_count ? std::optional(slot) : std::nullopt;
+  const std::string_view digits = key.substr(key.size() - header.slot_digits);
+  return WholeNumber<std::size_t>(digits, 0, header.slot_count - 1);
 }
 
 }  // namespace

@@ -22,8 +22,7 @@ std::string WordText(std::int32_t value) {
 }
 
 char LowDigit(std::int32_t value) {
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
-  return kDigits[static_cast<std::uint32_t>(value) & 15u];
+  return HexDigit(static_cast<std::uint32_t>(value));
 }
 
 std::int32_t SignExtend(std::int32_t value, int bits) {
@@ -35,9 +34,7 @@ std::int32_t SignExtend(std::int32_t value, int bits) {
 std::int32_t SecondDifference(std::string_view table, std::size_t line) {
   const std::size_t at = line % 2 == 0 ? line - 1 : line - 3;
   if (at >= table.size()) throw Fault(FaultCode::kNotANumber);
-  const int digit = HexDigitValue(table[at]);
-  if (digit < 0) throw Fault(FaultCode::kNotANumber);
-  return SignExtend(digit, 4);
+  return SignExtend(HexDigitValue(table[at]), 4);
 }
 
 }  // namespace
@@ -120,10 +117,7 @@ std::int32_t UnsignedRegisterValue(std::string_view text) {
   if (text.size() != 2 && text.size() != 4) throw Fault(FaultCode::kNotANumber);
   std::int32_t value = 0;
   for (std::size_t at = text.size(); at > 0; at -= 2) {
-    const int high = HexDigitValue(text[at - 2]);
-    const int low = HexDigitValue(text[at - 1]);
-    if (high < 0 || low < 0) throw Fault(FaultCode::kNotANumber);
-    value = value * 256 + high * 16 + low;
+    value = value * 256 + HexByte(text.substr(at - 2, 2));
   }
   return value;
 }

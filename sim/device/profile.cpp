@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "sim/line/whole_number.h"
+#include "core/conversions.h"
 
 namespace warpline::sim {
 namespace {

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
-#include <string_view>
 #include <vector>
+
+#include "core/conversions.h"
 
 namespace warpline::sim {
 namespace {
@@ -41,17 +42,6 @@ constexpr std::size_t kAddressStart = 5;
 constexpr std::size_t kBlockLengthStart = 9;
 constexpr std::size_t kBlockDataStart = 12;
 
-std::string HexText(ByteView bytes) {
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text;
-  text.reserve(bytes.size() * 2);
-  for (const std::uint8_t byte : bytes) {
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 15];
-  }
-  return text;
-}
-
 std::size_t BytesOf(std::span<const std::size_t> entries, PanelSize panel) {
   return std::accumulate(
       entries.begin(), entries.end(), std::size_t{0},
@@ -86,7 +76,7 @@ bool WriteEntries(std::span<const std::size_t> entries, ByteView data, PanelSize
   if (data.size() != BytesOf(entries, panel)) return false;
   for (const std::size_t entry : entries) {
     const std::size_t length = EntryBytes(entry, panel);
-    EntryText(registers, entry) = HexText(data.first(length));
+    EntryText(registers, entry) = HexOf(data.first(length));
     data = data.subspan(length);
   }
   return true;
@@ -124,8 +114,8 @@ std::optional<RegisterSet> WholeBlockRegisters(ByteView frame, PanelSize panel,
 
   RegisterSet registers;
   const Bytes backward(tables.rbegin(), tables.rend());
-  EntryText(registers, kVerticalTable) = HexText(tables.first(v_length));
-  EntryText(registers, kHorizontalTable) = HexText(ByteView(backward).first(h_length));
+  EntryText(registers, kVerticalTable) = HexOf(tables.first(v_length));
+  EntryText(registers, kHorizontalTable) = HexOf(ByteView(backward).first(h_length));
   ByteView rest = frame.subspan(kBlockDataStart + kTableFieldBytes);
   WriteEntries(kWholeBlockEntries, rest.first(rest.size() - 1), panel, registers);
   return registers;

@@ -10,7 +10,8 @@
 #include "sim/line/wire.h"
 
 // Where the register texts stand in the data of the commands. Entries 0-8 are the horizontal axis's
-// fields, 9-17 the vertical one's.
+// fields, 9-17 the vertical one's. The sender's own description is not used, so that a mistake in
+// it shows as a refused frame instead of being shared.
 
 namespace warpline::sim {
 

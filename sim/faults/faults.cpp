@@ -5,7 +5,7 @@
 #include <charconv>
 #include <utility>
 
-#include "sim/line/whole_number.h"
+#include "core/conversions.h"
 
 namespace warpline::sim {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "core/conversions.h"
 #include "sim/line/socket_os.h"
-#include "sim/line/whole_number.h"
 
 namespace warpline::sim {
 namespace {

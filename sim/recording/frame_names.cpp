@@ -48,11 +48,7 @@ std::string FrameName(const ProjectorTexts& texts, ByteView frame) {
 }
 
 std::string FrameHex(ByteView frame, std::size_t most_bytes) {
-  std::string text;
-  for (const std::uint8_t byte : frame.first(std::min(frame.size(), most_bytes))) {
-    if (!text.empty()) text += ' ';
-    text += HexTextMsbFirst(byte, 2);
-  }
+  const std::string text = HexOf(frame.first(std::min(frame.size(), most_bytes)), " ");
   return frame.size() > most_bytes ? text + " ..." : text;
 }
 

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/conversions.h"
-#include "sim/line/whole_number.h"
 #include "sim/recording/frame_names.h"
 
 namespace warpline::sim {
@@ -44,12 +43,6 @@ Bytes BytesOf(std::string_view hex) {
   Bytes bytes(hex.size() / 2);
   HexTextToBytes(bytes, 0, hex);
   return bytes;
-}
-
-std::string HexOf(ByteView bytes) {
-  std::string text;
-  for (const std::uint8_t byte : bytes) text += HexTextMsbFirst(byte, 2);
-  return text;
 }
 
 void Demand(bool so, const char* otherwise) {

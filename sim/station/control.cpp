@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "sim/line/whole_number.h"
+#include "core/conversions.h"
 
 namespace warpline::sim {
 namespace {

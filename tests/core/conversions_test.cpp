@@ -132,7 +132,6 @@ TEST(Characters, OfEachKind) {
   EXPECT_EQ(Accepted(IsHexDigit), "0123456789ABCDEFabcdef");
   EXPECT_EQ(Accepted(IsIntegerCharacter), "-0123456789");
   EXPECT_EQ(Accepted(IsWhiteSpace), "\t ");
-  EXPECT_EQ(Accepted(IsDecimalPoint), ".");
   EXPECT_TRUE(IsIntegerText(""));
   EXPECT_TRUE(IsIntegerText("12-3"));
   EXPECT_FALSE(IsIntegerText("1.2"));

@@ -34,9 +34,7 @@ inline Bytes FromHex(std::string_view text) {
 }
 
 inline std::string ToHex(ByteView bytes) {
-  std::string text;
-  for (const std::uint8_t byte : bytes) text += HexTextMsbFirst(byte, 2);
-  return text;
+  return HexOf(bytes);
 }
 
 // A station and a link to it that takes frames as hex.
