@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "core/catalogue.h"
-#include "platform/files.h"
-#include "platform/network.h"
+#include "core/conversions.h"
+#include "link/adapters.h"
 
 namespace warpline {
 namespace {
@@ -21,24 +21,9 @@ constexpr const char* kCreateFailed = "ConnectSelectCreate() に失敗しまし�
 constexpr const char* kStartFailed = "ConnectSelectStart() 戻り値が FALSE でした";
 constexpr const char* kHandleInvalid = "Handle Error!!";
 
-csAdapterList LocalAdapters() {
-  csAdapterList list{};
-  for (const IPv4Address& address : LocalIPv4Addresses()) {
-    if (list.iAdapterNum == kMostSearchAdapters) break;
-    std::copy(address.begin(), address.end(), list.Adapter[list.iAdapterNum++].ucIP);
-  }
-  return list;
-}
-
 // How many entries of the record hold something, whatever its count says.
 std::int32_t EntryCount(const csResData& result) {
   return std::clamp(result.iPjNum, 0, kMostSearchProjectors);
-}
-
-std::string DottedText(const std::uint8_t (&address)[4]) {
-  std::string text = std::to_string(address[0]);
-  for (int part = 1; part < 4; ++part) text.append(".").append(std::to_string(address[part]));
-  return text;
 }
 
 std::string NameText(const char (&name)[kSearchNameSize]) {
@@ -164,7 +149,7 @@ SearchRequest ProjectorSearch::TakeSelected(const Notification& notification) {
     Messages(global_, display_).ShowFault(FaultCode::kIndexOutOfRange);
     return SearchRequest::kNone;
   }
-  global_.Settings.IPAddress = DottedText(result_.PJData[notification.first].ucIP);
+  global_.Settings.IPAddress = AddressText(result_.PJData[notification.first].ucIP);
   chosen_ = true;
   return SearchRequest::kNone;
 }
@@ -215,7 +200,7 @@ std::vector<FoundProjector> ProjectorSearch::Found() const {
   std::vector<FoundProjector> found;
   for (std::int32_t i = 0; i < EntryCount(result_); ++i) {
     const auto& entry = result_.PJData[i];
-    found.push_back({DottedText(entry.ucIP), NameText(entry.cName), entry.bSelectable != 0});
+    found.push_back({AddressText(entry.ucIP), NameText(entry.cName), entry.bSelectable != 0});
   }
   return found;
 }
@@ -226,7 +211,7 @@ std::string ProjectorSearch::Diagnosis() const {
     const auto& entry = result_.PJData[i];
     const std::string start = "\r\ncsResData.PJData(" + std::to_string(i) + ")";
     text.append(start).append(".bSelectable = ").append(std::to_string(entry.bSelectable));
-    text.append(start).append(".ucIP        = ").append(DottedText(entry.ucIP));
+    text.append(start).append(".ucIP        = ").append(AddressText(entry.ucIP));
   }
   return text;
 }
