@@ -1,6 +1,8 @@
 #include "link/command_frames.h"
 
 #include <algorithm>
+#include <array>
+#include <initializer_list>
 #include <span>
 
 #include "core/conversions.h"
@@ -18,35 +20,51 @@ constexpr std::string_view kPrepareText = "021A0000020201cs";
 // Stands in a sub-command for the value byte of kCommandSetMode.
 constexpr std::string_view kModeMark = "mm";
 
-struct CommandRow {
-  int number;
-  std::string_view header;
-  std::string_view sub_command;
-  std::size_t entry_count;
-  std::array<std::uint8_t, 7> entries;  // register texts, 0-8 horizontal and 9-17 vertical
+// The register texts that a command carries, in order.
+struct FieldList {
+  constexpr FieldList(std::initializer_list<RegisterField> list) : count(list.size()) {
+    std::copy(list.begin(), list.end(), fields.begin());
+  }
+  constexpr std::span<const RegisterField> Fields() const { return std::span(fields).first(count); }
+
+  std::array<RegisterField, kRegisterFieldCount> fields{};
+  std::size_t count;
 };
 
-constexpr std::array<CommandRow, 19> kCommands{{
-    {0, kDataHeader, "0000", 0, {}},
-    {1, kDataHeader, "0100", 0, {}},
-    {2, kDataHeader, "0200", 7, {0, 1, 6, 7, 2, 3, 8}},
-    {3, kDataHeader, "0300", 7, {9, 10, 15, 16, 11, 12, 17}},
-    {4, kDataHeader, "0400", 3, {6, 7, 8}},
-    {5, kDataHeader, "0500", 3, {15, 16, 17}},
-    {6, kDataHeader, "0600", 1, {0}},
-    {7, kDataHeader, "0700", 1, {9}},
-    {8, kDataHeader, "0800", 1, {1}},
-    {9, kDataHeader, "0900", 1, {10}},
-    {10, kDataHeader, "0A00", 1, {2}},
-    {11, kDataHeader, "0B00", 1, {11}},
-    {12, kDataHeader, "0C00", 1, {3}},
-    {14, kDataHeader, "0E00", 1, {4}},
-    {16, kDataHeader, "1000", 1, {5}},
-    {17, kDataHeader, "1100", 1, {14}},
-    {18, kModeHeader, "mm00", 0, {}},
-    {19, kModeHeader, "0100", 0, {}},
-    {21, kDataHeader, "1200", 0, {}},
-}};
+struct CommandRow {
+  CommandNumber number;
+  std::string_view header;
+  std::string_view sub_command;
+  Axis axis;  // of the fields
+  FieldList fields;
+};
+
+constexpr FieldList kSet{kPanelExt, kScroll, kCorre0, kCorre1, kOptCenter, kLinearity, kCorre2};
+constexpr FieldList kCorrection{kCorre0, kCorre1, kCorre2};
+constexpr FieldList kNothing{};
+
+// A command without fields has no axis; the column then says nothing.
+constexpr std::array kCommands{
+    CommandRow{kCommandClear, kDataHeader, "0000", kHorizontal, kNothing},
+    CommandRow{kCommandShow, kDataHeader, "0100", kHorizontal, kNothing},
+    CommandRow{kCommandHorizontalSet, kDataHeader, "0200", kHorizontal, kSet},
+    CommandRow{kCommandVerticalSet, kDataHeader, "0300", kVertical, kSet},
+    CommandRow{kCommandHorizontalCorrection, kDataHeader, "0400", kHorizontal, kCorrection},
+    CommandRow{kCommandVerticalCorrection, kDataHeader, "0500", kVertical, kCorrection},
+    CommandRow{kCommandHorizontalPanelExt, kDataHeader, "0600", kHorizontal, {kPanelExt}},
+    CommandRow{kCommandVerticalPanelExt, kDataHeader, "0700", kVertical, {kPanelExt}},
+    CommandRow{kCommandHorizontalScroll, kDataHeader, "0800", kHorizontal, {kScroll}},
+    CommandRow{kCommandVerticalScroll, kDataHeader, "0900", kVertical, {kScroll}},
+    CommandRow{kCommandHorizontalOptCenter, kDataHeader, "0A00", kHorizontal, {kOptCenter}},
+    CommandRow{kCommandVerticalOptCenter, kDataHeader, "0B00", kVertical, {kOptCenter}},
+    CommandRow{kCommandHorizontalLinearity, kDataHeader, "0C00", kHorizontal, {kLinearity}},
+    CommandRow{kCommandHorizontalCompDisp, kDataHeader, "0E00", kHorizontal, {kCompDisp}},
+    CommandRow{kCommandHorizontalStadium, kDataHeader, "1000", kHorizontal, {kStadium}},
+    CommandRow{kCommandVerticalStadium, kDataHeader, "1100", kVertical, {kStadium}},
+    CommandRow{kCommandSetMode, kModeHeader, "mm00", kHorizontal, kNothing},
+    CommandRow{kCommandQueryMode, kModeHeader, "0100", kHorizontal, kNothing},
+    CommandRow{kCommandStore, kDataHeader, "1200", kHorizontal, kNothing},
+};
 
 // Layout of the whole block.
 constexpr std::size_t kWholeBlockClearedBytes = 1792;
@@ -54,16 +72,14 @@ constexpr std::size_t kWholeBlockCountStart = 3;
 constexpr std::size_t kWholeBlockAddressStart = 5;
 constexpr std::size_t kWholeBlockLengthStart = 9;
 constexpr std::string_view kWholeBlockHeader = "01FC000000";
-constexpr std::size_t kHorizontalTable = 8;
-constexpr std::size_t kVerticalTable = 17;
-constexpr std::array<std::size_t, 16> kWholeBlockFields{0, 9,  1, 10, 6, 15, 7, 16,
-                                                        2, 11, 3, 12, 4, 13, 5, 14};
+// The short fields behind the tables, each for the horizontal and then the vertical axis.
+constexpr std::array kWholeBlockFields{kPanelExt,  kScroll,    kCorre0,   kCorre1,
+                                       kOptCenter, kLinearity, kCompDisp, kStadium};
 constexpr std::uint32_t kLowAddress = 0x45000;
 constexpr std::uint32_t kHighAddress = 0x46000;
 
-std::string_view EntryText(const RegisterSet& registers, std::size_t entry) {
-  const std::size_t field = entry % kRegisterFieldCount;
-  const std::string& text = registers.at(entry / kRegisterFieldCount)[field];
+std::string_view FieldText(const RegisterSet& registers, Axis axis, RegisterField field) {
+  const std::string& text = registers[axis][field];
   return field == kCompDisp && text.empty() ? std::string_view("00") : text;
 }
 
@@ -88,8 +104,8 @@ std::uint32_t WholeBlockAddress(int model_class, int reply5) {
 
 void WriteWholeBlockTables(const RegisterSet& registers, std::span<std::uint8_t> buffer) {
   const std::size_t last = kWholeBlockTableStart + kWholeBlockTableBytes - 1;
-  HexTextToBytes(buffer, kWholeBlockTableStart, EntryText(registers, kVerticalTable));
-  HexTextToBytesBackward(buffer, last, EntryText(registers, kHorizontalTable));
+  HexTextToBytes(buffer, kWholeBlockTableStart, FieldText(registers, kVertical, kCorre2));
+  HexTextToBytesBackward(buffer, last, FieldText(registers, kHorizontal, kCorre2));
 }
 
 }  // namespace
@@ -102,10 +118,10 @@ std::optional<std::string> ComposeCommandText(int number, const RegisterSet& reg
   if (row == kCommands.end()) return std::nullopt;
 
   std::string body = SubCommandText(*row, mode);
-  if (row->entry_count > 0) {
+  if (row->fields.count > 0) {
     std::string data;
-    for (const std::uint8_t entry : std::span(row->entries).first(row->entry_count)) {
-      data += EntryText(registers, entry);
+    for (const RegisterField field : row->fields.Fields()) {
+      data += FieldText(registers, row->axis, field);
     }
     body += HexTextLsbFirst(PairCount(data), 4) + data;
   }
@@ -119,8 +135,8 @@ Frame FrameOf(std::string_view text) {
 }
 
 std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_class, int reply5) {
-  const std::size_t table_digits =
-      EntryText(registers, kVerticalTable).size() + EntryText(registers, kHorizontalTable).size();
+  const std::size_t table_digits = FieldText(registers, kVertical, kCorre2).size() +
+                                   FieldText(registers, kHorizontal, kCorre2).size();
   if (table_digits > 2 * std::size_t{kWholeBlockTableBytes}) return std::nullopt;
 
   Frame frame(kWholeBlockClearedBytes, 0);
@@ -129,8 +145,10 @@ std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_c
                  HexTextLsbFirst(WholeBlockAddress(model_class, reply5), 8));
   WriteWholeBlockTables(registers, frame);
   std::size_t end = kWholeBlockTableStart + kWholeBlockTableBytes;
-  for (const std::size_t entry : kWholeBlockFields) {
-    end = HexTextToBytes(frame, end, EntryText(registers, entry));
+  for (const RegisterField field : kWholeBlockFields) {
+    for (const Axis axis : {kHorizontal, kVertical}) {
+      end = HexTextToBytes(frame, end, FieldText(registers, axis, field));
+    }
   }
   const auto count = static_cast<std::uint32_t>(end - kWholeBlockAddressStart);
   const auto length = static_cast<std::uint32_t>(end - kWholeBlockTableStart);
@@ -138,13 +156,6 @@ std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_c
   HexTextToBytes(frame, kWholeBlockLengthStart, HexTextLsbFirst(length, 4));
   frame.resize(HexTextToBytes(frame, end, "cs"));
   return frame;
-}
-
-std::string HexOf(const Frame& frame) {
-  std::string text;
-  text.reserve(2 * frame.size());
-  for (const std::uint8_t byte : frame) text += HexTextMsbFirst(byte, 2);
-  return text;
 }
 
 }  // namespace warpline

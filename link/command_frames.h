@@ -23,6 +23,16 @@ enum CommandNumber : int {
   kCommandShow = 1,
   kCommandHorizontalSet = 2,
   kCommandVerticalSet = 3,
+  kCommandHorizontalCorrection = 4,
+  kCommandVerticalCorrection = 5,
+  kCommandHorizontalPanelExt = 6,
+  kCommandVerticalPanelExt = 7,
+  kCommandHorizontalScroll = 8,
+  kCommandVerticalScroll = 9,
+  kCommandHorizontalOptCenter = 10,
+  kCommandVerticalOptCenter = 11,
+  kCommandHorizontalLinearity = 12,
+  kCommandHorizontalCompDisp = 14,
   kCommandHorizontalStadium = 16,
   kCommandVerticalStadium = 17,
   kCommandSetMode = 18,
@@ -30,7 +40,6 @@ enum CommandNumber : int {
   kCommandPrepare = 20,
   kCommandStore = 21,
 };
-inline constexpr int kLastCommand = 21;
 
 // Fixed query frames, without their checksum.
 inline constexpr std::string_view kProbeText = "01DF000000cs";
@@ -56,8 +65,5 @@ Frame FrameOf(std::string_view text);
 // The whole-block frame for model class 3 or 4 (reply5: byte 5 of the model-class answer); nothing
 // when the two tables do not fit into the shared field.
 std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_class, int reply5);
-
-// The frame as upper-case hex without blanks.
-std::string HexOf(const Frame& frame);
 
 }  // namespace warpline

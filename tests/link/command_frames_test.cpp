@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/conversions.h"
 #include "core/fault.h"
 
 namespace warpline {

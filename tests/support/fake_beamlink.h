@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/conversions.h"
 #include "link/beamlink.h"
 #include "link/command_frames.h"
 
