@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/message_numbers.h"
+
 #include "core/table_order.h"
 
 // The records of one complete correction, and the values they start from. Axis 0 is horizontal (one
@@ -87,12 +89,12 @@ struct ScreenTypeRow {
 
 // Every screen type, at the index of its number.
 inline constexpr std::array kScreenTypes{
-    ScreenTypeRow{kCylindricalScreen, 168, {kDiagonalLine, kArch}},
-    ScreenTypeRow{kVerticalBowScreen, 169, {kArch, kDiagonalLine}},
-    ScreenTypeRow{kSphericalScreen, 170, {kArch, kArch}},
-    ScreenTypeRow{kCornerWallScreen, 171, {kDiagonalLine, kTriangle}},
-    ScreenTypeRow{kCornerCeilingScreen, 172, {kTriangle, kDiagonalLine}},
-    ScreenTypeRow{kOtherScreens, 173, {kDiagonalLine, kDiagonalLine}},
+    ScreenTypeRow{kCylindricalScreen, kMsgCylindricalScreen, {kDiagonalLine, kArch}},
+    ScreenTypeRow{kVerticalBowScreen, kMsgCylindricalScreenVerticalBow, {kArch, kDiagonalLine}},
+    ScreenTypeRow{kSphericalScreen, kMsgSphericalScreen, {kArch, kArch}},
+    ScreenTypeRow{kCornerWallScreen, kMsgCornerWallScreen, {kDiagonalLine, kTriangle}},
+    ScreenTypeRow{kCornerCeilingScreen, kMsgCornerCeilingScreen, {kTriangle, kDiagonalLine}},
+    ScreenTypeRow{kOtherScreens, kMsgOtherScreens, {kDiagonalLine, kDiagonalLine}},
 };
 static_assert(RowsStandInOrder(kScreenTypes, &ScreenTypeRow::type));
 inline constexpr int kScreenTypeCount = kScreenTypes.size();

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/catalogue.h"
+#include "core/link_results.h"
 
 namespace warpline {
 namespace {
@@ -21,25 +22,25 @@ struct MessageRow {
 // The first row that fits counts. Opening has no row for -1, and a failed time-out is always
 // reported as a send error; both are the product's behaviour.
 constexpr std::array<MessageRow, 32> kMessageRows{{
-    {MessageCategory::kOpen, -2, kMsgPortNotSupported},
-    {MessageCategory::kOpen, -3, kMsgDeviceInUse},
-    {MessageCategory::kOpen, -4, kMsgSocketStartFailed},
-    {MessageCategory::kOpen, -5, kMsgSocketFailed},
-    {MessageCategory::kOpen, -6, kMsgSocketAddressFailed},
-    {MessageCategory::kOpen, -7, kMsgHostNotFound},
-    {MessageCategory::kOpen, -8, kMsgConnectionFailed},
-    {MessageCategory::kOpen, -9, kMsgSocketModeFailed},
-    {MessageCategory::kOpen, -99, kMsgOpenCancelled},
+    {MessageCategory::kOpen, kOpenBadPort, kMsgPortNotSupported},
+    {MessageCategory::kOpen, kOpenPortInUse, kMsgDeviceInUse},
+    {MessageCategory::kOpen, kOpenWinSock, kMsgSocketStartFailed},
+    {MessageCategory::kOpen, kOpenSocket, kMsgSocketFailed},
+    {MessageCategory::kOpen, kOpenBind, kMsgSocketAddressFailed},
+    {MessageCategory::kOpen, kOpenHost, kMsgHostNotFound},
+    {MessageCategory::kOpen, kOpenConnect, kMsgConnectionFailed},
+    {MessageCategory::kOpen, kOpenSelect, kMsgSocketModeFailed},
+    {MessageCategory::kOpen, kOpenCancelled, kMsgOpenCancelled},
     {MessageCategory::kOpen, kAnyCode, kMsgOpenDeviceIdInvalid},
-    {MessageCategory::kClose, -1, kMsgCloseDeviceIdInvalid},
-    {MessageCategory::kClose, -2, kMsgAlreadyClosed},
+    {MessageCategory::kClose, kCloseBadHandle, kMsgCloseDeviceIdInvalid},
+    {MessageCategory::kClose, kCloseAlreadyClosed, kMsgAlreadyClosed},
     {MessageCategory::kClose, kAnyCode, kMsgCloseFailed},
     {MessageCategory::kTimeOut, kAnyCode, kMsgSendError},
-    {MessageCategory::kExchange, -1, kMsgNotInitialized},
-    {MessageCategory::kExchange, -2, kMsgDeviceIdInvalid},
-    {MessageCategory::kExchange, -3, kMsgNoResponse},
-    {MessageCategory::kExchange, -4, kMsgSendError},
-    {MessageCategory::kExchange, -5, kMsgReceiveError},
+    {MessageCategory::kExchange, kBeamlinkNotInitialized, kMsgNotInitialized},
+    {MessageCategory::kExchange, kBeamlinkBadHandle, kMsgDeviceIdInvalid},
+    {MessageCategory::kExchange, kBeamlinkNoResponse, kMsgNoResponse},
+    {MessageCategory::kExchange, kBeamlinkSendError, kMsgSendError},
+    {MessageCategory::kExchange, kBeamlinkReceiveError, kMsgReceiveError},
     {MessageCategory::kExchange, kAnyCode, kMsgCommandFailed},
     {MessageCategory::kFile, kFileNameWrong, kMsgFileNameWrong},
     {MessageCategory::kFile, kFileCorrupted, kMsgFileCorrupted},

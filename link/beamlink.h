@@ -4,9 +4,11 @@
 
 #include WARPLINE_PLATFORM_HEADER
 
+#include "core/link_results.h"
+
 // Everything that this side believes about the projector maker's control library "Beamlink": entry
-// points, records and result codes. When the maker's library turns out to differ, this is the one
-// place to correct.
+// points, records and, in core/link_results.h, result codes. When the maker's library turns out to
+// differ, these are the places to correct.
 
 namespace warpline {
 
@@ -17,33 +19,6 @@ inline constexpr int kBeamlinkParameterSize = 17;
 
 // Fourth argument of PJCommDevOpen: the call returns when the link is open or has failed.
 inline constexpr std::int32_t kBeamlinkBlocking = 1;
-
-// Result codes. Opening returns a link handle (zero or more) or one of the first group.
-enum BeamlinkOpenResult : std::int32_t {
-  kOpenBadPort = -2,
-  kOpenPortInUse = -3,
-  kOpenWinSock = -4,
-  kOpenSocket = -5,
-  kOpenBind = -6,
-  kOpenHost = -7,
-  kOpenConnect = -8,
-  kOpenSelect = -9,
-  kOpenCancelled = -99,
-};
-enum BeamlinkCloseResult : std::int32_t {
-  kCloseBadHandle = -1,
-  kCloseAlreadyClosed = -2,
-};
-enum BeamlinkResult : std::int32_t {
-  kBeamlinkOk = 0,
-  kBeamlinkNotInitialized = -1,
-  kBeamlinkBadHandle = -2,
-  kBeamlinkNoResponse = -3,
-  kBeamlinkSendError = -4,
-  kBeamlinkReceiveError = -5,
-  kBeamlinkCommandFailed = -6,
-  kBeamlinkNoPanelInformation = -20,  // the projector does not report its panel; no failure
-};
 
 // Records that the library fills.
 struct PJRunningStatus {

@@ -50,16 +50,16 @@ inline constexpr std::array kGroups{
     GroupRow{
         kGroupLinearity,
         kMsgCorrectLinearity,
-        {2, 3},
+        {kMsgHorizontalSide, kMsgVerticalSide},
         {{{kHorizontal, ParameterField::kLinearity}, {kVertical, ParameterField::kLinearity}}}},
     GroupRow{
         kGroupAmplitude,
         kMsgCorrectAmplitude,
-        {2, 3},
+        {kMsgHorizontalSide, kMsgVerticalSide},
         {{{kHorizontal, ParameterField::kAmplitude}, {kVertical, ParameterField::kAmplitude}}}},
     GroupRow{kGroupPosition,
              kMsgCorrectPosition,
-             {2, 3},
+             {kMsgHorizontalSide, kMsgVerticalSide},
              {{{kHorizontal, ParameterField::kPosition}, {kVertical, ParameterField::kPosition}}}},
 };
 static_assert(RowsStandInOrder(kGroups, &GroupRow::group));
