@@ -21,6 +21,7 @@ bool Server::Listen(const Endpoint& endpoint, std::string& reason) {
   listener_ = Listener::Open(endpoint, reason);
   if (!listener_) return false;
   where_ = listener_->Where();
+  if (station_.RefusesEveryLink()) listener_.reset();
   accept_thread_ = std::thread([this] { AcceptLinks(); });
   return true;
 }

@@ -41,7 +41,11 @@ std::string Scroll(const ProjectorServer& server) {
 }
 
 TEST(LinkFaults, RefuseEveryCallerUntilCleared) {
-  ProjectorServer server;
+  ProjectorServer server({}, {"always:refuselink"});
+  EXPECT_FALSE(Connect(server)) << "from the start";
+  server.SetFaults({});
+  while (!Connect(server)) {
+  }
   server.SetFaults({"always:refuselink"});
   EXPECT_TRUE(ComesTrue([&] { return !Connect(server); })) << "still listening";
   server.SetFaults({});
