@@ -1,6 +1,7 @@
 #include "app/communication_settings.h"
 
 #include "app/address_check.h"
+#include "platform/network.h"
 
 namespace warpline {
 
@@ -21,6 +22,14 @@ bool StoreCommunication(const CommunicationEntry& entry, Settings& settings,
   settings.IPAddress = entry.IPAddress;
   settings.USBPort = entry.USBPort;
   return true;
+}
+
+SearchOptions SearchOptionsOf(const LSSglobal& global, SearchWindow window) {
+  return {global.Settings.IPAddress, LocalIPv4Addresses(), global.Language == 1, window};
+}
+
+void StoreFoundAddress(const std::string& address, Settings& settings) {
+  settings.IPAddress = address;
 }
 
 }  // namespace warpline

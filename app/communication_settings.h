@@ -5,10 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "core/LSSglobal.h"
 #include "core/messages.h"
 #include "core/settings.h"
+#include "link/projector_search.h"
 
-// What the communication settings dialog edits and decides, without its window.
+// What the communication settings dialog edits and decides, without its window, and what a search
+// for projectors starts with and leaves.
 
 namespace warpline {
 
@@ -36,5 +39,12 @@ CommunicationEntry CommunicationEntryOf(const Settings& settings);
 // connection is by LAN and the address is none that a projector can have.
 bool StoreCommunication(const CommunicationEntry& entry, Settings& settings,
                         const Messages& messages);
+
+// The address in the settings comes first, on all local networks, in the tool's language.
+SearchOptions SearchOptionsOf(const LSSglobal& global, SearchWindow window);
+
+// The projector found becomes the one of the settings. Writing the settings file is left to the
+// caller.
+void StoreFoundAddress(const std::string& address, Settings& settings);
 
 }  // namespace warpline

@@ -2,6 +2,7 @@
 #include <string>
 #include <thread>
 
+#include "app/communication_settings.h"
 #include "cli/connection.h"
 #include "cli/verbs.h"
 #include "link/projector_search.h"
@@ -37,8 +38,8 @@ void Print(const FoundProjector& projector, Session& session) {
 int RunSearch(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
   const std::int32_t time_out = session.global.Settings.LANTimeOut;
-  ProjectorSearch search(session.global, session.display, BeamseekFromProgramFolder());
-  if (!search.Start(SearchWindow::kHidden)) return kExitFailed;
+  ProjectorSearch search(session.messages, BeamseekFromProgramFolder());
+  if (!search.Start(SearchOptionsOf(session.global, SearchWindow::kHidden))) return kExitFailed;
   if (!WaitForEnd(search, milliseconds(time_out))) {
     session.Tell(CliText::kSearchTooLong, {std::to_string(time_out)});
     return kExitFailed;

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
-#include "platform/network.h"
-
 namespace warpline {
 
-csAdapterList LocalAdapters() {
+csAdapterList AdapterListOf(const std::vector<IPv4Address>& addresses) {
   csAdapterList list{};
-  for (const IPv4Address& address : LocalIPv4Addresses()) {
+  for (const IPv4Address& address : addresses) {
     if (list.iAdapterNum == kMostSearchAdapters) break;
     std::copy(address.begin(), address.end(), list.Adapter[list.iAdapterNum++].ucIP);
   }

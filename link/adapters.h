@@ -1,11 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include "link/beamseek.h"
+#include "platform/network.h"
 
 namespace warpline {
 
-// The network adapters of this machine as the search library takes them: those in operation,
-// loopback left out, at most kMostSearchAdapters.
-csAdapterList LocalAdapters();
+// Network adapters as the search library takes them, at most kMostSearchAdapters.
+csAdapterList AdapterListOf(const std::vector<IPv4Address>& addresses);
 
 }  // namespace warpline

@@ -5,11 +5,9 @@
 #include <cstring>
 #include <deque>
 #include <mutex>
-#include <optional>
 #include <string_view>
 #include <utility>
 
-#include "core/catalogue.h"
 #include "core/conversions.h"
 #include "link/adapters.h"
 
@@ -80,51 +78,47 @@ const ProjectorSearch::Row* ProjectorSearch::FindRow(std::uint32_t code) {
   return row == kRows.end() ? nullptr : row;
 }
 
-ProjectorSearch::ProjectorSearch(LSSglobal& global, MessageDisplay& display,
-                                 BeamseekProvider provider)
-    : global_(global),
-      display_(display),
-      provider_(std::move(provider)),
-      mailbox_(std::make_unique<Mailbox>()) {}
+ProjectorSearch::ProjectorSearch(const Messages& messages, BeamseekProvider provider)
+    : messages_(messages), provider_(std::move(provider)), mailbox_(std::make_unique<Mailbox>()) {}
 
 ProjectorSearch::~ProjectorSearch() {
   Destroy();
 }
 
-bool ProjectorSearch::Start(SearchWindow window) {
+bool ProjectorSearch::Start(const SearchOptions& options) {
   if (IsRunning()) return false;
   mailbox_->Clear();
   result_ = {};
-  chosen_ = false;
+  chosen_.reset();
   library_ = provider_();
   if (library_ == nullptr) {
-    Messages(global_, display_).ShowText(kMsgLibraryMissing);
+    messages_.ShowText(kMsgLibraryMissing);
     return false;
   }
-  if (!Create(window)) return false;
+  if (!Create(options)) return false;
   std::array<char, kSearchAddressSize> last{};
-  global_.Settings.IPAddress.copy(last.data(), last.size() - 1);
+  options.FirstAddress.copy(last.data(), last.size() - 1);
   // An address that the library does not want is merely not offered first.
   library_->ConnectSelectSetLastPJ(handle_, last.data());
   if (library_->ConnectSelectStart(handle_) != 0) return true;
   Destroy();
-  ShowFixed(kStartFailed);
+  messages_.ShowSystemError(kStartFailed);
   return false;
 }
 
-bool ProjectorSearch::Create(SearchWindow window) {
-  const csAdapterList adapters = LocalAdapters();
-  std::int32_t flags = window == SearchWindow::kShown ? kSearchShowWindow : 0;
-  if (LanguageOf(global_) == Language::kJapanese) flags |= kSearchJapanese;
-  window_ = window;
+bool ProjectorSearch::Create(const SearchOptions& options) {
+  const csAdapterList adapters = AdapterListOf(options.Adapters);
+  window_ = options.Window;
+  std::int32_t flags = window_ == SearchWindow::kShown ? kSearchShowWindow : 0;
+  if (options.Japanese) flags |= kSearchJapanese;
   std::int32_t handle = 0;
   if (library_->ConnectSelectCreate(&adapters, &Mailbox::Record, mailbox_.get(), flags, &handle,
                                     &library_result_) == 0) {
-    ShowFixed(kCreateFailed);
+    messages_.ShowSystemError(kCreateFailed);
     return false;
   }
   if (handle == 0) {
-    ShowFixed(kHandleInvalid);
+    messages_.ShowSystemError(kHandleInvalid);
     return false;
   }
   handle_ = handle;
@@ -146,11 +140,10 @@ SearchRequest ProjectorSearch::TakeSelected(const Notification& notification) {
   CopyResult();
   Destroy();
   if (notification.first >= static_cast<std::uint32_t>(EntryCount(result_))) {
-    Messages(global_, display_).ShowFault(FaultCode::kIndexOutOfRange);
+    messages_.ShowFault(FaultCode::kIndexOutOfRange);
     return SearchRequest::kNone;
   }
-  global_.Settings.IPAddress = AddressText(result_.PJData[notification.first].ucIP);
-  chosen_ = true;
+  chosen_ = AddressText(result_.PJData[notification.first].ucIP);
   return SearchRequest::kNone;
 }
 
@@ -184,16 +177,12 @@ void ProjectorSearch::CopyResult() {
 void ProjectorSearch::Restart(std::int32_t flag) {
   if (library_->ConnectSelectRestart(handle_, flag) != 0) return;
   Destroy();
-  ShowFixed(kHandleInvalid);
+  messages_.ShowSystemError(kHandleInvalid);
 }
 
 void ProjectorSearch::Destroy() {
   if (IsRunning()) library_->ConnectSelectDestroy(std::exchange(handle_, 0));
   library_result_ = nullptr;
-}
-
-void ProjectorSearch::ShowFixed(const char* text) {
-  display_.Show(TextOf(global_, kMsgTitle), text, MessageIcon::kCritical);
 }
 
 std::vector<FoundProjector> ProjectorSearch::Found() const {

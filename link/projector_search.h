@@ -3,15 +3,15 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "core/LSSglobal.h"
-#include "core/interfaces.h"
 #include "core/messages.h"
 #include "link/beamseek.h"
+#include "platform/network.h"
 
-// Lets the maker's search library find projectors and takes over the address of the chosen one.
+// Lets the maker's search library find projectors and tells the address of the chosen one.
 // The library's callback only records; everything else happens in Start and Poll, which one thread
 // calls (the one of the windows: the library may open its own window in them).
 
@@ -29,6 +29,13 @@ inline constexpr int kSearchPollMilliseconds = 50;
 
 enum class SearchWindow { kHidden, kShown };  // of the library's own
 
+struct SearchOptions {
+  std::string FirstAddress{};           // offered first; dotted
+  std::vector<IPv4Address> Adapters{};  // to search through, 16 at most
+  bool Japanese = false;                // language of the library's window; else English
+  SearchWindow Window = SearchWindow::kShown;
+};
+
 // What Poll asks its caller to do.
 enum class SearchRequest {
   kNone,
@@ -45,15 +52,15 @@ struct FoundProjector {
 
 class ProjectorSearch {
  public:
-  // Both references must outlive this object. A search still running at the end is destroyed.
-  ProjectorSearch(LSSglobal& global, MessageDisplay& display, BeamseekProvider provider);
+  // The messages must outlive this object. A search still running at the end is destroyed.
+  ProjectorSearch(const Messages& messages, BeamseekProvider provider);
   ~ProjectorSearch();
   ProjectorSearch(const ProjectorSearch&) = delete;
   ProjectorSearch& operator=(const ProjectorSearch&) = delete;
 
-  // Creates the search, offers the address in the settings first, starts. False when that failed,
-  // which has been shown in exactly one message, or when a search runs already.
-  bool Start(SearchWindow window = SearchWindow::kShown);
+  // Creates the search, offers the first address, starts. False when that failed, which has been
+  // shown in exactly one message, or when a search runs already.
+  bool Start(const SearchOptions& options);
 
   // Handles the oldest notification, if there is one. Does nothing when it is called again while a
   // message of its own is on the screen.
@@ -62,9 +69,9 @@ class ProjectorSearch {
   // From a successful Start until a notification (or a failure, which has been shown) ended it.
   bool IsRunning() const { return handle_ != 0; }
 
-  // The last search ended with a projector chosen: its address now stands in Settings.IPAddress.
-  // Writing the settings file is the caller's business.
-  bool IsChosen() const { return chosen_; }
+  // The dotted address of the projector with whose choice the last search ended; nothing when none
+  // was chosen.
+  const std::optional<std::string>& Chosen() const { return chosen_; }
 
   // The projectors of the result record as it was when the search ended.
   std::vector<FoundProjector> Found() const;
@@ -82,7 +89,7 @@ class ProjectorSearch {
   struct Row;
   static const Row* FindRow(std::uint32_t code);
 
-  bool Create(SearchWindow window);
+  bool Create(const SearchOptions& options);
   SearchRequest TakeSelected(const Notification& notification);
   SearchRequest End(const Notification& notification);
   SearchRequest OpenReadMe(const Notification& notification);
@@ -91,10 +98,8 @@ class ProjectorSearch {
   void CopyResult();
   void Restart(std::int32_t flag);
   void Destroy();
-  void ShowFixed(const char* text);
 
-  LSSglobal& global_;
-  MessageDisplay& display_;
+  const Messages& messages_;
   BeamseekProvider provider_;
   const BeamseekFunctions* library_ = nullptr;
   std::unique_ptr<Mailbox> mailbox_;
@@ -102,7 +107,7 @@ class ProjectorSearch {
   std::int32_t handle_ = 0;
   const csResData* library_result_ = nullptr;  // the library's own memory
   csResData result_{};
-  bool chosen_ = false;
+  std::optional<std::string> chosen_;
   bool polling_ = false;
 };
 

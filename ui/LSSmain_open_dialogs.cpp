@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "app/communication_settings.h"
 #include "app/startup.h"
 #include "ui/LSSapmode.h"
 #include "ui/LSSset.h"
@@ -34,10 +35,13 @@ void ChangeCommunication(const DialogParts& parts, wxTopLevelWindow* owner) {
 }
 
 void SearchProjector(const DialogParts& parts, wxTopLevelWindow* owner) {
-  frmPjSearchCallDlg dialog(owner, parts.global, parts.display, parts.beamseek, [&parts] {
+  frmPjSearchCallDlg dialog(owner, parts.messages, parts.beamseek, [&parts] {
     ShowReadMe(parts.global, parts.messages, parts.program_folder, parts.show_text);
   });
-  if (dialog.Search()) WriteSettings(parts, owner);
+  const auto address = dialog.Search(SearchOptionsOf(parts.global, SearchWindow::kShown));
+  if (!address) return;
+  StoreFoundAddress(*address, parts.global.Settings);
+  WriteSettings(parts, owner);
 }
 
 void ChangeProjectorMode(const DialogParts& parts, wxTopLevelWindow* owner) {

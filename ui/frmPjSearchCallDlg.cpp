@@ -5,22 +5,22 @@
 namespace warpline {
 
 // Without a parent, so that it lives as long as its creator says.
-frmPjSearchCallDlg::frmPjSearchCallDlg(wxTopLevelWindow* owner, LSSglobal& global,
-                                       MessageDisplay& display, BeamseekProvider provider,
+frmPjSearchCallDlg::frmPjSearchCallDlg(wxTopLevelWindow* owner, const Messages& messages,
+                                       BeamseekProvider provider,
                                        std::function<void()> open_read_me)
     : wxDialog(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxDIALOG_NO_PARENT,
                "frmPjSearchCallDlg"),
       owner_(owner),
       open_read_me_(std::move(open_read_me)),
-      search_(global, display, std::move(provider)),
+      search_(messages, std::move(provider)),
       tmrCallBackProc_(this) {
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { OnTimer(); });
 }
 
-bool frmPjSearchCallDlg::Search() {
-  if (!search_.Start()) return false;
+std::optional<std::string> frmPjSearchCallDlg::Search(const SearchOptions& options) {
+  if (!search_.Start(options)) return std::nullopt;
   WaitForEnd();
-  return search_.IsChosen();
+  return search_.Chosen();
 }
 
 // Not a modal dialog of the toolkit: that would keep input away from the library's window too.

@@ -6,6 +6,8 @@
 #include <wx/weakref.h>
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "link/projector_search.h"
 
@@ -18,12 +20,11 @@ class frmPjSearchCallDlg : public wxDialog {
  public:
   // owner takes no input while the search runs. open_read_me shows the user's guide without
   // waiting.
-  frmPjSearchCallDlg(wxTopLevelWindow* owner, LSSglobal& global, MessageDisplay& display,
-                     BeamseekProvider provider, std::function<void()> open_read_me);
+  frmPjSearchCallDlg(wxTopLevelWindow* owner, const Messages& messages, BeamseekProvider provider,
+                     std::function<void()> open_read_me);
 
-  // Returns when the search has ended; true when a projector was chosen, whose address now stands
-  // in the settings.
-  bool Search();
+  // Returns when the search has ended: the address of the projector that was chosen, if one was.
+  std::optional<std::string> Search(const SearchOptions& options);
 
  private:
   void WaitForEnd();

@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <thread>
 
 #include "core/catalogue.h"
 #include "platform/files.h"
-#include "platform/network.h"
 #include "tests/support/fake_beamseek.h"
 #include "tests/support/recorder.h"
 
@@ -16,6 +14,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
+const SearchOptions kOptions{.FirstAddress = "192.168.10.10"};
 const Calls kStarted{"Create 1", "SetLastPJ 192.168.10.10", "Start"};
 
 Calls StartedAnd(const Calls& more) {
@@ -33,40 +32,39 @@ struct SearchRig : Recorded {
   }
 
   FakeBeamseek library;
-  ProjectorSearch search{global, display, [this] { return library.Functions(); }};
+  ProjectorSearch search{messages, [this] { return library.Functions(); }};
 };
 
 TEST(ProjectorSearch, HandlesEachNotification) {
   constexpr auto kNone = SearchRequest::kNone;
-  const char* const old = "192.168.10.10";
   const struct {
     const char* name;
     std::uint32_t code, first;
-    Calls calls;  // beyond those of the start
-    const char* address;
+    Calls calls;          // beyond those of the start
+    const char* address;  // of the chosen one, null: none
     SearchRequest request;
     bool running;
     Calls messages;
   } rows[] = {
       {"first selected", 2000, 0, {"Destroy"}, "127.0.0.2", kNone, false, {}},
       {"last selected", 2000, 2, {"Destroy"}, "255.254.0.9", kNone, false, {}},
-      {"selected beyond", 2000, 3, {"Destroy"}, old, kNone, false, {"[2] Wrong value."}},
-      {"selected nonsense", 2000, ~0U, {"Destroy"}, old, kNone, false, {"[2] Wrong value."}},
-      {"closed", 2001, 0, {"Destroy"}, old, kNone, false, {}},
-      {"cancelled", 2002, 0, {"Destroy"}, old, kNone, false, {}},
-      {"read-me", 2003, 0, {"Restart 0"}, old, SearchRequest::kOpenReadMe, true, {}},
-      {"repeat", 2004, 0, {"Restart 1"}, old, kNone, true, {}},
-      {"finished", 2005, 0, {}, old, kNone, true, {}},
-      {"unknown 2007", 2007, 0, {}, old, kNone, true, {}},
-      {"other repeat", 2008, 0, {"Restart 1"}, old, kNone, true, {}},
-      {"below", 1999, 0, {}, old, kNone, true, {}},
-      {"above", 2009, 0, {}, old, kNone, true, {}},
-      {"zero", 0, 0, {}, old, kNone, true, {}},
+      {"selected beyond", 2000, 3, {"Destroy"}, nullptr, kNone, false, {"[2] Wrong value."}},
+      {"selected nonsense", 2000, ~0U, {"Destroy"}, nullptr, kNone, false, {"[2] Wrong value."}},
+      {"closed", 2001, 0, {"Destroy"}, nullptr, kNone, false, {}},
+      {"cancelled", 2002, 0, {"Destroy"}, nullptr, kNone, false, {}},
+      {"read-me", 2003, 0, {"Restart 0"}, nullptr, SearchRequest::kOpenReadMe, true, {}},
+      {"repeat", 2004, 0, {"Restart 1"}, nullptr, kNone, true, {}},
+      {"finished", 2005, 0, {}, nullptr, kNone, true, {}},
+      {"unknown 2007", 2007, 0, {}, nullptr, kNone, true, {}},
+      {"other repeat", 2008, 0, {"Restart 1"}, nullptr, kNone, true, {}},
+      {"below", 1999, 0, {}, nullptr, kNone, true, {}},
+      {"above", 2009, 0, {}, nullptr, kNone, true, {}},
+      {"zero", 0, 0, {}, nullptr, kNone, true, {}},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     SearchRig rig;
-    ASSERT_TRUE(rig.search.Start());
+    ASSERT_TRUE(rig.search.Start(kOptions));
     EXPECT_EQ(rig.search.Poll(), kNone) << "nothing was notified yet";
     rig.library.Notify(row.code, row.first);
     EXPECT_EQ(rig.library.calls, kStarted) << "the callback itself does nothing";
@@ -74,8 +72,8 @@ TEST(ProjectorSearch, HandlesEachNotification) {
     EXPECT_EQ(rig.search.Poll(), kNone) << "handled once";
     EXPECT_EQ(rig.library.calls, StartedAnd(row.calls));
     EXPECT_EQ(rig.search.IsRunning(), row.running);
-    EXPECT_EQ(rig.global.Settings.IPAddress, row.address);
-    EXPECT_EQ(rig.search.IsChosen(), rig.global.Settings.IPAddress != old);
+    EXPECT_EQ(rig.search.Chosen(),
+              row.address ? std::optional<std::string>(row.address) : std::nullopt);
     EXPECT_EQ(rig.display.Texts(), row.messages);
   }
 }
@@ -101,7 +99,7 @@ TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
     SCOPED_TRACE(row.name);
     SearchRig rig;
     rig.library.*row.spoilt = 0;
-    EXPECT_EQ(rig.search.Start(), row.code != 0);
+    EXPECT_EQ(rig.search.Start(kOptions), row.code != 0);
     if (row.code != 0) rig.library.Notify(row.code);
     rig.search.Poll();
     EXPECT_FALSE(rig.search.IsRunning());
@@ -113,8 +111,8 @@ TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
 
 TEST(ProjectorSearch, SaysWhenThereIsNoLibrary) {
   Recorded world;
-  ProjectorSearch search(world.global, world.display, [] { return nullptr; });
-  EXPECT_FALSE(search.Start());
+  ProjectorSearch search(world.messages, [] { return nullptr; });
+  EXPECT_FALSE(search.Start(kOptions));
   EXPECT_EQ(search.Poll(), SearchRequest::kNone);
   EXPECT_EQ(world.display.Texts(), Calls{TextOf(world.global, 85)});
 }
@@ -123,15 +121,15 @@ TEST(ProjectorSearch, DestroysExactlyOnceHoweverItEnds) {
   FakeBeamseek library;
   Recorded world;
   {
-    ProjectorSearch search(world.global, world.display, [&library] { return library.Functions(); });
-    ASSERT_TRUE(search.Start());
-    EXPECT_FALSE(search.Start()) << "it runs already";
+    ProjectorSearch search(world.messages, [&library] { return library.Functions(); });
+    ASSERT_TRUE(search.Start(kOptions));
+    EXPECT_FALSE(search.Start(kOptions)) << "it runs already";
     // The user was quicker than the timer; what comes after the end is void.
     for (const std::uint32_t code : {2004U, 2002U, 2000U, 2001U, 2003U}) library.Notify(code);
     for (int i = 0; i < 8; ++i) EXPECT_EQ(search.Poll(), SearchRequest::kNone);
     EXPECT_EQ(library.calls, StartedAnd({"Restart 1", "Destroy"}));
     library.calls.clear();
-    ASSERT_TRUE(search.Start());
+    ASSERT_TRUE(search.Start(kOptions));
     EXPECT_EQ(search.Poll(), SearchRequest::kNone) << "old notifications do not count";
     EXPECT_TRUE(search.IsRunning());
   }
@@ -142,7 +140,7 @@ TEST(ProjectorSearch, DestroysExactlyOnceHoweverItEnds) {
 // The library may let window events run, and so the timer's, while it is being called.
 TEST(ProjectorSearch, HandlesOneNotificationAtATime) {
   SearchRig rig;
-  ASSERT_TRUE(rig.search.Start());
+  ASSERT_TRUE(rig.search.Start(kOptions));
   rig.library.Notify(2004);
   rig.library.Notify(2003);
   rig.library.on_restart = [&rig] { EXPECT_EQ(rig.search.Poll(), SearchRequest::kNone); };
@@ -154,24 +152,20 @@ TEST(ProjectorSearch, HandlesOneNotificationAtATime) {
 
 TEST(ProjectorSearch, TellsTheLibraryAddressLanguageAndAdapters) {
   SearchRig rig;
-  rig.global.Language = 1;
-  rig.global.Settings.IPAddress = "projector-in-the-great-hall";
-  ASSERT_TRUE(rig.search.Start(SearchWindow::kHidden));
+  SearchOptions options{"projector-in-the-great-hall", {}, true, SearchWindow::kHidden};
+  for (std::uint8_t i = 0; i < 17; ++i) options.Adapters.push_back({10, i, 200, 255});
+  ASSERT_TRUE(rig.search.Start(options));
   EXPECT_EQ(rig.library.calls, (Calls{"Create 2", "SetLastPJ projector-in-the", "Start"}))
       << "16 characters and a NUL";
-  std::set<IPv4Address> told;
-  for (std::int32_t i = 0; i < rig.library.adapters.iAdapterNum; ++i) {
-    const auto& address = rig.library.adapters.Adapter[i].ucIP;
-    EXPECT_NE(address[0], 127) << "loopback is no network to search";
-    told.insert(std::to_array(address));
+  ASSERT_EQ(rig.library.adapters.iAdapterNum, 16) << "as many as the record holds";
+  for (std::uint8_t i = 0; i < 16; ++i) {
+    EXPECT_EQ(std::to_array(rig.library.adapters.Adapter[i].ucIP), options.Adapters[i]);
   }
-  const std::vector<IPv4Address> local = LocalIPv4Addresses();
-  EXPECT_EQ(told, std::set<IPv4Address>(local.begin(), local.end()));
 }
 
 TEST(ProjectorSearch, CopiesTheRecordBeforeItIsGone) {
   SearchRig rig;
-  ASSERT_TRUE(rig.search.Start(SearchWindow::kHidden));
+  ASSERT_TRUE(rig.search.Start({.Window = SearchWindow::kHidden}));
   EXPECT_TRUE(rig.search.Found().empty());
   EXPECT_EQ(rig.search.Diagnosis(), "csResData.iPjNum = 0");
   std::thread([&rig] { rig.library.Notify(2005); }).join();
@@ -195,14 +189,14 @@ TEST(ProjectorSearch, StaysWithinARecordThatIsNonsense) {
     SearchRig rig;
     std::memset(&rig.library.result, 0x41, sizeof rig.library.result);
     rig.library.result.iPjNum = count;
-    ASSERT_TRUE(rig.search.Start());
+    ASSERT_TRUE(rig.search.Start(kOptions));
     rig.library.Notify(2000, 64);
     rig.search.Poll();
     ASSERT_EQ(rig.search.Found().size(), entries);
     if (entries > 0) {
       EXPECT_EQ(rig.search.Found()[63].Name, std::string(32, 'A'));
     }
-    EXPECT_EQ(rig.global.Settings.IPAddress, "192.168.10.10");
+    EXPECT_EQ(rig.search.Chosen(), std::nullopt);
     EXPECT_EQ(rig.display.Texts(), Calls{"[2] Wrong value."});
   }
 }
