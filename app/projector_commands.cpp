@@ -1,9 +1,8 @@
 #include "app/projector_commands.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "core/fault.h"
+#include "app/fault_report.h"
 #include "model/registers.h"
 
 namespace warpline {
@@ -21,18 +20,14 @@ bool ProjectorCommands::Apply() {
 
 bool ProjectorCommands::Store() {
   const BusyBracket bracket(busy_);
-  const bool done = RunLinked([this] {
-    return BuildForPanel() && link_.SendCommand(kCommandStore) &&
-           SendMode(kGeometricCorrectionMode);
-  });
+  const bool done = RunLinked([this] { return BuildForPanel() && SendAll(kStoreSequence); });
   global_.SecondCopy = global_.Correction.Axes;
   return done;
 }
 
 bool ProjectorCommands::Initialize() {
   const BusyBracket bracket(busy_);
-  const bool done =
-      RunLinked([this] { return link_.CheckConnection() && SendAll(kInitializeSequence); });
+  const bool done = RunLinked([this] { return CheckConnection() && SendAll(kInitializeSequence); });
   for (const Axis axis : {kVertical, kHorizontal}) {
     global_.Correction.Axes[axis] = ResetAxisParameters(global_.Correction.Projection[axis]);
     global_.SecondCopy[axis] = global_.Correction.Axes[axis];
@@ -44,7 +39,7 @@ bool ProjectorCommands::SendRegisters() {
   const BusyBracket bracket(busy_);
   if (!ProjectorLink::RegistersComplete(global_.Registers, std::nullopt, messages_)) return false;
   return RunLinked([this] {
-    return link_.CheckConnection() &&
+    return CheckConnection() &&
            ProjectorLink::RegistersComplete(global_.Registers, global_.Panel, messages_) &&
            SendAll(kApplySequence);
   });
@@ -54,7 +49,7 @@ std::optional<std::int16_t> ProjectorCommands::ReadMode() {
   const BusyBracket bracket(busy_);
   std::int16_t mode = 0;
   const bool done = RunLinked([this, &mode] {
-    if (!link_.CheckConnection()) return false;
+    if (!CheckConnection()) return false;
     const auto answer = link_.QueryMode();
     mode = answer.value_or(0);
     return answer.has_value();
@@ -66,39 +61,39 @@ std::optional<std::int16_t> ProjectorCommands::ReadMode() {
 
 bool ProjectorCommands::SetMode(std::int16_t mode) {
   const BusyBracket bracket(busy_);
-  return RunLinked(
-      [this, mode] { return link_.CheckConnection() && SendMode(mode) && link_.SwitchInput(); });
+  return RunLinked([this, mode] {
+    return CheckConnection() && Send(kCommandSetMode, mode) && link_.SwitchInput();
+  });
 }
 
 bool ProjectorCommands::RunLinked(const std::function<bool()>& work) {
   if (global_.Settings.DemoMode == 1) return true;
-  std::optional<FaultCode> fault;
-  bool done = false;
-  try {
-    done = link_.OpenLink() && work();
-  } catch (const Fault& thrown) {
-    fault = thrown.code();
-  }
-  const bool closed = link_.CloseLink();
-  if (fault) messages_.ShowFault(*fault);
-  return done && closed;
+  return ReportingFaults(
+      messages_, [&] { return link_.OpenLink(global_.Settings) && work(); },
+      [this] { return link_.CloseLink(); });
 }
 
-bool ProjectorCommands::SendAll(std::span<const CommandNumber> commands) {
-  return std::all_of(commands.begin(), commands.end(),
-                     [this](CommandNumber number) { return link_.SendCommand(number); });
-}
-
-bool ProjectorCommands::SendMode(std::int16_t mode) {
-  const std::int16_t previous = std::exchange(global_.ProjectorMode, mode);
-  if (link_.SendCommand(kCommandSetMode)) return true;
-  global_.ProjectorMode = previous;
-  return false;
+bool ProjectorCommands::CheckConnection() {
+  const auto panel = link_.CheckConnection();
+  if (panel) global_.Panel = *panel;
+  return panel.has_value();
 }
 
 bool ProjectorCommands::BuildForPanel() {
-  if (!link_.CheckConnection()) return false;
+  if (!CheckConnection()) return false;
   global_.Registers = BuildRegisters(global_.Correction, global_.Panel);
+  return true;
+}
+
+bool ProjectorCommands::SendAll(const CommandSequence& sequence) {
+  return std::all_of(
+      sequence.commands.begin(), sequence.commands.end(),
+      [this, &sequence](CommandNumber number) { return Send(number, sequence.mode); });
+}
+
+bool ProjectorCommands::Send(CommandNumber number, std::int16_t mode) {
+  if (!link_.SendCommand(number, global_.Registers, mode)) return false;
+  if (number == kCommandSetMode) global_.ProjectorMode = mode;
   return true;
 }
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 
+#include "app/command_sequences.h"
 #include "core/LSSglobal.h"
 #include "core/interfaces.h"
 #include "core/messages.h"
-#include "link/command_frames.h"
 #include "link/projector_link.h"
 
 // What Apply, Store and Initialize do, without a window. Each runs between BeginBusy and EndBusy,
@@ -18,16 +16,6 @@
 // fault of the arithmetic becomes the run-time error report.
 
 namespace warpline {
-
-// What each of them sends once the projector has been checked, in order.
-inline constexpr std::array kApplySequence{
-    kCommandPrepare,           kCommandClear,           kCommandHorizontalSet, kCommandVerticalSet,
-    kCommandHorizontalStadium, kCommandVerticalStadium, kCommandShow};
-inline constexpr std::array kStoreSequence{kCommandStore, kCommandSetMode};
-inline constexpr std::array kInitializeSequence{kCommandPrepare, kCommandClear, kCommandShow};
-
-// The picture mode that storing asks for.
-inline constexpr std::int16_t kGeometricCorrectionMode = 1;
 
 class ProjectorCommands {
  public:
@@ -60,11 +48,13 @@ class ProjectorCommands {
 
  private:
   bool RunLinked(const std::function<bool()>& work);
-  bool SendAll(std::span<const CommandNumber> commands);
-  // Sends the command that sets a mode and records the mode when it was taken.
-  bool SendMode(std::int16_t mode);
+  // Finds out whether the projector takes commands, and which panel it has.
+  bool CheckConnection();
   // Checks the connection and builds the registers for the panel that it reported.
   bool BuildForPanel();
+  bool SendAll(const CommandSequence& sequence);
+  // Records the mode when the projector took one.
+  bool Send(CommandNumber number, std::int16_t mode);
 
   LSSglobal& global_;
   ProjectorLink& link_;

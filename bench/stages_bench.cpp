@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/projector_commands.h"
+#include "app/command_sequences.h"
 #include "core/correction.h"
 #include "files/LSSfile.h"
 #include "files/format_module.h"
@@ -99,7 +99,7 @@ BENCHMARK(Registers)->Apply(EveryPanelAndCurve);
 void Frames(benchmark::State& state) {
   const RegisterSet registers = BuildRegisters(CorrectionFor(state), PanelOf(state));
   for (auto step : state) {
-    for (const CommandNumber number : kApplySequence) {
+    for (const CommandNumber number : kApplyCommands) {
       benchmark::DoNotOptimize(FrameOf(*ComposeCommandText(number, registers, 0)));
     }
   }

@@ -1,12 +1,10 @@
 #include <algorithm>
-#include <array>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "app/projector_commands.h"
+#include "app/command_sequences.h"
 #include "cli/verbs.h"
 #include "core/conversions.h"
 #include "link/command_frames.h"
@@ -18,17 +16,6 @@
 namespace warpline {
 
 namespace {
-
-struct SequenceRow {
-  std::string_view name;
-  std::span<const CommandNumber> commands;
-};
-
-constexpr std::array<SequenceRow, 3> kSequences{{
-    {"apply", kApplySequence},
-    {"store", kStoreSequence},
-    {"initialize", kInitializeSequence},
-}};
 
 // The command numbers of a comma-separated list; nothing when one of them cannot be sent.
 std::optional<std::vector<int>> CommandNumbers(std::string_view list) {
@@ -45,16 +32,15 @@ std::optional<std::vector<int>> CommandNumbers(std::string_view list) {
 
 struct SendPlan {
   std::vector<int> commands;
-  int model_class = 0;
-  int reply5 = 0;
+  ModelAnswer model;
   std::int16_t mode = 0;
 };
 
 std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
   const std::string& send = input.Text("--send");
-  const auto row = std::find_if(kSequences.begin(), kSequences.end(),
-                                [&send](const SequenceRow& each) { return each.name == send; });
-  const bool is_sequence = row != kSequences.end();
+  const auto* row = std::find_if(kCommandSequences.begin(), kCommandSequences.end(),
+                                 [&send](const auto& each) { return each.name == send; });
+  const bool is_sequence = row != kCommandSequences.end();
   const auto commands =
       is_sequence ? std::optional(std::vector<int>(row->commands.begin(), row->commands.end()))
                   : CommandNumbers(send);
@@ -68,8 +54,8 @@ std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
   if (!reply5) return std::nullopt;
   const std::optional<int> mode = input.Number("--mode", 0, 255, 0);
   if (!mode) return std::nullopt;
-  const int sent_mode = is_sequence ? kGeometricCorrectionMode : *mode;
-  return SendPlan{*commands, *model_class, *reply5, static_cast<std::int16_t>(sent_mode)};
+  const auto sent_mode = is_sequence ? row->mode : static_cast<std::int16_t>(*mode);
+  return SendPlan{*commands, {*model_class, *reply5}, sent_mode};
 }
 
 bool LoadRegisters(const VerbInput& input, PanelSize panel, Session& session) {
@@ -89,9 +75,9 @@ bool LoadRegisters(const VerbInput& input, PanelSize panel, Session& session) {
 
 // Nothing when the projector would refuse.
 std::optional<Frame> FrameToSend(int number, const SendPlan& plan, const RegisterSet& registers) {
-  if (number == kCommandStore && plan.model_class < kStoreCommandClass) {
-    if (plan.model_class < kWholeBlockClass) return std::nullopt;
-    return ComposeWholeBlock(registers, plan.model_class, plan.reply5);
+  if (number == kCommandStore) {
+    const std::optional<StoreFrame> store = ComposeStore(registers, plan.model);
+    return store ? std::optional(store->frame) : std::nullopt;
   }
   const std::optional<std::string> text = ComposeCommandText(number, registers, plan.mode);
   return text ? std::optional(FrameOf(*text)) : std::nullopt;

@@ -15,7 +15,7 @@ namespace {
 // Runs work over the link of the session's settings. In demo mode the commands send nothing, which
 // is worth a word.
 int RunOnProjector(Session& session, const std::function<bool(ProjectorCommands&)>& work) {
-  ProjectorLink link(session.global, session.messages, session.busy, BeamlinkFromProgramFolder());
+  ProjectorLink link(session.messages, session.busy, BeamlinkFromProgramFolder());
   ProjectorCommands commands(session.global, link, session.messages, session.busy);
   if (session.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
   return work(commands) ? kExitOk : kExitFailed;

@@ -97,8 +97,9 @@ std::uint16_t PairCount(std::string_view text) {
 }
 
 // Projectors of class 4 exist with both memory layouts and tell which one is theirs.
-std::uint32_t WholeBlockAddress(int model_class, int reply5) {
-  const bool low = model_class == kWholeBlockClass || reply5 == 11 || reply5 == 13;
+std::uint32_t WholeBlockAddress(ModelAnswer model) {
+  const bool low =
+      model.model_class == kWholeBlockClass || model.reply5 == 11 || model.reply5 == 13;
   return low ? kLowAddress : kHighAddress;
 }
 
@@ -106,6 +107,29 @@ void WriteWholeBlockTables(const RegisterSet& registers, std::span<std::uint8_t>
   const std::size_t last = kWholeBlockTableStart + kWholeBlockTableBytes - 1;
   HexTextToBytes(buffer, kWholeBlockTableStart, FieldText(registers, kVertical, kCorre2));
   HexTextToBytesBackward(buffer, last, FieldText(registers, kHorizontal, kCorre2));
+}
+
+std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, ModelAnswer model) {
+  const std::size_t table_digits = FieldText(registers, kVertical, kCorre2).size() +
+                                   FieldText(registers, kHorizontal, kCorre2).size();
+  if (table_digits > 2 * std::size_t{kWholeBlockTableBytes}) return std::nullopt;
+
+  Frame frame(kWholeBlockClearedBytes, 0);
+  HexTextToBytes(frame, 0, kWholeBlockHeader);
+  HexTextToBytes(frame, kWholeBlockAddressStart, HexTextLsbFirst(WholeBlockAddress(model), 8));
+  WriteWholeBlockTables(registers, frame);
+  std::size_t end = kWholeBlockTableStart + kWholeBlockTableBytes;
+  for (const RegisterField field : kWholeBlockFields) {
+    for (const Axis axis : {kHorizontal, kVertical}) {
+      end = HexTextToBytes(frame, end, FieldText(registers, axis, field));
+    }
+  }
+  const auto count = static_cast<std::uint32_t>(end - kWholeBlockAddressStart);
+  const auto length = static_cast<std::uint32_t>(end - kWholeBlockTableStart);
+  HexTextToBytes(frame, kWholeBlockCountStart, HexTextMsbFirst(count, 4));
+  HexTextToBytes(frame, kWholeBlockLengthStart, HexTextLsbFirst(length, 4));
+  frame.resize(HexTextToBytes(frame, end, "cs"));
+  return frame;
 }
 
 }  // namespace
@@ -134,28 +158,13 @@ Frame FrameOf(std::string_view text) {
   return frame;
 }
 
-std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_class, int reply5) {
-  const std::size_t table_digits = FieldText(registers, kVertical, kCorre2).size() +
-                                   FieldText(registers, kHorizontal, kCorre2).size();
-  if (table_digits > 2 * std::size_t{kWholeBlockTableBytes}) return std::nullopt;
-
-  Frame frame(kWholeBlockClearedBytes, 0);
-  HexTextToBytes(frame, 0, kWholeBlockHeader);
-  HexTextToBytes(frame, kWholeBlockAddressStart,
-                 HexTextLsbFirst(WholeBlockAddress(model_class, reply5), 8));
-  WriteWholeBlockTables(registers, frame);
-  std::size_t end = kWholeBlockTableStart + kWholeBlockTableBytes;
-  for (const RegisterField field : kWholeBlockFields) {
-    for (const Axis axis : {kHorizontal, kVertical}) {
-      end = HexTextToBytes(frame, end, FieldText(registers, axis, field));
-    }
+std::optional<StoreFrame> ComposeStore(const RegisterSet& registers, ModelAnswer model) {
+  if (model.model_class < kWholeBlockClass) return std::nullopt;
+  if (model.model_class >= kStoreCommandClass) {
+    return StoreFrame{FrameOf(*ComposeCommandText(kCommandStore, registers, 0)), false};
   }
-  const auto count = static_cast<std::uint32_t>(end - kWholeBlockAddressStart);
-  const auto length = static_cast<std::uint32_t>(end - kWholeBlockTableStart);
-  HexTextToBytes(frame, kWholeBlockCountStart, HexTextMsbFirst(count, 4));
-  HexTextToBytes(frame, kWholeBlockLengthStart, HexTextLsbFirst(length, 4));
-  frame.resize(HexTextToBytes(frame, end, "cs"));
-  return frame;
+  const auto block = ComposeWholeBlock(registers, model);
+  return block ? std::optional(StoreFrame{*block, true}) : std::nullopt;
 }
 
 }  // namespace warpline

@@ -62,8 +62,20 @@ std::optional<std::string> ComposeCommandText(int number, const RegisterSet& reg
 // The bytes of a command text.
 Frame FrameOf(std::string_view text);
 
-// The whole-block frame for model class 3 or 4 (reply5: byte 5 of the model-class answer); nothing
-// when the two tables do not fit into the shared field.
-std::optional<Frame> ComposeWholeBlock(const RegisterSet& registers, int model_class, int reply5);
+// What a projector tells of its model; class 0 when it knows no model classes.
+struct ModelAnswer {
+  int model_class = 0;
+  int reply5 = 0;  // byte 5 of the answer
+};
+
+// How a model stores: by command 21, or by the whole block, which takes the projector longer.
+struct StoreFrame {
+  Frame frame;
+  bool whole_block = false;
+};
+
+// Nothing when the model cannot store, or when the two tables do not fit into the whole block's
+// shared field.
+std::optional<StoreFrame> ComposeStore(const RegisterSet& registers, ModelAnswer model);
 
 }  // namespace warpline

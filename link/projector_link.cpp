@@ -63,28 +63,29 @@ bool FieldComplete(const std::string& text, std::size_t field, Axis axis,
 
 }  // namespace
 
-ProjectorLink::ProjectorLink(LSSglobal& global, const Messages& messages, BusyIndicator& busy,
+ProjectorLink::ProjectorLink(const Messages& messages, BusyIndicator& busy,
                              BeamlinkProvider provider)
-    : global_(global), messages_(messages), busy_(busy), provider_(std::move(provider)) {}
+    : messages_(messages), busy_(busy), provider_(std::move(provider)) {}
 
 ProjectorLink::~ProjectorLink() {
   if (IsOpen()) library_->PJCommDevClose(handle_);
 }
 
-bool ProjectorLink::OpenLink() {
+bool ProjectorLink::OpenLink(const Settings& settings) {
   library_ = provider_();
   if (library_ == nullptr) {
     messages_.ShowText(kMsgLibraryMissing);
     return false;
   }
-  const OpenParameters parameters = ParametersOf(global_.Settings);
+  const OpenParameters parameters = ParametersOf(settings);
   const ParameterBuffer first = BufferOf(parameters.first);
   const ParameterBuffer second = BufferOf(parameters.second);
-  const std::int32_t result = library_->PJCommDevOpen(global_.Settings.ConnectDevice, first.data(),
+  const std::int32_t result = library_->PJCommDevOpen(settings.ConnectDevice, first.data(),
                                                       second.data(), kBeamlinkBlocking);
   busy_.ProcessPendingEvents();
   if (result >= 0) {
     handle_ = result;
+    time_out_ = TimeOutOf(settings);
     return true;
   }
   last_open_error_ = result;
@@ -97,40 +98,38 @@ bool ProjectorLink::CloseLink() {
   return Passed(MessageCategory::kClose, library_->PJCommDevClose(std::exchange(handle_, -1)));
 }
 
-bool ProjectorLink::CheckConnection() {
-  if (!SetTimeOut(TimeOutOf(global_.Settings)) || !CheckRunning() || !ReadPanel()) return false;
-  if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return false;
+std::optional<PanelSize> ProjectorLink::CheckConnection() {
+  if (!SetTimeOut(time_out_) || !CheckRunning()) return std::nullopt;
+  const auto panel = ReadPanel();
+  if (!panel) return std::nullopt;
+  if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return std::nullopt;
   const auto error = ReplyByte(kReplyErrorByte);
-  if (!error) return false;
-  if (*error == 0) return true;
+  if (!error) return std::nullopt;
+  if (*error == 0) return panel;
   messages_.ShowMessage(MessageCategory::kReply, *error);
-  return false;
+  return std::nullopt;
 }
 
-bool ProjectorLink::SendCommand(int number) {
-  if (number == kCommandStore) {
-    const auto model = AskModelClass();
-    if (!model) return false;
-    if (model->model_class < kStoreCommandClass) return SendWholeBlock(*model);
-  }
-  const auto text = ComposeCommandText(number, global_.Registers, global_.ProjectorMode);
+bool ProjectorLink::SendCommand(int number, const RegisterSet& registers, std::int16_t mode) {
+  if (number == kCommandStore) return SendStore(registers);
+  const auto text = ComposeCommandText(number, registers, mode);
   if (!text) throw Fault(FaultCode::kIndexOutOfRange);
-  if (!Exchange(FrameOf(*text), TimeOutOf(global_.Settings))) return false;
+  if (!Exchange(FrameOf(*text), time_out_)) return false;
   // Asking for mode 1 and asking which mode is set are the same bytes, and the answer tells the
   // mode where others tell errors.
-  const auto mode_query = ComposeCommandText(kCommandQueryMode, global_.Registers, 0);
+  const auto mode_query = ComposeCommandText(kCommandQueryMode, registers, 0);
   return *text == *mode_query || ReplyAccepted();
 }
 
 std::optional<std::int16_t> ProjectorLink::QueryMode() {
-  if (!SendCommand(kCommandQueryMode)) return std::nullopt;
+  if (!SendCommand(kCommandQueryMode, {}, 0)) return std::nullopt;
   const auto mode = ReplyByte(kReplyModeByte);
   if (!mode) return std::nullopt;
   return static_cast<std::int16_t>(*mode == 1 ? 1 : 0);
 }
 
 bool ProjectorLink::SwitchInput() {
-  if (!SetTimeOut(TimeOutOf(global_.Settings))) return false;
+  if (!SetTimeOut(time_out_)) return false;
   PJStatus status{};
   return Passed(MessageCategory::kExchange, library_->PJGetStatus(handle_, &status)) &&
          Passed(MessageCategory::kExchange, library_->PJSetInput(handle_, status.Input));
@@ -166,16 +165,13 @@ bool ProjectorLink::CheckRunning() {
   return Passed(MessageCategory::kExchange, library_->PJGetRunningStatus(handle_, &status));
 }
 
-bool ProjectorLink::ReadPanel() {
+std::optional<PanelSize> ProjectorLink::ReadPanel() {
   PJPcViewerInformation information{};
   const std::int32_t result = library_->PJGetPcViewerInformation(handle_, &information);
-  if (result == kBeamlinkNoPanelInformation) {
-    global_.Panel = kDefaultPanelSize;
-    return Passed(MessageCategory::kExchange, kBeamlinkOk);
-  }
-  if (!Passed(MessageCategory::kExchange, result)) return false;
-  global_.Panel = {information.PanelWidth, information.PanelHeight};
-  return true;
+  const bool hidden = result == kBeamlinkNoPanelInformation;
+  if (!Passed(MessageCategory::kExchange, hidden ? kBeamlinkOk : result)) return std::nullopt;
+  if (hidden) return kDefaultPanelSize;
+  return PanelSize{information.PanelWidth, information.PanelHeight};
 }
 
 std::int32_t ProjectorLink::SendRaw(const Frame& frame) {
@@ -207,28 +203,27 @@ bool ProjectorLink::ReplyAccepted() {
   return false;
 }
 
-std::optional<ProjectorLink::ModelAnswer> ProjectorLink::AskModelClass() {
-  if (!SetTimeOut(TimeOutOf(global_.Settings)) || !CheckRunning()) return std::nullopt;
+std::optional<ModelAnswer> ProjectorLink::AskModelClass() {
+  if (!SetTimeOut(time_out_) || !CheckRunning()) return std::nullopt;
   const std::int32_t result = SendRaw(FrameOf(kModelClassText));
   // A projector that knows no model classes keeps silent or answers with less.
   const bool silent = result == kBeamlinkNoResponse ||
                       (result == kBeamlinkOk && reply_.size() <= kReplyModelClassByte);
-  if (!silent && !Passed(MessageCategory::kExchange, result)) return std::nullopt;
-  if (silent || reply_[kReplyModelClassByte] < kWholeBlockClass) {
-    messages_.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
-    return std::nullopt;
-  }
+  if (silent) return ModelAnswer{};
+  if (!Passed(MessageCategory::kExchange, result)) return std::nullopt;
   return ModelAnswer{reply_[kReplyModelClassByte], reply_[kReplyErrorByte]};
 }
 
-bool ProjectorLink::SendWholeBlock(const ModelAnswer& model) {
-  const auto frame = ComposeWholeBlock(global_.Registers, model.model_class, model.reply5);
-  if (!frame) {
+bool ProjectorLink::SendStore(const RegisterSet& registers) {
+  const auto model = AskModelClass();
+  if (!model) return false;
+  const auto store = ComposeStore(registers, *model);
+  if (!store) {
     messages_.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
     return false;
   }
-  return Exchange(*frame, TimeOutOf(global_.Settings) + kWholeBlockExtraMilliseconds) &&
-         ReplyAccepted();
+  const std::int32_t extra = store->whole_block ? kWholeBlockExtraMilliseconds : 0;
+  return Exchange(store->frame, time_out_ + extra) && ReplyAccepted();
 }
 
 }  // namespace warpline

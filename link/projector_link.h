@@ -4,15 +4,17 @@
 #include <functional>
 #include <optional>
 
-#include "core/LSSglobal.h"
 #include "core/interfaces.h"
 #include "core/messages.h"
+#include "core/register_set.h"
+#include "core/settings.h"
 #include "link/beamlink.h"
 #include "link/command_frames.h"
 
 // The operations that the tool needs of the control library. Each returns true on success; a
 // failure has already been shown to the user in exactly one message when it returns false. The link
-// stays open after a failure: the caller closes it.
+// stays open after a failure: the caller closes it. What a projector told is returned, and kept
+// nowhere else.
 
 namespace warpline {
 
@@ -26,25 +28,25 @@ BeamlinkProvider BeamlinkFromProgramFolder();
 class ProjectorLink {
  public:
   // All must outlive this object. A link still open at the end is closed without a message.
-  ProjectorLink(LSSglobal& global, const Messages& messages, BusyIndicator& busy,
-                BeamlinkProvider provider);
+  ProjectorLink(const Messages& messages, BusyIndicator& busy, BeamlinkProvider provider);
   ~ProjectorLink();
   ProjectorLink(const ProjectorLink&) = delete;
   ProjectorLink& operator=(const ProjectorLink&) = delete;
 
-  bool OpenLink();
+  // By the connection of the settings, whose time-out holds until the next call.
+  bool OpenLink(const Settings& settings);
   bool CloseLink();
   bool IsOpen() const { return handle_ >= 0; }
   std::int32_t LastOpenError() const { return last_open_error_; }
 
-  // The projector answers, tells its panel (kept in LSSglobal::Panel; 1024x768 when it reports
-  // none) and accepts the probe frame.
-  bool CheckConnection();
+  // The projector answers, tells its panel and accepts the probe frame. Returns the panel, 1024x768
+  // when it reports none.
+  std::optional<PanelSize> CheckConnection();
 
-  // One command of the table (0..12, 14, 16..21) with the register texts and the projector mode of
-  // LSSglobal. Command 21 asks for the model class first and becomes the whole-block transfer below
-  // class 5. A refusal in the reply is a failure. Other numbers throw Fault(kIndexOutOfRange).
-  bool SendCommand(int number);
+  // One command of the table (0..12, 14, 16..21); mode is that of command 18. Command 21 asks for
+  // the model class first, which decides about its frame. A refusal in the reply is a failure.
+  // Other numbers throw Fault(kIndexOutOfRange).
+  bool SendCommand(int number, const RegisterSet& registers, std::int16_t mode);
 
   // The projector's picture mode: 1, or 0 for every other value of its answer.
   std::optional<std::int16_t> QueryMode();
@@ -58,16 +60,11 @@ class ProjectorLink {
                                 const Messages& messages);
 
  private:
-  struct ModelAnswer {
-    int model_class = 0;
-    int reply5 = 0;
-  };
-
   // One call of the library went through; else its failure is shown.
   bool Passed(MessageCategory category, std::int32_t result);
   bool SetTimeOut(std::int32_t milliseconds);
   bool CheckRunning();
-  bool ReadPanel();
+  std::optional<PanelSize> ReadPanel();
   // The raw exchange alone; keeps the reply.
   std::int32_t SendRaw(const Frame& frame);
   // Time-out, running status and raw exchange.
@@ -76,15 +73,16 @@ class ProjectorLink {
   std::optional<std::uint8_t> ReplyByte(std::size_t index);
   // The error byte of the last reply tells that the command was accepted.
   bool ReplyAccepted();
+  // Class 0 for a projector that knows no model classes.
   std::optional<ModelAnswer> AskModelClass();
-  bool SendWholeBlock(const ModelAnswer& model);
+  bool SendStore(const RegisterSet& registers);
 
-  LSSglobal& global_;
   const Messages& messages_;
   BusyIndicator& busy_;
   BeamlinkProvider provider_;
   const BeamlinkFunctions* library_ = nullptr;
   std::int32_t handle_ = -1;
+  std::int32_t time_out_ = 0;  // milliseconds
   std::int32_t last_open_error_ = 0;
   Frame reply_;
 };

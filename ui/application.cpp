@@ -41,7 +41,7 @@ wxPoint DefaultPosition() {
 }  // namespace
 
 Application::Run::Run()
-    : link(global, messages, busy, BeamlinkFromProgramFolder()),
+    : link(messages, busy, BeamlinkFromProgramFolder()),
       commands(global, link, messages, busy),
       dialogs(CreateMainDialogs({global, files, commands, messages, display, busy,
                                  BeamseekFromProgramFolder(), SystemFileChoosers(global, kTypeWls),

@@ -38,7 +38,7 @@ struct Bench {
   WindowBusy busy;
   Messages messages{global, display};
   LSSfile files{global, messages};
-  ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
+  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
   ProjectorCommands commands{global, link, messages, busy};
   LSSmain* window = nullptr;
 };

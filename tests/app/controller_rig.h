@@ -17,8 +17,8 @@ using Texts = std::vector<std::string>;
 
 inline const Texts kInitializeFrames{"01DF000000E0", "021A000002020121", "01DF0000020000E2",
                                      "01DF0000020100E3"};
-inline const Texts kApplyCommands{"01DF ",   "021A 02", "01DF 00", "01DF 02",
-                                  "01DF 03", "01DF 10", "01DF 11", "01DF 01"};
+inline const Texts kAppliedCommands{"01DF ",   "021A 02", "01DF 00", "01DF 02",
+                                    "01DF 03", "01DF 10", "01DF 11", "01DF 01"};
 
 // A window of which only the two file dialogs have a will of their own.
 class FakeView : public MainView {
@@ -80,7 +80,7 @@ struct ControllerRig : LinkRig {
   }
 
   // What was sent is the correction, or nothing.
-  void ExpectApplied(bool applied) { EXPECT_EQ(Commands(), applied ? kApplyCommands : Texts{}); }
+  void ExpectApplied(bool applied) { EXPECT_EQ(Commands(), applied ? kAppliedCommands : Texts{}); }
 
   // A correction for a spherical screen, as a file.
   fs::path WriteSphere() const {

@@ -72,11 +72,17 @@ TEST(CommandFrames, TablesFollowTheirLength) {
   EXPECT_THROW(ComposeCommandText(kCommandHorizontalSet, registers, 0), Fault);
 }
 
+// The whole block that a model stores by; empty when it stores by anything else.
+Frame BlockOf(const RegisterSet& registers, ModelAnswer model) {
+  const auto store = ComposeStore(registers, model);
+  return store && store->whole_block ? store->frame : Frame();
+}
+
 TEST(WholeBlock, AddressFollowsClassAndReply) {
   constexpr int kLow[][2] = {{3, 0}, {4, 11}, {4, 13}, {3, 12}},
                 kHigh[][2] = {{4, 0}, {4, 12}, {4, 17}};
   const auto head = [](int model_class, int reply5) {  // up to the first byte of the tables
-    return HexOf(ComposeWholeBlock(kRegisters, model_class, reply5).value()).substr(0, 24);
+    return HexOf(BlockOf(kRegisters, {model_class, reply5})).substr(0, 24);
   };
   for (const auto& [model_class, reply5] : kLow) {
     EXPECT_EQ(head(model_class, reply5), "01FC00061D00500400160600")
@@ -89,10 +95,8 @@ TEST(WholeBlock, AddressFollowsClassAndReply) {
 }
 
 TEST(WholeBlock, TablesMeetFromBothEnds) {
-  const auto frame = ComposeWholeBlock(kRegisters, 3, 0);
-  ASSERT_TRUE(frame);
-  ASSERT_EQ(frame->size(), 1571u);
-  const std::string hex = HexOf(*frame);
+  const std::string hex = HexOf(BlockOf(kRegisters, {3, 0}));
+  ASSERT_EQ(hex.size(), 2u * 1571);
   EXPECT_EQ(hex.substr(2 * 12, 8), "0C0D0E00");
   EXPECT_EQ(hex.find_first_not_of('0', 2 * 15), 2u * 1546);
   EXPECT_EQ(hex.substr(2 * 1544), "0000DDCC112201023344030499AA090ABB0B550566067707880804");
@@ -102,12 +106,22 @@ TEST(WholeBlock, RefusesTablesThatDoNotFitTogether) {
   RegisterSet registers = kRegisters;
   registers[kVertical][kCorre2] = std::string(2 * 1000, '1');
   registers[kHorizontal][kCorre2] = std::string(2 * 536, '2');
-  const auto full = ComposeWholeBlock(registers, 4, 11);
-  ASSERT_TRUE(full);
-  EXPECT_EQ(HexOf(*full).substr(2 * 1010, 8), "11112222");
-  EXPECT_EQ(full->size(), 1571u);
+  const Frame full = BlockOf(registers, {4, 11});
+  ASSERT_EQ(full.size(), 1571u);
+  EXPECT_EQ(HexOf(full).substr(2 * 1010, 8), "11112222");
   registers[kHorizontal][kCorre2] += "22";
-  EXPECT_FALSE(ComposeWholeBlock(registers, 4, 11));
+  EXPECT_FALSE(ComposeStore(registers, {4, 11}));
+  EXPECT_TRUE(ComposeStore(registers, {5, 11})) << "command 21 carries no table";
+}
+
+TEST(Store, ModelClassChoosesItsFrame) {
+  for (const int model_class : {0, 2}) EXPECT_FALSE(ComposeStore(kRegisters, {model_class, 0}));
+  for (const int model_class : {5, 6, 255}) {
+    const auto store = ComposeStore(kRegisters, {model_class, 11});
+    ASSERT_TRUE(store) << model_class;
+    EXPECT_FALSE(store->whole_block) << model_class;
+    EXPECT_EQ(HexOf(store->frame), "01DF0000021200F4") << model_class;
+  }
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "core/fault.h"
 #include "tests/support/link_rig.h"
 
@@ -36,8 +38,7 @@ TEST(ProjectorLink, OpensTheConnectionOfTheSettings) {
   };
   for (const auto& [settings, call] : cases) {
     LinkRig rig;
-    rig.global.Settings = settings;
-    EXPECT_TRUE(rig.link.OpenLink()) << call;
+    EXPECT_TRUE(rig.link.OpenLink(settings)) << call;
     EXPECT_EQ(rig.library.calls, Calls{call});
     EXPECT_EQ(rig.busy.event_rounds, 1) << call;
   }
@@ -46,7 +47,7 @@ TEST(ProjectorLink, OpensTheConnectionOfTheSettings) {
 TEST(ProjectorLink, FailedOpenKeepsItsErrorAndLetsEventsRun) {
   LinkRig rig;
   rig.library.results[0] = kOpenConnect;
-  EXPECT_FALSE(rig.link.OpenLink());
+  EXPECT_FALSE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_FALSE(rig.link.IsOpen());
   EXPECT_EQ(rig.link.LastOpenError(), -8);
   EXPECT_EQ(rig.busy.event_rounds, 1);
@@ -56,15 +57,15 @@ TEST(ProjectorLink, FailedOpenKeepsItsErrorAndLetsEventsRun) {
 TEST(ProjectorLink, ClosesOnceEvenWhenClosingFails) {
   LinkRig rig;
   rig.library.results[1] = kCloseAlreadyClosed;
-  ASSERT_TRUE(rig.link.OpenLink());
+  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_FALSE(rig.link.CloseLink());
   EXPECT_FALSE(rig.link.IsOpen());
   EXPECT_TRUE(rig.link.CloseLink());
   EXPECT_EQ(rig.library.calls.size(), 2u);
   EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(135, -2)});
   {
-    ProjectorLink link(rig.global, rig.messages, rig.busy, [&] { return rig.library.Functions(); });
-    ASSERT_TRUE(link.OpenLink());
+    ProjectorLink link(rig.messages, rig.busy, [&] { return rig.library.Functions(); });
+    ASSERT_TRUE(link.OpenLink(Settings()));
   }
   EXPECT_EQ(rig.library.calls.back(), "close");
 }
@@ -72,8 +73,8 @@ TEST(ProjectorLink, ClosesOnceEvenWhenClosingFails) {
 TEST(ProjectorLink, NeedsAnOpenLinkBeforeAnythingElse) {
   LinkRig rig;
   EXPECT_FALSE(rig.link.CheckConnection());
-  EXPECT_FALSE(rig.link.SendCommand(kCommandClear));
-  EXPECT_FALSE(rig.link.SendCommand(kCommandStore));
+  EXPECT_FALSE(rig.link.SendCommand(kCommandClear, rig.global.Registers, 0));
+  EXPECT_FALSE(rig.link.SendCommand(kCommandStore, rig.global.Registers, 0));
   EXPECT_FALSE(rig.link.SwitchInput());
   EXPECT_TRUE(rig.library.calls.empty());
   EXPECT_EQ(rig.display.Texts(), Calls(4, rig.ErrorText(137, -1)));
@@ -82,31 +83,29 @@ TEST(ProjectorLink, NeedsAnOpenLinkBeforeAnythingElse) {
 TEST(ProjectorLink, PanelIsTheReportedOneOrTheUsualOne) {
   LinkRig rig;
   rig.library.panel = {1920, 1200};
-  ASSERT_TRUE(rig.link.OpenLink());
-  EXPECT_TRUE(rig.link.CheckConnection());
-  EXPECT_EQ(rig.global.Panel, (PanelSize{1920, 1200}));
+  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+  EXPECT_EQ(rig.link.CheckConnection(), (PanelSize{1920, 1200}));
   rig.library.results[rig.library.calls.size() + 2] = kBeamlinkNoPanelInformation;
-  EXPECT_TRUE(rig.link.CheckConnection());
-  EXPECT_EQ(rig.global.Panel, (PanelSize{1024, 768}));
+  EXPECT_EQ(rig.link.CheckConnection(), (PanelSize{1024, 768}));
   EXPECT_TRUE(rig.display.messages.empty());
 }
 
 TEST(ProjectorLink, TimeOutFollowsTheConnectionAndTheWholeBlock) {
-  LinkRig rig;
-  rig.global.Settings.SerialTimeOut = 500;
-  rig.global.Settings.LANTimeOut = 1500;
-  rig.global.Settings.USBTimeOut = 7000;
-  rig.library.model_class = 4;
-  ASSERT_TRUE(rig.link.OpenLink());
   const std::pair<std::int16_t, Calls> kCases[] = {
       {kSerial, {"timeout 500", "timeout 7500"}},
       {kLan, {"timeout 1500", "timeout 8500"}},
       {kUsb, {"timeout 7000", "timeout 14000"}},
   };
   for (const auto& [device, expected] : kCases) {
-    rig.global.Settings.ConnectDevice = device;
+    LinkRig rig;
+    rig.library.model_class = 4;
+    Settings settings;
+    std::tie(settings.SerialTimeOut, settings.LANTimeOut, settings.USBTimeOut) =
+        std::tuple(500, 1500, 7000);
+    settings.ConnectDevice = device;
+    ASSERT_TRUE(rig.link.OpenLink(settings));
     rig.library.calls.clear();
-    EXPECT_TRUE(rig.link.SendCommand(kCommandStore));
+    EXPECT_TRUE(rig.link.SendCommand(kCommandStore, rig.global.Registers, 0));
     ASSERT_EQ(rig.library.calls.size(), 6u);
     EXPECT_EQ((Calls{rig.library.calls[0], rig.library.calls[3]}), expected);
   }
@@ -128,8 +127,8 @@ TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
     SCOPED_TRACE(name);
     LinkRig rig;
     spoil(rig);
-    ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_FALSE(rig.link.SendCommand(kCommandStore));
+    ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+    EXPECT_FALSE(rig.link.SendCommand(kCommandStore, rig.global.Registers, 0));
     EXPECT_EQ(rig.library.calls.back(), "send 00850000010086");
     EXPECT_EQ(rig.display.Texts(), Calls{rig.ErrorText(74, 1)});
   }
@@ -140,13 +139,13 @@ TEST(ProjectorLink, ModeIsOneOrZero) {
   for (const auto& [answered, expected] : kCases) {
     LinkRig rig;
     rig.library.mode = answered;
-    ASSERT_TRUE(rig.link.OpenLink());
+    ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
     EXPECT_EQ(rig.link.QueryMode(), expected);
     EXPECT_EQ(rig.library.calls.back(), "send 01DE0000020100E2");
   }
   LinkRig brief;
   brief.library.replies[3] = Frame(6, 0);
-  ASSERT_TRUE(brief.link.OpenLink());
+  ASSERT_TRUE(brief.link.OpenLink(brief.global.Settings));
   EXPECT_EQ(brief.link.QueryMode(), std::nullopt);
   EXPECT_EQ(brief.display.Texts(), Calls{brief.ErrorText(141, -5)});
 }
@@ -154,8 +153,9 @@ TEST(ProjectorLink, ModeIsOneOrZero) {
 TEST(ProjectorLink, SwitchInputSelectsTheInputShown) {
   LinkRig rig;
   rig.library.input = 26;
-  ASSERT_TRUE(rig.link.OpenLink());
-  for (const int number : {-1, 13, 15, 22}) EXPECT_THROW(rig.link.SendCommand(number), Fault);
+  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+  for (const int number : {-1, 13, 15, 22})
+    EXPECT_THROW(rig.link.SendCommand(number, rig.global.Registers, 0), Fault);
   EXPECT_EQ(rig.library.calls.size(), 1u) << "unused numbers are faults";
   EXPECT_TRUE(rig.link.SwitchInput());
   EXPECT_EQ(rig.library.calls,

@@ -27,24 +27,24 @@ struct RealRig : Recorded {
 
   ProjectorServer projector;
   RecordingBusy busy;
-  ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
+  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
 };
 
 TEST(RealLink, RegistersArriveAndAreStoredByEveryModelClassThatKeeps) {
   for (const auto& [model_class, reply5] : {std::pair(3, 0), {4, 11}, {4, 0}, {5, 0}}) {
     SCOPED_TRACE(model_class);
     RealRig rig({.Panel = {800, 600}, .ModelClass = model_class, .Reply5 = reply5});
-    ASSERT_TRUE(rig.link.OpenLink());
-    ASSERT_TRUE(rig.link.CheckConnection());
-    EXPECT_EQ(rig.global.Panel, (PanelSize{800, 600}));
+    ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+    EXPECT_EQ(rig.link.CheckConnection(), (PanelSize{800, 600}));
     rig.global.Correction.Axes[kHorizontal].Distortion = 30;
     rig.global.Correction.Axes[kVertical].Linearity = -12;
-    rig.global.Registers = BuildRegisters(rig.global.Correction, rig.global.Panel);
-    for (const int number : {20, 0, 2, 3, 16, 17, 1}) EXPECT_TRUE(rig.link.SendCommand(number));
-    EXPECT_EQ(rig.projector.Snapshot().Working, rig.global.Registers);
-    EXPECT_TRUE(rig.link.SendCommand(21));
+    const RegisterSet registers = BuildRegisters(rig.global.Correction, {800, 600});
+    for (const int number : {20, 0, 2, 3, 16, 17, 1, 21}) {
+      EXPECT_TRUE(rig.link.SendCommand(number, registers, 0));
+    }
+    EXPECT_EQ(rig.projector.Snapshot().Working, registers);
     EXPECT_TRUE(rig.link.CloseLink());
-    EXPECT_EQ(rig.projector.Snapshot().Stored, rig.global.Registers);
+    EXPECT_EQ(rig.projector.Snapshot().Stored, registers);
     EXPECT_EQ(rig.projector.Snapshot().Count.Stores, 1u);
     EXPECT_TRUE(rig.display.messages.empty());
   }
@@ -62,8 +62,8 @@ TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
   for (const auto& [rule, number, code] : kCases) {
     SCOPED_TRACE(rule);
     RealRig rig({}, {rule});
-    ASSERT_TRUE(rig.link.OpenLink());
-    EXPECT_EQ(rig.link.SendCommand(kCommandClear), number == 0);
+    ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+    EXPECT_EQ(rig.link.SendCommand(kCommandClear, {}, 0), number == 0);
     EXPECT_TRUE(rig.link.CloseLink());
     EXPECT_EQ(rig.display.Texts(), number == 0 ? Texts{} : Texts{rig.ErrorText(number, code)});
   }
@@ -71,15 +71,13 @@ TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
 
 TEST(RealLink, ProjectorThatHidesItsPanelHasTheUsualOne) {
   RealRig rig({.Panel = {800, 600}, .ReportsPanel = false});
-  rig.global.Panel = {1, 1};
-  ASSERT_TRUE(rig.link.OpenLink());
-  EXPECT_TRUE(rig.link.CheckConnection());
-  EXPECT_EQ(rig.global.Panel, kDefaultPanelSize);
+  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
+  EXPECT_EQ(rig.link.CheckConnection(), kDefaultPanelSize);
 }
 
 TEST(RealLink, SwitchedOffProjectorIsToldByItsProbe) {
   RealRig rig({.Panel = {}, .PowerState = sim::Power::kStandby});
-  ASSERT_TRUE(rig.link.OpenLink());
+  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_FALSE(rig.link.CheckConnection());
   EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(75, 3)});
 }

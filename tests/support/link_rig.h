@@ -22,7 +22,7 @@ struct LinkRig : Recorded {
   RecordingBusy busy;
   FakeBeamlink library;
   bool library_there = true;
-  ProjectorLink link{global, messages, busy,
+  ProjectorLink link{messages, busy,
                      [this] { return library_there ? library.Functions() : nullptr; }};
 };
 

@@ -249,7 +249,7 @@ class WindowRig {
   WindowBusy busy;
   Messages messages{global, display};
   LSSfile files{global, messages};
-  ProjectorLink link{global, messages, busy, BeamlinkFromProgramFolder()};
+  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
   ProjectorCommands commands{global, link, messages, busy};
   MainDialogs dialogs;
   std::deque<fs::path> choices;
