@@ -17,19 +17,25 @@ bool Read(LSSfile& file, const Messages& messages, const std::filesystem::path& 
 bool OpenCorrection(LSSfile& file, LSSglobal& global, const Messages& messages,
                     const std::filesystem::path& path) {
   if (!Read(file, messages, path, kTypeWlt)) return false;
-  global.Correction = file.Staging();
+  global.Correction = file.Staging().Correction;
   global.SecondCopy = global.Correction.Axes;
   global.CurrentFile = path;
   return true;
 }
 
-bool OpenRegisters(LSSfile& file, const Messages& messages, const std::filesystem::path& path) {
-  return Read(file, messages, path, kTypeWlr);
+bool OpenRegisters(LSSfile& file, LSSglobal& global, const Messages& messages,
+                   const std::filesystem::path& path) {
+  if (!Read(file, messages, path, kTypeWlr)) return false;
+  global.Registers = file.Staging().Registers;
+  return true;
 }
 
-bool SaveCorrection(LSSfile& file, LSSglobal& global, const Messages& messages,
+bool SaveCorrection(const LSSfile& file, LSSglobal& global, const Messages& messages,
                     const std::filesystem::path& path) {
-  if (!ReportingFaults(messages, [&] { return file.SaveDataFile(path, kTypeWlt); })) return false;
+  FileData data;
+  data.Correction = global.Correction;
+  const auto save = [&] { return file.SaveDataFile(path, kTypeWlt, data); };
+  if (!ReportingFaults(messages, save)) return false;
   global.CurrentFile = path;
   return true;
 }

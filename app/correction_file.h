@@ -16,12 +16,13 @@ namespace warpline {
 bool OpenCorrection(LSSfile& file, LSSglobal& global, const Messages& messages,
                     const std::filesystem::path& path);
 
-// Reads a register file into the register texts, which are lost when it fails. The correction and
-// the current file stay.
-bool OpenRegisters(LSSfile& file, const Messages& messages, const std::filesystem::path& path);
+// Reads a register file. When all of it was read its texts become the register texts. The
+// correction and the current file stay.
+bool OpenRegisters(LSSfile& file, LSSglobal& global, const Messages& messages,
+                   const std::filesystem::path& path);
 
 // Writes the live correction, and makes the file the current one.
-bool SaveCorrection(LSSfile& file, LSSglobal& global, const Messages& messages,
+bool SaveCorrection(const LSSfile& file, LSSglobal& global, const Messages& messages,
                     const std::filesystem::path& path);
 
 }  // namespace warpline

@@ -289,7 +289,7 @@ bool CurveEditor::Import(const std::filesystem::path& path) {
   bool accepted = false;
   const bool finished = Edit([&](CurveDefinition& curve) {
     accepted = files_.OpenDataFile(path, kTypeWls);
-    if (accepted) curve = files_.Staging().Curves[kHorizontal];
+    if (accepted) curve = files_.Staging().Correction.Curves[kHorizontal];
   });
   if (!finished || !accepted) return false;
   Deselect();
@@ -297,9 +297,9 @@ bool CurveEditor::Import(const std::filesystem::path& path) {
 }
 
 bool CurveEditor::Export(const std::filesystem::path& path) {
-  files_.Staging().Curves[kHorizontal] = curve_;
+  files_.Staging().Correction.Curves[kHorizontal] = curve_;
   bool saved = false;
-  Edit([&](CurveDefinition&) { saved = files_.SaveDataFile(path, kTypeWls); });
+  Edit([&](CurveDefinition&) { saved = files_.SaveDataFile(path, kTypeWls, files_.Staging()); });
   return saved;
 }
 

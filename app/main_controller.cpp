@@ -1,7 +1,6 @@
 #include "app/main_controller.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "app/correction_file.h"
@@ -17,13 +16,6 @@ namespace warpline {
 namespace {
 
 constexpr int kIconButtonsPerGroup = kSliderCount;
-
-bool HasRegisterFileName(const std::filesystem::path& path) {
-  std::string extension = Utf8Of(path.extension());
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-  return extension == ".WLR";
-}
 
 }  // namespace
 
@@ -164,7 +156,7 @@ void MainController::Open() {
 
 void MainController::OpenFile(const std::filesystem::path& path) {
   const BusyBracket bracket(busy_);
-  if (HasRegisterFileName(path)) {
+  if (IsRegisterFile(path)) {
     OpenRegisterFile(path);
   } else {
     OpenCorrectionFile(path);
@@ -172,7 +164,7 @@ void MainController::OpenFile(const std::filesystem::path& path) {
 }
 
 void MainController::OpenRegisterFile(const std::filesystem::path& path) {
-  if (!OpenRegisters(files_, messages_, path)) return;
+  if (!OpenRegisters(files_, global_, messages_, path)) return;
   RunCommand([this] { commands_.SendRegisters(); });
 }
 
@@ -190,7 +182,7 @@ bool MainController::Save() {
 bool MainController::SaveAs() {
   const std::filesystem::path path = ChooseSaveName();
   if (path.empty()) return false;
-  return HasRegisterFileName(path) ? SaveRegistersTo(path) : SaveTo(path);
+  return IsRegisterFile(path) ? SaveRegistersTo(path) : SaveTo(path);
 }
 
 std::filesystem::path MainController::ChooseSaveName() {
@@ -211,8 +203,9 @@ bool MainController::SaveTo(const std::filesystem::path& path) {
 bool MainController::SaveRegistersTo(const std::filesystem::path& path) {
   const BusyBracket bracket(busy_);
   return ReportingFaults(messages_, [&] {
-    global_.Registers = BuildRegisters(global_.Correction, global_.Panel);
-    return files_.SaveDataFile(path, kTypeWlr);
+    FileData data;
+    data.Registers = BuildRegisters(global_.Correction, global_.Panel);
+    return files_.SaveDataFile(path, kTypeWlr, data);
   });
 }
 

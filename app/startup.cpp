@@ -26,10 +26,11 @@ bool ReadSettings(LSSglobal& global, const std::filesystem::path& application_da
   global.Settings = DefaultSettings(window_x, window_y);
   SilentDisplay silent;
   const Messages no_messages(global, silent);
-  LSSfile files(global, no_messages);
-  if (files.OpenDataFile(SettingsFile(application_data), kTypeIni)) return true;
-  global.Settings = DefaultSettings(window_x, window_y);
-  return false;
+  LSSfile files(no_messages);
+  files.Staging().Settings = global.Settings;
+  if (!files.OpenDataFile(SettingsFile(application_data), kTypeIni)) return false;
+  global.Settings = files.Staging().Settings;
+  return true;
 }
 
 bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_data,
@@ -38,12 +39,15 @@ bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_da
   return ReadSettings(global, application_data, window_x, window_y);
 }
 
-bool SaveSettings(LSSglobal& global, LSSfile& files, const std::filesystem::path& application_data,
-                  std::int32_t window_x, std::int32_t window_y) {
+bool SaveSettings(LSSglobal& global, const LSSfile& files,
+                  const std::filesystem::path& application_data, std::int32_t window_x,
+                  std::int32_t window_y) {
   global.Settings.DialogPosX = window_x;
   global.Settings.DialogPosY = window_y;
   MakeDataFolder(application_data);
-  return files.SaveDataFile(SettingsFile(application_data), kTypeIni);
+  FileData data;
+  data.Settings = global.Settings;
+  return files.SaveDataFile(SettingsFile(application_data), kTypeIni, data);
 }
 
 std::filesystem::path MakeDataFolder(const std::filesystem::path& application_data) {

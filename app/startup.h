@@ -22,8 +22,9 @@ bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_da
 
 // Writes the settings file with this window position, its folder made again when it is gone. False
 // when that failed, which the file layer has shown.
-bool SaveSettings(LSSglobal& global, LSSfile& files, const std::filesystem::path& application_data,
-                  std::int32_t window_x, std::int32_t window_y);
+bool SaveSettings(LSSglobal& global, const LSSfile& files,
+                  const std::filesystem::path& application_data, std::int32_t window_x,
+                  std::int32_t window_y);
 
 // The folder for settings and data, made level by level when it is missing. A folder that cannot be
 // made is left to whoever writes into it.

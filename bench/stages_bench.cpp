@@ -7,8 +7,7 @@
 
 #include "app/command_sequences.h"
 #include "core/correction.h"
-#include "files/LSSfile.h"
-#include "files/format_module.h"
+#include "files/formats.h"
 #include "link/command_frames.h"
 #include "model/profile.h"
 #include "model/registers.h"
@@ -110,10 +109,9 @@ BENCHMARK(Frames)->Apply(EveryPanel);
 class Format {
  public:
   explicit Format(std::string_view type, const CorrectionData& correction, PanelSize panel)
-      : messages_(global_, display_),
-        module_(MakeFormatModule(type, {global_, messages_, staging_})) {
-    global_.Correction = staging_ = correction;
-    global_.Registers = BuildRegisters(correction, panel);
+      : messages_(global_, display_), module_(MakeFormatModule(type, data_, messages_)) {
+    data_.Correction = correction;
+    data_.Registers = BuildRegisters(correction, panel);
   }
 
   std::string Write() const {
@@ -139,7 +137,7 @@ class Format {
   LSSglobal global_;
   NoDisplay display_;
   Messages messages_;
-  CorrectionData staging_;
+  FileData data_;
   std::unique_ptr<FormatModule> module_;
 };
 

@@ -5,7 +5,7 @@
 
 #include "cli/verbs.h"
 #include "core/conversions.h"
-#include "files/format_module.h"
+#include "files/formats.h"
 #include "model/profile.h"
 #include "model/registers.h"
 
@@ -22,10 +22,9 @@ int PrintNumbers(std::span<const double> numbers, Session& session) {
   return kExitOk;
 }
 
-int PrintRegisters(Session& session) {
-  const FormatTargets targets{session.global, session.messages, session.file.Staging()};
+int PrintRegisters(FileData& data, Session& session) {
   std::vector<std::string> lines;
-  if (!MakeFormatModule(kTypeWlr, targets)->Write(lines)) return kExitFailed;
+  if (!MakeFormatModule(kTypeWlr, data, session.messages)->Write(lines)) return kExitFailed;
   for (const std::string& line : lines) session.out << line << '\n';
   return kExitOk;
 }
@@ -36,11 +35,10 @@ int RunRegisters(const VerbInput& input, Session& session) {
   const std::optional<PanelSize> panel = input.Panel();
   if (!panel) return kExitUsage;
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
-  session.global.Registers = BuildRegisters(session.global.Correction, *panel);
-  if (input.Has("-o")) {
-    return session.Save(input.Path("-o"), kTypeWlr) ? kExitOk : kExitFailed;
-  }
-  return PrintRegisters(session);
+  FileData data;
+  data.Registers = BuildRegisters(session.global.Correction, *panel);
+  if (!input.Has("-o")) return PrintRegisters(data, session);
+  return session.Save(input.Path("-o"), kTypeWlr, data) ? kExitOk : kExitFailed;
 }
 
 int RunProfile(const VerbInput& input, Session& session) {
@@ -68,7 +66,8 @@ int RunCurve(const VerbInput& input, Session& session) {
   if (!samples) return kExitUsage;
   if (is_shape) {
     if (!session.Open(input.Path("FILE"), kTypeWls)) return kExitFailed;
-    return PrintNumbers(SampleCurve(session.file.Staging().Curves[kHorizontal], *samples), session);
+    const CorrectionData& read = session.file.Staging().Correction;
+    return PrintNumbers(SampleCurve(read.Curves[kHorizontal], *samples), session);
   }
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
   return PrintNumbers(SampleCurve(session.global.Correction.Curves[*axis], *samples), session);

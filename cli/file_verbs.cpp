@@ -3,8 +3,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "app/fault_report.h"
 #include "cli/verbs.h"
-#include "core/fault.h"
 #include "platform/files.h"
 
 // check, convert: files as the tool reads and writes them, each from a fresh start.
@@ -58,15 +58,10 @@ std::optional<std::string> CheckOne(const std::filesystem::path& path, Language 
   ResetModel(global);
   CollectingDisplay display;
   const Messages messages(global, display);
-  LSSfile file(global, messages);
-  try {
-    if (ReadAny(file, path, TypeOf(path).value_or(std::string(kTypeWlt)), messages)) {
-      return std::nullopt;
-    }
-  } catch (const Fault& fault) {
-    messages.ShowFault(fault.code());
-  }
-  return display.line;
+  LSSfile file(messages);
+  const std::string type = TypeOf(path).value_or(std::string(kTypeWlt));
+  const auto read = [&] { return ReadAny(file, path, type, messages); };
+  return ReportingFaults(messages, read) ? std::nullopt : std::optional(display.line);
 }
 
 }  // namespace
@@ -95,8 +90,7 @@ int RunConvert(const VerbInput& input, Session& session) {
   }
   const auto read = [&] { return ReadAny(session.file, from, *type, session.messages); };
   if (!session.OnFile(from, read)) return kExitFailed;
-  if (type == kTypeWlt) session.global.Correction = session.file.Staging();
-  return session.Save(to, *type) ? kExitOk : kExitFailed;
+  return session.Save(to, *type, session.file.Staging()) ? kExitOk : kExitFailed;
 }
 
 }  // namespace warpline

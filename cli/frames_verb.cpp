@@ -58,19 +58,20 @@ std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
   return SendPlan{*commands, {*model_class, *reply5}, sent_mode};
 }
 
-bool LoadRegisters(const VerbInput& input, PanelSize panel, Session& session) {
+std::optional<RegisterSet> LoadRegisters(const VerbInput& input, PanelSize panel,
+                                         Session& session) {
   const std::filesystem::path path = input.Path("FILE");
   if (IsRegisterFile(path)) {
-    if (!ReadRegisters(session, path)) return false;
+    if (!ReadRegisters(session, path)) return std::nullopt;
+    const RegisterSet& read = session.global.Registers;
     const std::optional<PanelSize> given =
         input.Has("--panel") ? std::optional(panel) : std::nullopt;
-    return session.OnFile(path, [&] {
-      return ProjectorLink::RegistersComplete(session.global.Registers, given, session.messages);
-    });
+    const bool complete = session.OnFile(
+        path, [&] { return ProjectorLink::RegistersComplete(read, given, session.messages); });
+    return complete ? std::optional(read) : std::nullopt;
   }
-  if (!ReadCorrection(session, path)) return false;
-  session.global.Registers = BuildRegisters(session.global.Correction, panel);
-  return true;
+  if (!ReadCorrection(session, path)) return std::nullopt;
+  return BuildRegisters(session.global.Correction, panel);
 }
 
 // Nothing when the projector would refuse.
@@ -90,9 +91,10 @@ int RunFrames(const VerbInput& input, Session& session) {
   if (!plan) return kExitUsage;
   const std::optional<PanelSize> panel = input.Panel();
   if (!panel) return kExitUsage;
-  if (!LoadRegisters(input, *panel, session)) return kExitFailed;
+  const std::optional<RegisterSet> registers = LoadRegisters(input, *panel, session);
+  if (!registers) return kExitFailed;
   for (const int number : plan->commands) {
-    const std::optional<Frame> frame = FrameToSend(number, *plan, session.global.Registers);
+    const std::optional<Frame> frame = FrameToSend(number, *plan, *registers);
     if (!frame) {
       session.messages.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
       return kExitFailed;

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
+#include "app/fault_report.h"
 #include "cli/verbs.h"
-#include "core/fault.h"
 #include "core/language_word.h"
 
 namespace warpline {
@@ -117,12 +117,12 @@ int RunVerb(const CLI::App& app, Session& session) {
   const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&given](const Verb& row) {
     return row.name == given.get_name();
   });
-  try {
-    return verb->run(InputOf(given, *verb, session), session);
-  } catch (const Fault& fault) {
-    session.messages.ShowFault(fault.code());
-    return kExitFailed;
-  }
+  int exit_code = kExitFailed;
+  ReportingFaults(session.messages, [&] {
+    exit_code = verb->run(InputOf(given, *verb, session), session);
+    return exit_code == kExitOk;
+  });
+  return exit_code;
 }
 
 int ParseAndRun(const std::vector<std::string>& words, Session& session) {

@@ -1,24 +1,10 @@
 #include "cli/session.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
-
 #include "app/correction_file.h"
-#include "core/fault.h"
+#include "app/fault_report.h"
 #include "platform/files.h"
 
 namespace warpline {
-
-namespace {
-
-constexpr std::array kTypes{kTypeIni, kTypeWlt, kTypeWls, kTypeWlr};
-
-char LowerCase(char c) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
-}  // namespace
 
 void StreamDisplay::Show(const std::string& title, const std::string& text, MessageIcon icon) {
   static_cast<void>(title);
@@ -38,7 +24,7 @@ Session::Session(std::ostream& out_stream, std::ostream& err_stream, Language la
       texts(CliTextsOf(language)),
       display(err_stream),
       messages(global, display),
-      file(global, messages) {
+      file(messages) {
   ApplyLanguage(global, language);
   ResetModel(global);
 }
@@ -54,12 +40,7 @@ void Session::Tell(CliText key, std::initializer_list<std::string> arguments) co
 
 bool Session::OnFile(const std::filesystem::path& path, const std::function<bool()>& work) {
   display.SetFile(Utf8Of(path));
-  bool done = false;
-  try {
-    done = work();
-  } catch (const Fault& fault) {
-    messages.ShowFault(fault.code());
-  }
+  const bool done = ReportingFaults(messages, work);
   display.SetFile("");
   return done;
 }
@@ -68,20 +49,8 @@ bool Session::Open(const std::filesystem::path& path, std::string_view type) {
   return OnFile(path, [&] { return file.OpenDataFile(path, type); });
 }
 
-bool Session::Save(const std::filesystem::path& path, std::string_view type) {
-  return OnFile(path, [&] { return file.SaveDataFile(path, type); });
-}
-
-std::optional<std::string> TypeOf(const std::filesystem::path& path) {
-  std::string word = Utf8Of(path.extension());
-  std::transform(word.begin(), word.end(), word.begin(), LowerCase);
-  if (!word.empty()) word.erase(0, 1);
-  if (std::find(kTypes.begin(), kTypes.end(), word) == kTypes.end()) return std::nullopt;
-  return word;
-}
-
-bool IsRegisterFile(const std::filesystem::path& path) {
-  return TypeOf(path) == kTypeWlr;
+bool Session::Save(const std::filesystem::path& path, std::string_view type, const FileData& data) {
+  return OnFile(path, [&] { return file.SaveDataFile(path, type, data); });
 }
 
 bool ReadCorrection(Session& session, const std::filesystem::path& path) {
@@ -90,7 +59,8 @@ bool ReadCorrection(Session& session, const std::filesystem::path& path) {
 }
 
 bool ReadRegisters(Session& session, const std::filesystem::path& path) {
-  return session.OnFile(path, [&] { return OpenRegisters(session.file, session.messages, path); });
+  return session.OnFile(
+      path, [&] { return OpenRegisters(session.file, session.global, session.messages, path); });
 }
 
 }  // namespace warpline

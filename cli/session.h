@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -65,7 +64,7 @@ class Session {
 
   // As the file layer reads and writes.
   bool Open(const std::filesystem::path& path, std::string_view type);
-  bool Save(const std::filesystem::path& path, std::string_view type);
+  bool Save(const std::filesystem::path& path, std::string_view type, const FileData& data);
 
   std::ostream& out;
   std::ostream& err;
@@ -76,13 +75,6 @@ class Session {
   Messages messages;
   LSSfile file;
 };
-
-// The type word that a file name's extension stands for, in lower case; nothing when it is none of
-// the four.
-std::optional<std::string> TypeOf(const std::filesystem::path& path);
-
-// As the tool decides: a register file by its extension, anything else is correction data.
-bool IsRegisterFile(const std::filesystem::path& path);
 
 // Reads a correction data file into the session's model, or a register file into its register
 // texts. False when the file was refused, which has been said.

@@ -4,9 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
-// The settings record and the lines that keep it: "key=value" under one section line.
+// The settings record and its limits.
 
 namespace warpline {
 
@@ -41,17 +40,8 @@ struct Settings {
   bool operator==(const Settings&) const = default;
 };
 
-inline constexpr std::string_view kSettingsSection = "[Warpline Tool 3.0]";
-
 // The built-in defaults; the window position is that of the main window at this moment.
 Settings DefaultSettings(std::int32_t window_x = 0, std::int32_t window_y = 0);
-
-// Takes one line of a settings file. Comments, unknown keys, malformed numbers (the key's default
-// counts instead) and values outside their range leave the record as it is, silently.
-void ReadSettingsLine(std::string_view line, Settings& settings);
-
-// The whole file, line by line and without line ends.
-std::vector<std::string> SettingsLines(const Settings& settings);
 
 // The acknowledge time-out, in milliseconds, of the connection kind in force.
 std::int32_t TimeOutOf(const Settings& settings);

@@ -25,18 +25,17 @@ bool RefuseForSystem(const Messages& messages, std::error_code error) {
 
 }  // namespace
 
-LSSfile::LSSfile(LSSglobal& global, const Messages& messages)
-    : global_(global), messages_(messages) {
+LSSfile::LSSfile(const Messages& messages) : messages_(messages) {
   ResetStaging();
 }
 
 void LSSfile::ResetStaging() {
-  staging_ = {};
-  ResetToScreenType(staging_);
+  staging_.Correction = {};
+  ResetToScreenType(staging_.Correction);
 }
 
 bool LSSfile::OpenDataFile(const std::filesystem::path& path, std::string_view type) {
-  const auto module = MakeFormatModule(type, {global_, messages_, staging_});
+  const auto module = MakeFormatModule(type, staging_, messages_);
   if (module) module->ResetRead();
   std::error_code ignored;
   if (type == kTypeIni && !std::filesystem::exists(path, ignored)) return false;
@@ -48,8 +47,9 @@ bool LSSfile::OpenDataFile(const std::filesystem::path& path, std::string_view t
   return refused ? Refuse(messages_, *refused) : true;
 }
 
-bool LSSfile::SaveDataFile(const std::filesystem::path& path, std::string_view type) {
-  const auto module = MakeFormatModule(type, {global_, messages_, staging_});
+bool LSSfile::SaveDataFile(const std::filesystem::path& path, std::string_view type,
+                           FileData data) const {
+  const auto module = MakeFormatModule(type, data, messages_);
   if (!module) return Refuse(messages_, kFileValueWrong);
   if ((FileAttributes(path) & kWriteForbidden) != 0) return Refuse(messages_, kFileWriteFailed);
   std::error_code error;

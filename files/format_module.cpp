@@ -1,41 +1,9 @@
 #include "files/format_module.h"
 
-#include <algorithm>
-#include <array>
-
 #include "core/conversions.h"
-#include "files/LSSfile.h"
-#include "files/inifile.h"
-#include "files/wlrfile.h"
-#include "files/wlsfile.h"
-#include "files/wltfile.h"
 
 namespace warpline {
 namespace {
-
-template <typename Module>
-std::unique_ptr<FormatModule> Make(const FormatTargets& targets) {
-  return std::make_unique<Module>(targets);
-}
-
-struct FormatRow {
-  std::string_view type;
-  std::uintmax_t space_needed;  // bytes
-  std::unique_ptr<FormatModule> (*make)(const FormatTargets&);
-};
-
-constexpr std::array<FormatRow, 4> kFormats{{
-    {kTypeIni, 2048, Make<IniFile>},
-    {kTypeWlt, 2048, Make<WltFile>},
-    {kTypeWls, 1024, Make<WlsFile>},
-    {kTypeWlr, 4096, Make<WlrFile>},
-}};
-
-const FormatRow* FindFormat(std::string_view type) {
-  const auto row = std::find_if(kFormats.begin(), kFormats.end(),
-                                [type](const FormatRow& format) { return format.type == type; });
-  return row == kFormats.end() ? nullptr : &*row;
-}
 
 // Takes the first line off the rest of a text.
 std::string_view TakeLine(std::string_view& rest) {
@@ -47,17 +15,6 @@ std::string_view TakeLine(std::string_view& rest) {
 }
 
 }  // namespace
-
-std::unique_ptr<FormatModule> MakeFormatModule(std::string_view type,
-                                               const FormatTargets& targets) {
-  const FormatRow* format = FindFormat(type);
-  return format == nullptr ? nullptr : format->make(targets);
-}
-
-std::uintmax_t SpaceNeeded(std::string_view type) {
-  const FormatRow* format = FindFormat(type);
-  return format == nullptr ? 0 : format->space_needed;
-}
 
 std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module) {
   while (true) {

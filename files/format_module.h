@@ -1,13 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "core/LSSglobal.h"
 #include "core/messages.h"
 
 // What a text format offers to the file layer: one line in, a list of lines out. Modules never
@@ -41,19 +38,6 @@ class FormatModule {
   // lines is then partial.
   virtual bool Write(std::vector<std::string>& lines) const = 0;
 };
-
-// What the modules read into and write from. All must outlive the module.
-struct FormatTargets {
-  LSSglobal& global;         // "ini" settings, "wlr" registers, "wlt" writing
-  const Messages& messages;  // for the register file's own messages
-  CorrectionData& staging;   // "wlt" reading; its horizontal curve: "wls"
-};
-
-// The module of a type word, null when there is none.
-std::unique_ptr<FormatModule> MakeFormatModule(std::string_view type, const FormatTargets& targets);
-
-// Free bytes that must be left before a file of this type is written; 0 for an unknown type.
-std::uintmax_t SpaceNeeded(std::string_view type);
 
 // The read loop and the checks after it over a file's whole text; the module has been reset before.
 // Lines end with LF or CR LF, the last one may end with the text, and the first empty line ends the

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "core/settings.h"
 #include "files/format_module.h"
 
-// The settings file. Every line is valid, and a file without its section line is read all the same.
+// The settings file: "key=value" under one section line. Every line is valid: comments, unknown
+// keys, malformed numbers (the key's default counts instead) and values outside their range leave
+// the record as it is. A file without its section line is read all the same.
 
 namespace warpline {
 
 class IniFile : public FormatModule {
  public:
-  explicit IniFile(const FormatTargets& targets) : settings_(targets.global.Settings) {}
+  explicit IniFile(Settings& settings) : settings_(settings) {}
 
   void ResetRead() override;
   bool ParseLine(std::string_view line) override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/messages.h"
+#include "core/register_set.h"
 #include "files/format_module.h"
 
 // The register file: the hexadecimal register texts of both axes. Reading empties them first and
@@ -10,8 +12,8 @@ namespace warpline {
 
 class WlrFile : public FormatModule {
  public:
-  explicit WlrFile(const FormatTargets& targets)
-      : registers_(targets.global.Registers), messages_(targets.messages) {}
+  WlrFile(RegisterSet& registers, const Messages& messages)
+      : registers_(registers), messages_(messages) {}
 
   void ResetRead() override;
   bool ParseLine(std::string_view line) override;

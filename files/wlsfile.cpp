@@ -12,8 +12,7 @@ constexpr std::array<HeaderRow, 2> kHeaders{{
 
 }  // namespace
 
-WlsFile::WlsFile(const FormatTargets& targets)
-    : CurveFileModule(kHeaders, false), curve_(targets.staging.Curves[kHorizontal]) {}
+WlsFile::WlsFile(CurveDefinition& curve) : CurveFileModule(kHeaders, false), curve_(curve) {}
 
 bool WlsFile::StoreValue(const FieldKey& key, std::int64_t value) {
   return StoreCurveField(key.name, key.slot, NarrowTo<std::int32_t>(value), curve_).value_or(false);

@@ -2,14 +2,13 @@
 
 #include "files/curve_file.h"
 
-// The shape file: one curve without an axis, read into and written from the horizontal curve of the
-// staging copy. Written as version 2.0; both versions are read.
+// The shape file: one curve without an axis. Written as version 2.0; both versions are read.
 
 namespace warpline {
 
 class WlsFile : public CurveFileModule {
  public:
-  explicit WlsFile(const FormatTargets& targets);
+  explicit WlsFile(CurveDefinition& curve);
 
   bool CheckContents() override { return CurveAccepted(curve_); }
   bool Write(std::vector<std::string>& lines) const override;

@@ -40,25 +40,24 @@ void WriteFields(const std::array<Row, kRows>& rows, const std::array<Record, kA
 
 }  // namespace
 
-WltFile::WltFile(const FormatTargets& targets)
-    : CurveFileModule(kHeaders, true),
-      staging_(targets.staging),
-      live_(targets.global.Correction) {}
+WltFile::WltFile(CorrectionData& correction)
+    : CurveFileModule(kHeaders, true), correction_(correction) {}
 
 bool WltFile::StoreValue(const FieldKey& key, std::int64_t value) {
   if (key.name == kScreenType) {
-    return StoreShort(value, kScreenTypeCount - 1, staging_.ScreenType);
+    return StoreShort(value, kScreenTypeCount - 1, correction_.ScreenType);
   }
-  if (key.name == kProjection) return StoreShort(value, 1, staging_.Projection[key.axis]);
+  if (key.name == kProjection) return StoreShort(value, 1, correction_.Projection[key.axis]);
   const auto number = NarrowTo<std::int32_t>(value);
   if (key.name == kDistortion.key) return StoreDistortion(key.axis, number);
-  std::optional<bool> stored = StoreField(kParameters, key.name, number, staging_.Axes[key.axis]);
-  if (!stored) stored = StoreCurveField(key.name, key.slot, number, staging_.Curves[key.axis]);
+  std::optional<bool> stored =
+      StoreField(kParameters, key.name, number, correction_.Axes[key.axis]);
+  if (!stored) stored = StoreCurveField(key.name, key.slot, number, correction_.Curves[key.axis]);
   return stored.value_or(false);
 }
 
 bool WltFile::StoreDistortion(Axis axis, std::int32_t value) {
-  AxisParameters& parameters = staging_.Axes[axis];
+  AxisParameters& parameters = correction_.Axes[axis];
   // Unlike every other field, one out of range does not keep its old value.
   parameters.Distortion = 0;
   if (!kDistortion.file.Holds(value)) return false;
@@ -69,23 +68,23 @@ bool WltFile::StoreDistortion(Axis axis, std::int32_t value) {
 bool WltFile::CheckContents() {
   constexpr std::array kAxes{kHorizontal, kVertical};
   return std::all_of(kAxes.begin(), kAxes.end(), [this](Axis axis) {
-    const Range optical = WindowRange(ParameterField::kOptical, staging_.Projection[axis]);
-    return CurveAccepted(staging_.Curves[axis]) && optical.Holds(staging_.Axes[axis].Optical);
+    const Range optical = WindowRange(ParameterField::kOptical, correction_.Projection[axis]);
+    return CurveAccepted(correction_.Curves[axis]) && optical.Holds(correction_.Axes[axis].Optical);
   });
 }
 
 bool WltFile::Write(std::vector<std::string>& lines) const {
   lines.emplace_back(kHeaders.back().text);
-  lines.push_back(IntegerLine(kScreenType, "", live_.ScreenType));
+  lines.push_back(IntegerLine(kScreenType, "", correction_.ScreenType));
   for (const Axis axis : {kHorizontal, kVertical}) {
-    lines.push_back(IntegerLine(kProjection, kSuffixes[axis], live_.Projection[axis]));
+    lines.push_back(IntegerLine(kProjection, kSuffixes[axis], correction_.Projection[axis]));
   }
-  WriteFields(kParameters, live_.Axes, lines);
-  WriteFields(kCurveFields, live_.Curves, lines);
+  WriteFields(kParameters, correction_.Axes, lines);
+  WriteFields(kCurveFields, correction_.Curves, lines);
   try {
     for (std::size_t slot = 0; slot < kMaxCurvePoints; ++slot) {
       for (const Axis axis : {kHorizontal, kVertical}) {
-        WritePoint(live_.Curves[axis], slot, kSuffixes[axis], lines);
+        WritePoint(correction_.Curves[axis], slot, kSuffixes[axis], lines);
       }
     }
   } catch (const Fault&) {

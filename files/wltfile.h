@@ -2,15 +2,14 @@
 
 #include "files/curve_file.h"
 
-// The correction data file: a whole correction. Read into the staging copy, written from the live
-// one, always as version 3.0. Version 2.0 is converted (its Distortion counts thirds), version 1.0
-// is refused.
+// The correction data file: a whole correction. Always written as version 3.0. Version 2.0 is
+// converted (its Distortion counts thirds), version 1.0 is refused.
 
 namespace warpline {
 
 class WltFile : public CurveFileModule {
  public:
-  explicit WltFile(const FormatTargets& targets);
+  explicit WltFile(CorrectionData& correction);
 
   bool CheckContents() override;
   bool Write(std::vector<std::string>& lines) const override;
@@ -21,8 +20,7 @@ class WltFile : public CurveFileModule {
  private:
   bool StoreDistortion(Axis axis, std::int32_t value);
 
-  CorrectionData& staging_;
-  const CorrectionData& live_;
+  CorrectionData& correction_;
 };
 
 }  // namespace warpline

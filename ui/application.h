@@ -33,7 +33,7 @@ class Application : public wxApp {
     WindowMessages display;
     WindowBusy busy;
     Messages messages{global, display};
-    LSSfile files{global, messages};
+    LSSfile files{messages};
     ProjectorLink link;
     ProjectorCommands commands;
     MainDialogs dialogs;

@@ -37,7 +37,7 @@ struct Bench {
   WindowMessages display;
   WindowBusy busy;
   Messages messages{global, display};
-  LSSfile files{global, messages};
+  LSSfile files{messages};
   ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
   ProjectorCommands commands{global, link, messages, busy};
   LSSmain* window = nullptr;

@@ -44,7 +44,7 @@ void DragPoint(benchmark::State& state) {
   global.Correction.Curves[kHorizontal] = FullCurve(static_cast<std::int16_t>(state.range(0)));
   NoDisplay display;
   const Messages messages(global, display);
-  LSSfile files(global, messages);
+  LSSfile files(messages);
   CurveEditor editor(global, kHorizontal, files, messages);
   const GraphPosition start = editor.GraphPositions()[7];
   editor.Press(start.x, start.y);

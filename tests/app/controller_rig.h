@@ -84,11 +84,11 @@ struct ControllerRig : LinkRig {
 
   // A correction for a spherical screen, as a file.
   fs::path WriteSphere() const {
-    LSSglobal other;
-    other.Correction.ScreenType = 2;
-    ResetToScreenType(other.Correction);
-    other.Correction.Axes[kHorizontal].Distortion = 25;
-    EXPECT_TRUE(LSSfile(other, messages).SaveDataFile(temp / "sphere.wlt", kTypeWlt));
+    FileData data;
+    data.Correction.ScreenType = 2;
+    ResetToScreenType(data.Correction);
+    data.Correction.Axes[kHorizontal].Distortion = 25;
+    EXPECT_TRUE(files.SaveDataFile(temp / "sphere.wlt", kTypeWlt, data));
     return temp / "sphere.wlt";
   }
 
@@ -97,7 +97,7 @@ struct ControllerRig : LinkRig {
   TempFolder temp;
   BusyWithEvents window_busy;
   FakeView view;
-  LSSfile files{global, messages};
+  LSSfile files{messages};
   ProjectorCommands commands{global, link, messages, window_busy};
   MainController controller{global, files, commands, messages, window_busy, view, temp.Path()};
 };

@@ -12,7 +12,7 @@ namespace warpline {
 struct FileRig : Recorded {
   FileRig() { ResetModel(global); }
 
-  LSSfile files{global, messages};
+  LSSfile files{messages};
   TempFolder temp;
 };
 

@@ -150,9 +150,9 @@ TEST(MainController, SaveNamesTheCurrentFile) {
     EXPECT_EQ(rig.global.CurrentFile, saved ? rig.temp / row.current : fs::path());
     EXPECT_EQ(TempFolder::Read(rig.temp / "taken.wlt") == "old", row.current != "taken.wlt");
     if (!saved) continue;
-    LSSfile reader(rig.global, rig.messages);
+    LSSfile reader(rig.messages);
     ASSERT_TRUE(reader.OpenDataFile(rig.temp / row.current, kTypeWlt));
-    EXPECT_EQ(reader.Staging(), rig.global.Correction);
+    EXPECT_EQ(reader.Staging().Correction, rig.global.Correction);
 
     rig.V().Distortion = 41;  // the second time nothing is asked
     EXPECT_TRUE(rig.controller.Save());

@@ -55,10 +55,10 @@ TEST(OpenDataFile, ShowsTheSystemsErrors) {
       SystemErrorText(std::make_error_code(std::errc::no_such_file_or_directory));
   for (const std::string_view type : {kTypeWlt, kTypeWls, kTypeWlr}) {
     FileWorld world;
-    world.global.Registers[kHorizontal][kScroll] = "1234";
+    world.data.Registers[kHorizontal][kScroll] = "1234";
     EXPECT_FALSE(world.file.OpenDataFile(folder / "missing", type));
     EXPECT_EQ(world.display.Texts(), Texts{missing});
-    EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], type == kTypeWlr ? "" : "1234");
+    EXPECT_EQ(world.data.Registers[kHorizontal][kScroll], type == kTypeWlr ? "" : "1234");
   }
   FileWorld world;
   EXPECT_FALSE(world.file.OpenDataFile(folder / "missing", kTypeIni));
@@ -71,35 +71,34 @@ TEST(OpenDataFile, ShowsTheSystemsErrors) {
 TEST(OpenDataFile, SettingsAreCommittedAndStagingIsKept) {
   const TempFolder folder;
   FileWorld world;
-  world.global.Settings.SectionFound = true;
+  world.data.Settings.SectionFound = true;
   const auto ini = folder.Write("a.ini", "ComSpeed=1\r\n;LANPort=1\r\nComSpeed=9\r\n\r\nComPort=3");
   EXPECT_TRUE(world.file.OpenDataFile(ini, kTypeIni));
-  EXPECT_EQ(world.global.Settings.ComSpeed, 1);
-  EXPECT_EQ(world.global.Settings.ComPort, 0);
-  EXPECT_FALSE(world.global.Settings.SectionFound);
+  EXPECT_EQ(world.data.Settings.ComSpeed, 1);
+  EXPECT_EQ(world.data.Settings.ComPort, 0);
+  EXPECT_FALSE(world.data.Settings.SectionFound);
 
   const auto refused = folder.Write("a.wls", kShape + "CorreInterp=4\nCorreInterp=9");
   EXPECT_FALSE(world.file.OpenDataFile(refused, kTypeWls));
   EXPECT_TRUE(world.file.OpenDataFile(folder.Write("b.wls", kShape), kTypeWls));
-  EXPECT_EQ(world.file.Staging().Curves[kHorizontal].CorreInterp, kQuartic);
+  EXPECT_EQ(world.data.Correction.Curves[kHorizontal].CorreInterp, kQuartic);
   world.file.ResetStaging();
-  EXPECT_EQ(world.file.Staging(), world.global.Correction);
+  EXPECT_EQ(world.data.Correction, FileWorld().data.Correction);
 }
 
 TEST(SaveDataFile, RoundTripsEveryKind) {
   const TempFolder folder;
   FileWorld world;
-  world.global.Settings.IPAddress = "10.0.0.7";
-  world.global.Correction.Axes[kVertical].Distortion = 17;
-  for (AxisRegisters& axis : world.global.Registers) axis.fill("12");
+  world.data.Settings.IPAddress = "10.0.0.7";
+  world.data.Correction.Axes[kVertical].Distortion = 17;
+  for (AxisRegisters& axis : world.data.Registers) axis.fill("12");
   for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
     const auto path = folder / std::string("\xE6\x98\xA0.").append(type);
-    EXPECT_TRUE(world.file.SaveDataFile(path, type)) << type;
+    EXPECT_TRUE(world.file.SaveDataFile(path, type, world.data)) << type;
     EXPECT_EQ(TempFolder::Read(path), world.Written(type)) << type;
-    EXPECT_TRUE(world.file.SaveDataFile(path, type)) << "over the old " << type;
+    EXPECT_TRUE(world.file.SaveDataFile(path, type, world.data)) << "over the old " << type;
     FileWorld reader;
     EXPECT_TRUE(reader.file.OpenDataFile(path, type)) << type;
-    reader.global.Correction = reader.file.Staging();
     EXPECT_EQ(reader.Written(type), world.Written(type)) << type;
   }
   EXPECT_EQ(folder.Names().size(), 4u);
@@ -127,8 +126,8 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   };
   for (const auto& row : rows) {
     FileWorld world;
-    world.global.Correction.Curves[kVertical].CorreDataPts[7].X = row.coordinate;
-    EXPECT_FALSE(world.file.SaveDataFile(folder / row.file, row.type)) << row.name;
+    world.data.Correction.Curves[kVertical].CorreDataPts[7].X = row.coordinate;
+    EXPECT_FALSE(world.file.SaveDataFile(folder / row.file, row.type, world.data)) << row.name;
     EXPECT_EQ(world.display.Texts(), Texts{row.message}) << row.name;
     EXPECT_EQ(folder.Names(), names) << row.name;
     EXPECT_EQ(TempFolder::Read(folder / "old.wlt"), "old") << row.name;
@@ -143,7 +142,7 @@ TEST(SaveDataFile, LeavesHiddenFilesAndLinksAlone) {
   for (const auto& path : {folder.Write(".hidden.wlt", "old"), folder / "link.wlt"}) {
     FileWorld world;
     const bool refused = (FileAttributes(path) & (kHidden | kAlias)) != 0;
-    EXPECT_NE(world.file.SaveDataFile(path, kTypeWlt), refused) << path;
+    EXPECT_NE(world.file.SaveDataFile(path, kTypeWlt, world.data), refused) << path;
     EXPECT_EQ(world.display.Texts(), refused ? Texts{kSaveRefused} : Texts{}) << path;
   }
 }
@@ -152,7 +151,7 @@ TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
   // The system's process table reports no free space.
   for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
     FileWorld world;
-    EXPECT_FALSE(world.file.SaveDataFile("/proc/warpline", type)) << type;
+    EXPECT_FALSE(world.file.SaveDataFile("/proc/warpline", type, world.data)) << type;
     EXPECT_EQ(world.display.Texts(), Texts{kNoSpace});
   }
 }
@@ -161,7 +160,7 @@ TEST(SaveDataFile, ShowsTheSystemsErrors) {
   const TempFolder folder;
   for (const auto& path : {folder / "missing" / "a.wlt", folder / std::string(300, 'n')}) {
     FileWorld world;
-    EXPECT_FALSE(world.file.SaveDataFile(path, kTypeWlt));
+    EXPECT_FALSE(world.file.SaveDataFile(path, kTypeWlt, world.data));
     ASSERT_EQ(world.display.messages.size(), 1u);
     EXPECT_FALSE(world.display.messages[0].text.empty());
     EXPECT_NE(world.display.messages[0].text, kNoSpace) << "no disk is full";

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "files/LSSfile.h"
-#include "files/format_module.h"
 #include "tests/support/recorder.h"
 #include "tests/support/source_folder.h"
 #include "tests/support/temp_folder.h"
@@ -13,11 +12,9 @@
 namespace warpline {
 
 struct FileWorld : Recorded {
-  FileWorld() { ResetToScreenType(global.Correction); }
-
   // Reads a text as a file of the type; nothing when it was accepted.
   std::optional<FileErrorCode> Read(std::string_view type, std::string_view text) {
-    const auto module = MakeFormatModule(type, {global, messages, file.Staging()});
+    const auto module = MakeFormatModule(type, data, messages);
     module->ResetRead();
     return ReadLines(text, *module);
   }
@@ -25,12 +22,13 @@ struct FileWorld : Recorded {
   // What a file of the type would hold now; nothing when it cannot be written.
   std::optional<std::string> Written(std::string_view type) {
     std::vector<std::string> lines;
-    const auto module = MakeFormatModule(type, {global, messages, file.Staging()});
+    const auto module = MakeFormatModule(type, data, messages);
     if (!module->Write(lines)) return std::nullopt;
     return JoinLines(lines);
   }
 
-  LSSfile file{global, messages};
+  LSSfile file{messages};
+  FileData& data = file.Staging();
 };
 
 using Texts = std::vector<std::string>;

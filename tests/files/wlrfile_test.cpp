@@ -21,12 +21,12 @@ std::string Without(std::string text, std::string_view key) {
 
 TEST(WlrFile, WritesAndReadsBothAxes) {
   FileWorld world;
-  world.global.Registers = kRegisters;
+  world.data.Registers = kRegisters;
   EXPECT_EQ(world.Written("wlr"), kWhole);
   FileWorld reader;
-  reader.global.Registers[0][0] = "FFFF";
+  reader.data.Registers[0][0] = "FFFF";
   EXPECT_EQ(reader.Read("wlr", kWhole), std::nullopt);
-  EXPECT_EQ(reader.global.Registers, kRegisters);
+  EXPECT_EQ(reader.data.Registers, kRegisters);
 }
 
 TEST(WlrFile, AcceptsOrRefuses) {
@@ -68,8 +68,8 @@ TEST(WlrFile, StoresBeforeItChecksAndAppendsPiecesInTheOrderOfTheLines) {
   FileWorld world;
   world.Read("wlr", kHeader + "v_corre_2_0040=AB\nv_corre_2_0000=CD\nv_corre_2_0000=EF\n" +
                         "h_scroll=1234\nh_scroll=56789");
-  EXPECT_EQ(world.global.Registers[kVertical][kCorre2], "ABCDEF");
-  EXPECT_EQ(world.global.Registers[kHorizontal][kScroll], "56789");
+  EXPECT_EQ(world.data.Registers[kVertical][kCorre2], "ABCDEF");
+  EXPECT_EQ(world.data.Registers[kHorizontal][kScroll], "56789");
   for (const char* unknown : {"h_corre_2=12", "h_stadium_corre_2_0000=12", "_corre_2_=12"}) {
     FileWorld empty;
     empty.Read("wlr", kHeader + unknown);
@@ -88,12 +88,12 @@ TEST(WlrFile, CutsTablesIntoPieces) {
   };
   for (const auto& [digits, expected] : rows) {
     FileWorld world;
-    world.global.Registers[kHorizontal][kCorre2] = std::string(digits, '7');
+    world.data.Registers[kHorizontal][kCorre2] = std::string(digits, '7');
     const std::string text = world.Written("wlr").value_or("");
     EXPECT_NE(text.find("h_corre_1=\r\n" + expected + "v_panel_ext="), std::string::npos) << digits;
   }
   FileWorld world;
-  world.global.Registers[kVertical][kCorre2] = std::string(2046, '7');
+  world.data.Registers[kVertical][kCorre2] = std::string(2046, '7');
   const std::string text = world.Written("wlr").value_or("");
   EXPECT_NE(text.find("v_corre_2_07C0=" + std::string(62, '7') + "\r\n"), std::string::npos);
 }

@@ -30,8 +30,8 @@ TEST(WlsFile, AcceptsOrRefuses) {
 
 TEST(WlsFile, ReadsIntoTheHorizontalStagingCurveAlone) {
   FileWorld world;
-  world.file.Staging().Axes[kHorizontal].Optical = 100;  // no matter for a shape
-  CorrectionData expected = world.file.Staging();
+  world.data.Correction.Axes[kHorizontal].Optical = 100;  // no matter for a shape
+  CorrectionData expected = world.data.Correction;
   expected.Curves[kHorizontal].CorrePointNum = 3;
   expected.Curves[kHorizontal].CorreInterp = kQuadratic;
   expected.Curves[kHorizontal].CorreDataPts[1] = {0.25, 0.9};
@@ -40,12 +40,12 @@ TEST(WlsFile, ReadsIntoTheHorizontalStagingCurveAlone) {
                                           "CorreDataPtsY1=900000\nCorreDataPtsX2=1000000\n"
                                           "CorreDataPtsY2=750000"),
             std::nullopt);
-  EXPECT_EQ(world.file.Staging(), expected);
+  EXPECT_EQ(world.data.Correction, expected);
 }
 
 TEST(WlsFile, WritesTheGoldenFile) {
   FileWorld world;
-  CurveDefinition& curve = world.file.Staging().Curves[kHorizontal];
+  CurveDefinition& curve = world.data.Correction.Curves[kHorizontal];
   curve = {0, 1, 16, 5, {}};
   for (std::size_t slot = 0; slot < kMaxCurvePoints; ++slot) {
     const double base = 60000.0 * static_cast<double>(slot);

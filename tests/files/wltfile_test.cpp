@@ -89,7 +89,7 @@ TEST(WltFile, TakesEachFieldWithinItsLimits) {
       {"CorreDataPtsY00", 0, 1000000},
   };
   FileWorld world;
-  const auto module = MakeFormatModule("wlt", {world.global, world.messages, world.file.Staging()});
+  const auto module = MakeFormatModule("wlt", world.data, world.messages);
   module->ParseLine(kVersion3);
   for (const auto& row : rows) {
     for (const char* axis : {"H", "V"}) {
@@ -152,8 +152,7 @@ TEST(WltFile, StoresWhatLinesSay) {
   for (const auto& row : rows) {
     FileWorld world;
     world.Read("wlt", row.text);
-    EXPECT_EQ(row.field(world.file.Staging()), row.expected) << row.text;
-    EXPECT_EQ(world.global.Correction, FileWorld().global.Correction) << row.text;
+    EXPECT_EQ(row.field(world.data.Correction), row.expected) << row.text;
   }
 }
 
@@ -186,17 +185,17 @@ CorrectionData EveryFieldDifferent() {
 TEST(WltFile, WritesAndReadsTheGoldenFile) {
   const std::string golden = TempFolder::Read(SourceFolder() / "tests/files/golden_3_0.wlt");
   FileWorld writer;
-  writer.global.Correction = EveryFieldDifferent();
+  writer.data.Correction = EveryFieldDifferent();
   EXPECT_EQ(writer.Written("wlt"), golden);
   FileWorld reader;
   // The points are no curve that the check of the whole accepts; every line is.
   EXPECT_EQ(reader.Read("wlt", golden), kFileValueWrong);
-  EXPECT_EQ(reader.file.Staging(), EveryFieldDifferent());
+  EXPECT_EQ(reader.data.Correction, EveryFieldDifferent());
 }
 
 TEST(WltFile, RoundsMillionthsHalvesToEven) {
   FileWorld world;
-  auto& points = world.global.Correction.Curves[kVertical].CorreDataPts;
+  auto& points = world.data.Correction.Curves[kVertical].CorreDataPts;
   points[0].X = 0.0000025;
   points[0].Y = 0.0000035;
   const std::string text = world.Written("wlt").value_or("");
@@ -206,9 +205,9 @@ TEST(WltFile, RoundsMillionthsHalvesToEven) {
 TEST(WltFile, CannotWriteWhatIsNoNumber) {
   for (const double bad : {std::nan(""), HUGE_VAL, 1e300}) {
     FileWorld world;
-    world.global.Correction.Curves[kVertical].CorreDataPts[15].Y = bad;
+    world.data.Correction.Curves[kVertical].CorreDataPts[15].Y = bad;
     EXPECT_EQ(world.Written("wlt"), std::nullopt);
-    world.file.Staging().Curves[kHorizontal].CorreDataPts[15].X = bad;
+    world.data.Correction.Curves[kHorizontal].CorreDataPts[15].X = bad;
     EXPECT_EQ(world.Written("wls"), std::nullopt);
   }
 }

@@ -33,7 +33,7 @@ std::vector<Example> Examples() {
     if (entry.path().extension() != ".wlt") continue;
     FileWorld world;
     EXPECT_EQ(world.Read("wlt", TempFolder::Read(entry.path())), std::nullopt) << entry.path();
-    examples.push_back({entry.path().filename().string(), world.file.Staging()});
+    examples.push_back({entry.path().filename().string(), world.data.Correction});
   }
   return examples;
 }

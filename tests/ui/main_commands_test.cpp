@@ -15,12 +15,11 @@ using OpenedMainCommands = OpenedWindow;
 
 // A correction for a spherical screen, as a file.
 fs::path WriteSphere(const WindowRig& rig) {
-  LSSglobal other;
-  other.Correction.ScreenType = 2;
-  ResetToScreenType(other.Correction);
-  other.Correction.Axes[kHorizontal].Distortion = 25;
-  LSSfile writer(other, rig.messages);
-  EXPECT_TRUE(writer.SaveDataFile(rig.temp / "sphere.wlt", kTypeWlt));
+  FileData data;
+  data.Correction.ScreenType = 2;
+  ResetToScreenType(data.Correction);
+  data.Correction.Axes[kHorizontal].Distortion = 25;
+  EXPECT_TRUE(rig.files.SaveDataFile(rig.temp / "sphere.wlt", kTypeWlt, data));
   return rig.temp / "sphere.wlt";
 }
 

@@ -248,7 +248,7 @@ class WindowRig {
   RecordingDisplay display;
   WindowBusy busy;
   Messages messages{global, display};
-  LSSfile files{global, messages};
+  LSSfile files{messages};
   ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
   ProjectorCommands commands{global, link, messages, busy};
   MainDialogs dialogs;

@@ -1,4 +1,4 @@
-#include "core/settings.h"
+#include "files/inifile.h"
 
 #include <gtest/gtest.h>
 
@@ -6,12 +6,21 @@ namespace warpline {
 namespace {
 
 Settings Read(const std::vector<std::string>& lines, Settings settings = DefaultSettings()) {
-  for (const std::string& line : lines) ReadSettingsLine(line, settings);
+  IniFile file(settings);
+  file.ResetRead();
+  for (const std::string& line : lines) EXPECT_TRUE(file.ParseLine(line)) << line;
+  file.Commit();
   return settings;
 }
 
+std::vector<std::string> LinesOf(Settings settings) {
+  std::vector<std::string> lines;
+  IniFile(settings).Write(lines);
+  return lines;
+}
+
 std::string ValueOf(const Settings& settings, const std::string& key) {
-  for (const std::string& line : SettingsLines(settings)) {
+  for (const std::string& line : LinesOf(settings)) {
     if (line.starts_with(key + "=")) return line.substr(key.size() + 1);
   }
   return "(no such key)";
@@ -19,7 +28,7 @@ std::string ValueOf(const Settings& settings, const std::string& key) {
 
 TEST(Settings, DefaultsAreWrittenAsTheWholeFile) {
   std::string text;
-  for (const std::string& line : SettingsLines(DefaultSettings(120, -45))) text += line + "\n";
+  for (const std::string& line : LinesOf(DefaultSettings(120, -45))) text += line + "\n";
   EXPECT_EQ(text,
             "[Warpline Tool 3.0]\n;0:NormalMode\n;1:DemoMode\nDemoMode=0\n"
             ";0:Serial\n;1:LAN\n;2:USB\nConnectDevice=1\n"
@@ -126,14 +135,6 @@ TEST(Settings, EveryKeyIsItsFieldInAnyOrder) {
   for (const std::string& line : lines) {
     const std::size_t equals = line.find('=');
     EXPECT_EQ(ValueOf(settings, line.substr(0, equals)), line.substr(equals + 1));
-  }
-}
-
-TEST(Settings, TimeOutFollowsTheConnection) {
-  Settings settings = Read({"SerialTimeOut=501", "LANTimeOut=502", "USBTimeOut=503"});
-  for (const ConnectDevice device : {kSerial, kLan, kUsb}) {
-    settings.ConnectDevice = device;
-    EXPECT_EQ(TimeOutOf(settings), 501 + device);
   }
 }
 
