@@ -56,8 +56,6 @@ constexpr std::array<MessageRow, 32> kMessageRows{{
     {MessageCategory::kReply, kAnyCode, kMsgCommandFailed},
 }};
 
-}  // namespace
-
 int MessageNumber(MessageCategory category, int code) {
   const auto fits = [code](MessageCategory wanted) {
     return [code, wanted](const MessageRow& row) {
@@ -70,6 +68,8 @@ int MessageNumber(MessageCategory category, int code) {
   }
   return row->number;
 }
+
+}  // namespace
 
 void Messages::ShowMessage(MessageCategory category, int code) const {
   std::string text = TextOf(global_, MessageNumber(category, code));

@@ -39,8 +39,6 @@ enum FileErrorCode : int {
   kFileValueWrong = -8,
 };
 
-// The message number for a category and code.
-int MessageNumber(MessageCategory category, int code);
 
 // Shows the messages of one run in the language in force; every box has the program's title.
 class Messages {

@@ -58,14 +58,13 @@ void Eliminate(std::size_t rows, Matrix& a, Coefficients& t) {
 }
 
 SplineSegment MakeSegment(CurvePoint start, CurvePoint middle, CurvePoint end) {
-  SplineSegment segment{start, middle, end, {}, {}};
+  SplineSegment segment{start, end, {}};
   std::array<double, 4> x{};
   std::array<double, 4> y{};
   for (std::size_t i = 0; i < 4; ++i) {
     const double t = static_cast<double>(i) / 3;
     x[i] = BezierAt(start.X, middle.X, end.X, t);
     y[i] = BezierAt(start.Y, middle.Y, end.Y, t);
-    segment.samples[i] = {x[i], y[i]};
   }
   Coefficients c{};
   FitPolynomial(x, y, kCubic, c);

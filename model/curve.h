@@ -16,10 +16,8 @@ using Coefficients = std::array<double, kMaxDegree + 1>;
 // One quadratic Bezier arc of a B-spline, kept as the cubic in x that meets it at t = 0, 1/3, 2/3
 // and 1.
 struct SplineSegment {
-  CurvePoint S;  // start
-  CurvePoint P;  // middle control point
-  CurvePoint E;  // end
-  std::array<CurvePoint, 4> samples{};
+  CurvePoint S;               // start
+  CurvePoint E;               // end
   std::array<double, 4> k{};  // y = k0 + k1 x + k2 x^2 + k3 x^3
 };
 

@@ -15,7 +15,6 @@ enum class TestPattern {
   kChecker,  // squares of 32 pixels, and within some of them of single pixels
   kWhite,
 };
-inline constexpr int kTestPatternCount = 4;
 
 // The pattern as it is sent to the projector. But for kChecker no part is black, so that the
 // picture's edge shows.

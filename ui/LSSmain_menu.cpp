@@ -2,13 +2,23 @@
 
 #include <array>
 #include <map>
+#include <variant>
 
+#include "core/catalogue.h"
+#include "core/message_numbers.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
 namespace {
 
 constexpr int kFirstId = wxID_HIGHEST + 100;
+
+struct MenuRow {
+  const char* name;    // product name; "" is a separator
+  const char* parent;  // name of the menu that holds it; "" for a menu of the bar
+  std::variant<MessageId, ToolText> caption;  // a separator's says nothing
+  wxItemKind kind;                            // wxITEM_DROPDOWN: a menu of its own
+};
 
 constexpr std::array<MenuRow, 28> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
@@ -46,10 +56,6 @@ wxString MenuCaption(const LSSglobal& global, const MenuRow& row) {
 }
 
 }  // namespace
-
-std::span<const MenuRow> MenuRows() {
-  return kMenuRows;
-}
 
 int MenuId(std::string_view name) {
   for (std::size_t i = 0; i < kMenuRows.size(); ++i) {
