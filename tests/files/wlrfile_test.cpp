@@ -41,21 +41,22 @@ TEST(WlrFile, AcceptsOrRefuses) {
   }
   EXPECT_EQ(FileWorld().Read("wlr", Without(kWhole, "[Warp")), kFileCorrupted);
   const Texts length{kBadLength}, value{kBadValue}, both{kBadLength, kBadValue};
+  // Each in one way only; what comes before the line would be accepted.
   const std::pair<std::string, Texts> refused[] = {
       {Without(kWhole, "h_stadium"), {}},
       {Without(kWhole, "v_corre_2"), {}},
-      {kHeader + "h_opt_center=1F0", length},
-      {kHeader + "h_opt_center=G1", value},
-      {kHeader + "h_opt_center=G1F", both},
-      {kHeader + "h_opt_center=", length},
-      {kHeader + "h_opt center=ff", length},
-      {kHeader + "h_colour=?", both},
-      {kHeader + "H_SCROLL=1", length},
-      {kHeader + "h_corre_2=12", length},
-      {kHeader + "_corre_2_=12", length},
-      {kHeader + "x_corre_2_0000=12", length},
-      {kHeader + "h_corre_2_0040=" + std::string(65, 'A'), length},
-      {kHeader + "h_corre_2_0040=", length},
+      {kWhole + "h_opt_center=1F0", length},
+      {kWhole + "h_opt_center=G1", value},
+      {kWhole + "h_opt_center=G1F", both},
+      {kWhole + "h_comp_disp=", length},
+      {kWhole + "h_opt center=ff", length},
+      {kWhole + "h_colour=12", length},
+      {kWhole + "H_SCROLL=1", length},
+      {kWhole + "h_corre_2=12", length},
+      {kWhole + "_corre_2_=12", length},
+      {kWhole + "x_corre_2_0000=12", length},
+      {kWhole + "h_corre_2_0040=" + std::string(65, 'A'), length},
+      {kWhole + "h_corre_2_0040=", length},
   };
   for (const auto& [text, messages] : refused) {
     FileWorld world;

@@ -13,9 +13,8 @@ TEST(WlsFile, AcceptsOrRefuses) {
   } rows[] = {
       {kVersion1, {"", "CorreDataPtsX7=5"}, {"CorreDataPtsX8=5", "CorreDataPtsX05=5"}},
       {kVersion2,
-       {"", "CorreDataPtsX15=5", "CorreDataPtsY02=749999"},
-       {"CorreDataPtsX5=5", "CorreFixedH=1", "ScreenType=1", "CorreSymmetry=2", "CorrePointNum=17",
-        "CorreFixed=2147483647", "CorreDataPtsX00=1", "CorreDataPtsY01=749999"}},
+       {"", "CorreDataPtsX15=5"},
+       {"CorreDataPtsX5=5", "CorreFixedH=1", "ScreenType=1", "CorreDataPtsX00=1"}},
   };
   for (const auto& row : rows) {
     for (const std::string& line : row.accepted) {
