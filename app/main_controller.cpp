@@ -19,14 +19,13 @@ constexpr int kIconButtonsPerGroup = kSliderCount;
 
 }  // namespace
 
-MainController::MainController(LSSglobal& global, LSSfile& files, ProjectorCommands& commands,
-                               const Messages& messages, BusyIndicator& busy, MainView& view,
+MainController::MainController(Engine& engine, MainView& view,
                                std::filesystem::path application_data)
-    : global_(global),
-      files_(files),
-      commands_(commands),
-      messages_(messages),
-      busy_(busy),
+    : global_(engine.global),
+      files_(engine.files),
+      commands_(engine.commands),
+      messages_(engine.messages),
+      busy_(engine.busy),
       view_(view),
       application_data_(std::move(application_data)) {
   TakeSnapshot();

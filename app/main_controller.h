@@ -4,12 +4,8 @@
 #include <filesystem>
 #include <string>
 
+#include "app/engine.h"
 #include "app/preview_geometry.h"
-#include "app/projector_commands.h"
-#include "core/LSSglobal.h"
-#include "core/interfaces.h"
-#include "core/messages.h"
-#include "files/LSSfile.h"
 #include "platform/environment.h"
 
 // Everything that the main window's controls, buttons and menus do, without a window. The window
@@ -49,10 +45,9 @@ enum class SaveAnswer { kContinue, kAbort };
 
 class MainController {
  public:
-  // All references must outlive this object. The snapshot is taken from the model as it stands.
+  // Engine and view must outlive this object. The snapshot is taken from the model as it stands.
   // application_data is the user's application-data folder.
-  MainController(LSSglobal& global, LSSfile& files, ProjectorCommands& commands,
-                 const Messages& messages, BusyIndicator& busy, MainView& view,
+  MainController(Engine& engine, MainView& view,
                  std::filesystem::path application_data = ApplicationDataFolder());
 
   // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name.

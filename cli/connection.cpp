@@ -28,7 +28,7 @@ bool TakeLan(const VerbInput& input, Session& session) {
     session.UsageError(CliText::kBadLan, {text});
     return false;
   }
-  Settings& settings = session.global.Settings;
+  Settings& settings = session.engine.global.Settings;
   settings.ConnectDevice = kLan;
   settings.IPAddress = text.substr(0, colon);
   settings.LANPort = text.substr(colon + 1);
@@ -42,7 +42,7 @@ bool TakeSerial(const VerbInput& input, Session& session) {
   const std::string speed = text.substr(std::min(colon + 1, text.size()));
   for (std::size_t i = 0; i < kSerialSpeeds.size(); ++i) {
     if (speed != kSerialSpeeds[i] || !port) continue;
-    Settings& settings = session.global.Settings;
+    Settings& settings = session.engine.global.Settings;
     settings.ConnectDevice = kSerial;
     settings.ComPort = static_cast<std::int16_t>(*port - 1);
     settings.ComSpeed = static_cast<std::int16_t>(i);
@@ -55,8 +55,8 @@ bool TakeSerial(const VerbInput& input, Session& session) {
 bool TakeUsb(const VerbInput& input, Session& session) {
   const std::optional<int> port = input.Number("--usb", 1, kPortCount, 1);
   if (!port) return false;
-  session.global.Settings.ConnectDevice = kUsb;
-  session.global.Settings.USBPort = static_cast<std::int16_t>(*port - 1);
+  session.engine.global.Settings.ConnectDevice = kUsb;
+  session.engine.global.Settings.USBPort = static_cast<std::int16_t>(*port - 1);
   return true;
 }
 
@@ -74,7 +74,7 @@ bool TakeTimeOut(const VerbInput& input, Session& session) {
   if (!input.Has("--timeout")) return true;
   const std::optional<int> time_out = input.Number("--timeout", kMinTimeOutMs, kMaxTimeOutMs, 0);
   if (!time_out) return false;
-  Settings& settings = session.global.Settings;
+  Settings& settings = session.engine.global.Settings;
   settings.SerialTimeOut = settings.LANTimeOut = settings.USBTimeOut = *time_out;
   return true;
 }
@@ -82,7 +82,7 @@ bool TakeTimeOut(const VerbInput& input, Session& session) {
 }  // namespace
 
 bool ChooseConnection(const VerbInput& input, Session& session) {
-  ReadSettings(session.global, ApplicationDataFolder());
+  ReadSettings(session.engine.global, ApplicationDataFolder());
   const ConnectionRow* chosen = nullptr;
   for (const ConnectionRow& row : kConnections) {
     if (!input.Has(row.option)) continue;
@@ -94,7 +94,7 @@ bool ChooseConnection(const VerbInput& input, Session& session) {
   }
   if (chosen != nullptr) {
     if (!chosen->take(input, session)) return false;
-    session.global.Settings.DemoMode = 0;
+    session.engine.global.Settings.DemoMode = 0;
   }
   return TakeTimeOut(input, session);
 }

@@ -24,7 +24,7 @@ int PrintNumbers(std::span<const double> numbers, Session& session) {
 
 int PrintRegisters(FileData& data, Session& session) {
   std::vector<std::string> lines;
-  if (!MakeFormatModule(kTypeWlr, data, session.messages)->Write(lines)) return kExitFailed;
+  if (!MakeFormatModule(kTypeWlr, data, session.engine.messages)->Write(lines)) return kExitFailed;
   for (const std::string& line : lines) session.out << line << '\n';
   return kExitOk;
 }
@@ -36,7 +36,7 @@ int RunRegisters(const VerbInput& input, Session& session) {
   if (!panel) return kExitUsage;
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
   FileData data;
-  data.Registers = BuildRegisters(session.global.Correction, *panel);
+  data.Registers = BuildRegisters(session.engine.global.Correction, *panel);
   if (!input.Has("-o")) return PrintRegisters(data, session);
   return session.Save(input.Path("-o"), kTypeWlr, data) ? kExitOk : kExitFailed;
 }
@@ -47,7 +47,7 @@ int RunProfile(const VerbInput& input, Session& session) {
   const std::optional<PanelSize> panel = input.Panel();
   if (!panel) return kExitUsage;
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
-  const AxisCorrection correction = CorrectionOf(session.global.Correction, *axis);
+  const AxisCorrection correction = CorrectionOf(session.engine.global.Correction, *axis);
   const std::vector<double> samples = SampleCurve(correction.Curve, LineCount(*panel, *axis));
   const int length = LineLength(*panel, *axis);
   if (input.Has("--preview")) {
@@ -66,11 +66,12 @@ int RunCurve(const VerbInput& input, Session& session) {
   if (!samples) return kExitUsage;
   if (is_shape) {
     if (!session.Open(input.Path("FILE"), kTypeWls)) return kExitFailed;
-    const CorrectionData& read = session.file.Staging().Correction;
+    const CorrectionData& read = session.engine.files.Staging().Correction;
     return PrintNumbers(SampleCurve(read.Curves[kHorizontal], *samples), session);
   }
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
-  return PrintNumbers(SampleCurve(session.global.Correction.Curves[*axis], *samples), session);
+  return PrintNumbers(SampleCurve(session.engine.global.Correction.Curves[*axis], *samples),
+                      session);
 }
 
 }  // namespace warpline

@@ -53,15 +53,13 @@ bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view 
 
 // The message text; nothing when the file was accepted.
 std::optional<std::string> CheckOne(const std::filesystem::path& path, Language language) {
-  LSSglobal global;
-  ApplyLanguage(global, language);
-  ResetModel(global);
   CollectingDisplay display;
-  const Messages messages(global, display);
-  LSSfile file(messages);
+  NoBusyIndicator busy;
+  Engine engine(display, busy);
+  ApplyLanguage(engine.global, language);
   const std::string type = TypeOf(path).value_or(std::string(kTypeWlt));
-  const auto read = [&] { return ReadAny(file, path, type, messages); };
-  return ReportingFaults(messages, read) ? std::nullopt : std::optional(display.line);
+  const auto read = [&] { return ReadAny(engine.files, path, type, engine.messages); };
+  return ReportingFaults(engine.messages, read) ? std::nullopt : std::optional(display.line);
 }
 
 }  // namespace
@@ -69,7 +67,7 @@ std::optional<std::string> CheckOne(const std::filesystem::path& path, Language 
 int RunCheck(const VerbInput& input, Session& session) {
   int exit_code = kExitOk;
   for (const std::string& name : input.Texts("FILE")) {
-    const std::optional<std::string> text = CheckOne(PathOf(name), LanguageOf(session.global));
+    const std::optional<std::string> text = CheckOne(PathOf(name), LanguageOf(session.engine.global));
     if (text) exit_code = kExitFailed;
     session.out << (text ? session.texts.Fill(CliText::kCheckFailed, {name, *text})
                          : session.texts.Fill(CliText::kCheckOk, {name}))
@@ -88,9 +86,11 @@ int RunConvert(const VerbInput& input, Session& session) {
   if (type != out_type) {
     return session.UsageError(CliText::kKindsDiffer, {input.Text("IN"), input.Text("OUT")});
   }
-  const auto read = [&] { return ReadAny(session.file, from, *type, session.messages); };
+  const auto read = [&] {
+    return ReadAny(session.engine.files, from, *type, session.engine.messages);
+  };
   if (!session.OnFile(from, read)) return kExitFailed;
-  return session.Save(to, *type, session.file.Staging()) ? kExitOk : kExitFailed;
+  return session.Save(to, *type, session.engine.files.Staging()) ? kExitOk : kExitFailed;
 }
 
 }  // namespace warpline

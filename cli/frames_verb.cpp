@@ -63,15 +63,16 @@ std::optional<RegisterSet> LoadRegisters(const VerbInput& input, PanelSize panel
   const std::filesystem::path path = input.Path("FILE");
   if (IsRegisterFile(path)) {
     if (!ReadRegisters(session, path)) return std::nullopt;
-    const RegisterSet& read = session.global.Registers;
+    const RegisterSet& read = session.engine.global.Registers;
     const std::optional<PanelSize> given =
         input.Has("--panel") ? std::optional(panel) : std::nullopt;
-    const bool complete = session.OnFile(
-        path, [&] { return ProjectorLink::RegistersComplete(read, given, session.messages); });
+    const bool complete = session.OnFile(path, [&] {
+      return ProjectorLink::RegistersComplete(read, given, session.engine.messages);
+    });
     return complete ? std::optional(read) : std::nullopt;
   }
   if (!ReadCorrection(session, path)) return std::nullopt;
-  return BuildRegisters(session.global.Correction, panel);
+  return BuildRegisters(session.engine.global.Correction, panel);
 }
 
 // Nothing when the projector would refuse.
@@ -96,7 +97,7 @@ int RunFrames(const VerbInput& input, Session& session) {
   for (const int number : plan->commands) {
     const std::optional<Frame> frame = FrameToSend(number, *plan, *registers);
     if (!frame) {
-      session.messages.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
+      session.engine.messages.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
       return kExitFailed;
     }
     session.out << HexOf(*frame) << '\n';

@@ -11,7 +11,7 @@ namespace warpline {
 
 int RunPreview(const VerbInput& input, Session& session) {
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
-  const CorrectionData& correction = session.global.Correction;
+  const CorrectionData& correction = session.engine.global.Correction;
   // Compared with itself nothing differs, so that the bands are drawn.
   PreviewDrawing drawing = Redraw(correction, correction.Axes);
   if (input.Has("--aux")) {
@@ -21,7 +21,7 @@ int RunPreview(const VerbInput& input, Session& session) {
   const std::filesystem::path picture = input.Path("-o");
   const bool written = session.OnFile(picture, [&] {
     const std::error_code error = ReplaceFileContents(picture, PreviewSvg(drawing));
-    if (error) session.messages.ShowSystemError(SystemErrorText(error));
+    if (error) session.engine.messages.ShowSystemError(SystemErrorText(error));
     return !error;
   });
   return written ? kExitOk : kExitFailed;

@@ -1,10 +1,8 @@
 #include <functional>
 #include <optional>
 
-#include "app/projector_commands.h"
 #include "cli/connection.h"
 #include "cli/verbs.h"
-#include "link/projector_link.h"
 
 // apply, store, initialize, mode: the tool's commands against the projector.
 
@@ -12,13 +10,10 @@ namespace warpline {
 
 namespace {
 
-// Runs work over the link of the session's settings. In demo mode the commands send nothing, which
-// is worth a word.
+// In demo mode the commands send nothing, which is worth a word.
 int RunOnProjector(Session& session, const std::function<bool(ProjectorCommands&)>& work) {
-  ProjectorLink link(session.messages, session.busy, BeamlinkFromProgramFolder());
-  ProjectorCommands commands(session.global, link, session.messages, session.busy);
-  if (session.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
-  return work(commands) ? kExitOk : kExitFailed;
+  if (session.engine.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
+  return work(session.engine.commands) ? kExitOk : kExitFailed;
 }
 
 }  // namespace

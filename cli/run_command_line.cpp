@@ -118,7 +118,7 @@ int RunVerb(const CLI::App& app, Session& session) {
     return row.name == given.get_name();
   });
   int exit_code = kExitFailed;
-  ReportingFaults(session.messages, [&] {
+  ReportingFaults(session.engine.messages, [&] {
     exit_code = verb->run(InputOf(given, *verb, session), session);
     return exit_code == kExitOk;
   });

@@ -37,9 +37,10 @@ void Print(const FoundProjector& projector, Session& session) {
 
 int RunSearch(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
-  const std::int32_t time_out = session.global.Settings.LANTimeOut;
-  ProjectorSearch search(session.messages, BeamseekFromProgramFolder());
-  if (!search.Start(SearchOptionsOf(session.global, SearchWindow::kHidden))) return kExitFailed;
+  const std::int32_t time_out = session.engine.global.Settings.LANTimeOut;
+  ProjectorSearch search(session.engine.messages, BeamseekFromProgramFolder());
+  if (!search.Start(SearchOptionsOf(session.engine.global, SearchWindow::kHidden)))
+    return kExitFailed;
   if (!WaitForEnd(search, milliseconds(time_out))) {
     session.Tell(CliText::kSearchTooLong, {std::to_string(time_out)});
     return kExitFailed;

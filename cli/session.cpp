@@ -19,14 +19,8 @@ MessageAnswer StreamDisplay::Ask(const std::string& title, const std::string& te
 }
 
 Session::Session(std::ostream& out_stream, std::ostream& err_stream, Language language)
-    : out(out_stream),
-      err(err_stream),
-      texts(CliTextsOf(language)),
-      display(err_stream),
-      messages(global, display),
-      file(messages) {
-  ApplyLanguage(global, language);
-  ResetModel(global);
+    : out(out_stream), err(err_stream), texts(CliTextsOf(language)), display(err_stream) {
+  ApplyLanguage(engine.global, language);
 }
 
 int Session::UsageError(CliText key, std::initializer_list<std::string> arguments) const {
@@ -40,27 +34,31 @@ void Session::Tell(CliText key, std::initializer_list<std::string> arguments) co
 
 bool Session::OnFile(const std::filesystem::path& path, const std::function<bool()>& work) {
   display.SetFile(Utf8Of(path));
-  const bool done = ReportingFaults(messages, work);
+  const bool done = ReportingFaults(engine.messages, work);
   display.SetFile("");
   return done;
 }
 
 bool Session::Open(const std::filesystem::path& path, std::string_view type) {
-  return OnFile(path, [&] { return file.OpenDataFile(path, type); });
+  return OnFile(path, [&] { return engine.files.OpenDataFile(path, type); });
 }
 
 bool Session::Save(const std::filesystem::path& path, std::string_view type, const FileData& data) {
-  return OnFile(path, [&] { return file.SaveDataFile(path, type, data); });
+  return OnFile(path, [&] { return engine.files.SaveDataFile(path, type, data); });
 }
 
 bool ReadCorrection(Session& session, const std::filesystem::path& path) {
-  return session.OnFile(
-      path, [&] { return OpenCorrection(session.file, session.global, session.messages, path); });
+  return session.OnFile(path, [&] {
+    return OpenCorrection(session.engine.files, session.engine.global, session.engine.messages,
+                          path);
+  });
 }
 
 bool ReadRegisters(Session& session, const std::filesystem::path& path) {
-  return session.OnFile(
-      path, [&] { return OpenRegisters(session.file, session.global, session.messages, path); });
+  return session.OnFile(path, [&] {
+    return OpenRegisters(session.engine.files, session.engine.global, session.engine.messages,
+                         path);
+  });
 }
 
 }  // namespace warpline

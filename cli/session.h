@@ -8,11 +8,9 @@
 #include <string_view>
 #include <utility>
 
+#include "app/engine.h"
 #include "cli/cli_texts.h"
-#include "core/LSSglobal.h"
 #include "core/interfaces.h"
-#include "core/messages.h"
-#include "files/LSSfile.h"
 
 // What one run of the command line works with.
 
@@ -69,11 +67,9 @@ class Session {
   std::ostream& out;
   std::ostream& err;
   const CliTexts& texts;
-  LSSglobal global;
   StreamDisplay display;
   NoBusyIndicator busy;
-  Messages messages;
-  LSSfile file;
+  Engine engine{display, busy};
 };
 
 // Reads a correction data file into the session's model, or a register file into its register

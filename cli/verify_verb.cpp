@@ -72,7 +72,7 @@ std::optional<ShownState> ReadState(const VerbInput& input, Session& session) {
   std::string text;
   const bool read = session.OnFile(path, [&] {
     const std::error_code error = ReadWholeFile(path, text);
-    if (error) session.messages.ShowSystemError(SystemErrorText(error));
+    if (error) session.engine.messages.ShowSystemError(SystemErrorText(error));
     return !error;
   });
   if (!read) return std::nullopt;
@@ -150,13 +150,13 @@ Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts&
 int RunVerify(const VerbInput& input, Session& session) {
   const std::optional<ShownState> state = ReadState(input, session);
   if (!state || !ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
-  const CorrectionData& correction = session.global.Correction;
+  const CorrectionData& correction = session.engine.global.Correction;
   const std::array<AxisResult, kAxisCount> results{CompareAxis(correction, *state, kHorizontal),
                                                    CompareAxis(correction, *state, kVertical)};
   const Verdict verdict = Judge(results, session.texts);
   session.out << session.texts.Fill(
                      CliText::kVerifyResult,
-                     {TextOf(session.global, RowOfScreenType(correction.ScreenType).caption),
+                     {TextOf(session.engine.global, RowOfScreenType(correction.ScreenType).caption),
                       std::to_string(state->bytes), std::to_string(state->frames),
                       PixelText(results[kHorizontal].from_profile.pixels),
                       PixelText(results[kVertical].from_profile.pixels), verdict.text})

@@ -16,8 +16,7 @@ LSSmain::LSSmain(MainParts parts)
     : wxFrame(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
               "LSSmain"),
       parts_(std::move(parts)),
-      controller_(parts_.global, parts_.files, parts_.commands, parts_.messages, parts_.busy, *this,
-                  parts_.application_data),
+      controller_(parts_.engine, *this, parts_.application_data),
       panel_(new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
                          "main_panel")) {
   SetTitle(WxText(controller_.Caption()));
@@ -28,7 +27,8 @@ LSSmain::LSSmain(MainParts parts)
 }
 
 void LSSmain::PlaceAsStored() {
-  const wxPoint stored(parts_.global.Settings.DialogPosX, parts_.global.Settings.DialogPosY);
+  const wxPoint stored(parts_.engine.global.Settings.DialogPosX,
+                       parts_.engine.global.Settings.DialogPosY);
   SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
 }
 
@@ -49,8 +49,8 @@ void LSSmain::ShowFirst() {
 // Nothing of it is painted before all of it is there.
 void LSSmain::CreateContent() {
   const wxWindowUpdateLocker unpainted(panel_);
-  SetMenuBar(CreateMenuBar(parts_.global));
-  controls_ = CreateMainControls(panel_, parts_.global, CreateSliderHandlers());
+  SetMenuBar(CreateMenuBar(parts_.engine.global));
+  controls_ = CreateMainControls(panel_, parts_.engine.global, CreateSliderHandlers());
   SetSizes();
   parts_.busy.Attach(this);
   parts_.busy.SetSilentControl(controls_.scr_select);
@@ -64,7 +64,7 @@ wxSize LSSmain::FirstSize() {
 }
 
 void LSSmain::CreatePreviewWindow() {
-  view_ = new LSSview(this, CaptionOf(parts_.global, kMsgTestPattern),
+  view_ = new LSSview(this, CaptionOf(parts_.engine.global, kMsgTestPattern),
                       [this] { controller_.SetTestPattern(false); });
   view_->SetIcons(GetIcons());
   SetPreviewSize("menu_disp_regular");
@@ -77,7 +77,7 @@ void LSSmain::SetSizes() {
   SetSizer(sizer);
   wxSize least = sizer->ComputeFittingClientSize(this);
   for (int group = 0; group < kGroupCount; ++group) {
-    ShowGroup(controls_, parts_.global, group, false);
+    ShowGroup(controls_, parts_.engine.global, group);
     least.IncTo(sizer->ComputeFittingClientSize(this));
   }
   SetMinClientSize(least);
@@ -152,37 +152,29 @@ void LSSmain::BindWindow() {
 
 void LSSmain::ShowModel() {
   SetTitle(WxText(controller_.Caption()));
-  controls_.scr_select->SetSelection(parts_.global.Correction.ScreenType);
+  controls_.scr_select->SetSelection(parts_.engine.global.Correction.ScreenType);
   ShowMenus();
-  ShowGroup(controls_, parts_.global, controller_.Group(), EditorAvailable());
+  ShowGroup(controls_, parts_.engine.global, controller_.Group());
   controls_.applybutton->Enable(controller_.ApplyEnabled());
-  controls_.testpattern->SetValue(parts_.global.Settings.TestPattern == 1);
+  controls_.testpattern->SetValue(parts_.engine.global.Settings.TestPattern == 1);
   ShowPreview();
 }
 
 void LSSmain::ShowValues() {
-  ShowGroupValues(controls_, parts_.global, controller_.Group(), EditorAvailable());
+  ShowGroupValues(controls_, parts_.engine.global, controller_.Group());
   RedrawPreview();
 }
 
 void LSSmain::ShowMenus() {
   wxMenuBar* bar = GetMenuBar();
-  const Settings& settings = parts_.global.Settings;
-  const auto& projection = parts_.global.Correction.Projection;
+  const Settings& settings = parts_.engine.global.Settings;
+  const auto& projection = parts_.engine.global.Correction.Projection;
   bar->Check(MenuId(controller_.RealTime() ? "menu_opt_auto_on" : "menu_opt_auto_off"), true);
   bar->Check(MenuId(settings.CommunicationMode == 1 ? "menu_opt_detailed" : "menu_opt_simple"),
              true);
   bar->Check(MenuId("menu_opt_ud_reverse"), projection[kVertical] != 0);
   bar->Check(MenuId("menu_opt_lr_reverse"), projection[kHorizontal] != 0);
   bar->Enable(MenuId("menu_opt_auto"), controller_.RealTimeMenuEnabled());
-  bar->Enable(MenuId("menu_opt_pjmode"), parts_.dialogs.projector_mode != nullptr);
-  bar->Enable(MenuId("menu_opt_setting"), SettingsAvailable());
-}
-
-bool LSSmain::SettingsAvailable() const {
-  return parts_.global.Settings.CommunicationMode == 1
-             ? parts_.dialogs.communication_settings != nullptr
-             : parts_.dialogs.projector_search != nullptr;
 }
 
 std::filesystem::path LSSmain::ChooseFileToOpen(const std::filesystem::path& folder) {

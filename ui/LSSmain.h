@@ -4,14 +4,11 @@
 #include <wx/panel.h>
 
 #include <filesystem>
-#include <functional>
 #include <string_view>
 
 #include "app/main_controller.h"
 #include "ui/LSSmain_controls.h"
-#include "ui/LSSmain_dialogs.h"
-#include "ui/file_chooser.h"
-#include "ui/window_busy.h"
+#include "ui/LSSmain_parts.h"
 
 // The main window: it forwards what the user does to the controller and shows the model when it is
 // told to.
@@ -19,20 +16,6 @@
 namespace warpline {
 
 class LSSview;
-
-// What the window works with; everything must outlive it.
-struct MainParts {
-  LSSglobal& global;
-  LSSfile& files;
-  ProjectorCommands& commands;
-  const Messages& messages;
-  WindowBusy& busy;
-  FileChoosers choosers;
-  MainDialogs dialogs;
-  std::filesystem::path application_data;                       // where settings and data are kept
-  std::filesystem::path program_folder;                         // where the read-me files are
-  std::function<bool(const std::filesystem::path&)> show_text;  // opens a text file, not waiting
-};
 
 class LSSmain : public wxFrame, private MainView {
  public:
@@ -74,8 +57,6 @@ class LSSmain : public wxFrame, private MainView {
   void RedrawPreview();
   void PlacePreviewWindow();
   void SetPreviewSize(std::string_view item);
-  bool EditorAvailable() const { return parts_.dialogs.curve_editor != nullptr; }
-  bool SettingsAvailable() const;
 
   void OnClose(wxCloseEvent& event);
   void OnIconize(wxIconizeEvent& event);

@@ -4,6 +4,7 @@
 #include "core/messages.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
+#include "ui/LSSmain_open_dialogs.h"
 #include "ui/LSSview.h"
 #include "ui/about_box.h"
 #include "ui/layout.h"
@@ -69,27 +70,25 @@ void LSSmain::Run(std::string_view name) {
 }
 
 void LSSmain::EditCurve() {
-  if (!EditorAvailable()) return;
-  parts_.dialogs.curve_editor(this, AxisOfGroup(controller_.Group()),
-                              [this] { controller_.CurveChanged(); });
+  OpenCurveEditor(parts_, this, AxisOfGroup(controller_.Group()),
+                  [this] { controller_.CurveChanged(); });
 }
 
 void LSSmain::OpenSettings() {
-  if (!SettingsAvailable()) return;
-  const bool detailed = parts_.global.Settings.CommunicationMode == 1;
-  (detailed ? parts_.dialogs.communication_settings : parts_.dialogs.projector_search)(this);
+  const bool detailed = parts_.engine.global.Settings.CommunicationMode == 1;
+  (detailed ? OpenCommunicationSettings : OpenProjectorSearch)(parts_, this);
 }
 
 void LSSmain::OpenProjectorMode() {
-  if (parts_.dialogs.projector_mode) parts_.dialogs.projector_mode(this);
+  OpenProjectorModes(parts_, this);
 }
 
 void LSSmain::ShowHelp() {
-  ShowReadMe(parts_.global, parts_.messages, parts_.program_folder, parts_.show_text);
+  ShowReadMe(parts_.engine.global, parts_.engine.messages, parts_.program_folder, parts_.show_text);
 }
 
 void LSSmain::ShowAbout() {
-  ShowAboutBox(this, parts_.global);
+  ShowAboutBox(this, parts_.engine.global);
 }
 
 void LSSmain::SetPreviewSize(std::string_view item) {
@@ -102,7 +101,7 @@ void LSSmain::SetPreviewSize(std::string_view item) {
 // Shown while Test Pattern is checked and the main window is on the screen.
 void LSSmain::ShowPreview() {
   if (view_ == nullptr) return;
-  const bool wanted = IsShown() && !IsIconized() && parts_.global.Settings.TestPattern == 1;
+  const bool wanted = IsShown() && !IsIconized() && parts_.engine.global.Settings.TestPattern == 1;
   if (wanted && !view_->IsShown()) {
     PlacePreviewWindow();
     view_->ShowWithoutActivating();

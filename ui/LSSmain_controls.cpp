@@ -104,7 +104,7 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, Slider
   return controls;
 }
 
-void ShowGroup(MainControls& controls, const LSSglobal& global, int group, bool editor_available) {
+void ShowGroup(MainControls& controls, const LSSglobal& global, int group) {
   const CorrectionData& correction = global.Correction;
   for (int row = 0; row < kSliderCount; ++row) {
     const auto index = static_cast<std::size_t>(row);
@@ -115,22 +115,21 @@ void ShowGroup(MainControls& controls, const LSSglobal& global, int group, bool 
                                wxString::Format("iconbutton%d", kSliderCount * group + row));
   }
   controls.ctrl_select[static_cast<std::size_t>(group)]->SetValue(true);
-  ShowGroupValues(controls, global, group, editor_available);
+  ShowGroupValues(controls, global, group);
   controls.lr_symm->Show(group == kGroupLinearity);
   controls.ud_symm->Show(group == kGroupLinearity);
   controls.corre_edit->Show(CurveEditorShown(group));
   controls.lr_symm->GetParent()->Layout();
 }
 
-void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group,
-                     bool editor_available) {
+void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group) {
   const CorrectionData& correction = global.Correction;
   for (int row = 0; row < kSliderCount; ++row) {
     controls.rows[static_cast<std::size_t>(row)]->ShowValue(SetUpSlider(correction, group, row));
   }
   controls.lr_symm->SetValue(correction.Axes[kHorizontal].Stadium == 1);
   controls.ud_symm->SetValue(correction.Axes[kVertical].Stadium == 1);
-  controls.corre_edit->Enable(editor_available && CurveEditorEnabled(correction, group));
+  controls.corre_edit->Enable(CurveEditorEnabled(correction, group));
 }
 
 }  // namespace warpline

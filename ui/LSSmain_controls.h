@@ -35,10 +35,9 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, Slider
 
 // Which of the controls below the sliders a group has, and the two rows with captions, pictures and
 // values.
-void ShowGroup(MainControls& controls, const LSSglobal& global, int group, bool editor_available);
+void ShowGroup(MainControls& controls, const LSSglobal& global, int group);
 
 // The values and what can be used, without touching the sliders' positions.
-void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group,
-                     bool editor_available);
+void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group);
 
 }  // namespace warpline

@@ -1,36 +1,25 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 
-#include "app/projector_commands.h"
-#include "core/LSSglobal.h"
-#include "core/messages.h"
-#include "files/LSSfile.h"
-#include "link/projector_search.h"
-#include "ui/LSSmain_dialogs.h"
-#include "ui/file_chooser.h"
-#include "ui/window_busy.h"
+#include "core/correction.h"
+#include "ui/LSSmain_parts.h"
 
-namespace warpline {
-
-// What the dialogs work with; everything must outlive the functions made from it.
-struct DialogParts {
-  LSSglobal& global;
-  LSSfile& files;
-  ProjectorCommands& commands;
-  const Messages& messages;
-  MessageDisplay& display;
-  WindowBusy& busy;
-  BeamseekProvider beamseek;
-  FileChoosers shape_files;
-  std::filesystem::path application_data;
-  std::filesystem::path program_folder;
-  std::function<bool(const std::filesystem::path&)> show_text;
-};
+class wxTopLevelWindow;
 
 // The dialogs that the main window opens, each modal to it. The two that choose a connection write
 // the settings file when they were confirmed, the owner's position included.
-MainDialogs CreateMainDialogs(DialogParts parts);
+
+namespace warpline {
+
+// applied is called whenever the live curve of the axis has changed.
+void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
+                     const std::function<void()>& applied);
+
+void OpenCommunicationSettings(const MainParts& parts, wxTopLevelWindow* owner);
+void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner);
+
+// Opens when the mode in force could be read.
+void OpenProjectorModes(const MainParts& parts, wxTopLevelWindow* owner);
 
 }  // namespace warpline

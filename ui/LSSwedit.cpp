@@ -36,16 +36,17 @@ wxTextCtrl* CreateFigure(wxWindow* parent, const wxString& name) {
 }  // namespace
 
 LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
-    : wxDialog(owner, wxID_ANY, TitleOf(parts.global, axis), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX, "LSSwedit"),
+    : wxDialog(owner, wxID_ANY, TitleOf(parts.engine.global, axis), wxDefaultPosition,
+               wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX,
+               "LSSwedit"),
       parts_(std::move(parts)),
-      editor_(parts_.global, axis, parts_.files, parts_.messages),
+      editor_(parts_.engine.global, axis, parts_.engine.files, parts_.engine.messages),
       graph_(new WaveGraph(this, editor_, GetTitle(), [this] { ShowPoint(); })) {
   auto* upper = new wxBoxSizer(wxHORIZONTAL);
   upper->Add(graph_, wxSizerFlags(1).Expand());
   upper->Add(CreateColumn(), wxSizerFlags().Expand().Border(wxLEFT, WideGap(this)));
   wxSizer* read_out = CreateReadOut();
-  buttons_ = CreateDialogButtons(ControlMaker(this, parts_.global), true);
+  buttons_ = CreateDialogButtons(ControlMaker(this, parts_.engine.global), true);
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(upper, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
   all->Add(LayDialogButtons(this, buttons_, read_out),
@@ -58,7 +59,7 @@ LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
 }
 
 wxSizer* LSSwedit::CreateColumn() {
-  const ControlMaker make(this, parts_.global);
+  const ControlMaker make(this, parts_.engine.global);
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags field = wxSizerFlags().Expand().Border(wxTOP, Gap(this) / 2);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, WideGap(this));
@@ -169,19 +170,19 @@ void LSSwedit::ShowCurve() {
 }
 
 void LSSwedit::Seed() {
-  LSSshape dialog(this, parts_.global);
+  LSSshape dialog(this, parts_.engine.global);
   dialog.ShowModal();
   editor_.Seed(dialog.Shape());
 }
 
 void LSSwedit::Import() {
   const std::filesystem::path path =
-      parts_.choosers.open(this, DialogFolder(parts_.global, parts_.application_data));
+      parts_.choosers.open(this, DialogFolder(parts_.engine.global, parts_.application_data));
   if (!path.empty()) editor_.Import(path);
 }
 
 void LSSwedit::Export() {
-  const std::filesystem::path folder = DialogFolder(parts_.global, parts_.application_data);
+  const std::filesystem::path folder = DialogFolder(parts_.engine.global, parts_.application_data);
   const std::filesystem::path path = ChooseSaveName(
       [&](const std::filesystem::path& offered) {
         return parts_.choosers.save(this, folder, offered);
@@ -191,7 +192,7 @@ void LSSwedit::Export() {
 }
 
 void LSSwedit::Apply() {
-  editor_.Apply(parts_.global);
+  editor_.Apply(parts_.engine.global);
   parts_.applied();
 }
 

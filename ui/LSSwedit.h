@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "app/curve_editor.h"
+#include "app/engine.h"
 #include "ui/LSSwedit_graph.h"
 #include "ui/dialog_controls.h"
 #include "ui/file_chooser.h"
@@ -22,9 +23,7 @@ namespace warpline {
 
 // What the window works with; everything must outlive it.
 struct EditorParts {
-  LSSglobal& global;
-  LSSfile& files;
-  const Messages& messages;
+  Engine& engine;
   FileChoosers choosers;  // for shape files
   std::filesystem::path application_data;
   std::function<void()> applied;  // the live curve has changed

@@ -6,12 +6,11 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
-#include <utility>
 
 #include "app/startup.h"
 #include "platform/environment.h"
 #include "platform/text_editor.h"
-#include "ui/LSSmain_open_dialogs.h"
+#include "ui/LSSmain.h"
 #include "ui/layout.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
@@ -39,13 +38,6 @@ wxPoint DefaultPosition() {
 }
 
 }  // namespace
-
-Application::Run::Run()
-    : link(messages, busy, BeamlinkFromProgramFolder()),
-      commands(global, link, messages, busy),
-      dialogs(CreateMainDialogs({global, files, commands, messages, display, busy,
-                                 BeamseekFromProgramFolder(), SystemFileChoosers(global, kTypeWls),
-                                 ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor})) {}
 
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
@@ -77,16 +69,16 @@ bool Application::AnotherInstanceRuns() {
 }
 
 void Application::PrepareState() {
-  LSSglobal& global = run_->global;
-  ResetModel(global);
+  LSSglobal& global = run_->engine.global;
   const wxPoint position = DefaultPosition();
   LoadSettings(global, ApplicationDataFolder(), position.x, position.y);
   ApplyLanguage(global, DecideLanguage(SystemLanguageIsJapanese(), CommandLineOf(argc, argv)));
 }
 
 void Application::ShowMainWindow() {
-  auto* window = new LSSmain({run_->global, run_->files, run_->commands, run_->messages, run_->busy,
-                              SystemFileChoosers(run_->global, kTypeWlt), run_->dialogs,
+  const LSSglobal& global = run_->engine.global;
+  auto* window = new LSSmain({run_->engine, run_->busy, SystemFileChoosers(global, kTypeWlt),
+                              SystemFileChoosers(global, kTypeWls), BeamseekFromProgramFolder(),
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
   SetTopWindow(window);
   window->ShowFirst();

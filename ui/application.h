@@ -5,12 +5,7 @@
 
 #include <memory>
 
-#include "app/projector_commands.h"
-#include "core/LSSglobal.h"
-#include "core/messages.h"
-#include "files/LSSfile.h"
-#include "link/projector_link.h"
-#include "ui/LSSmain.h"
+#include "app/engine.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
 
@@ -27,16 +22,9 @@ class Application : public wxApp {
  private:
   // One run's objects, in the order in which they need each other.
   struct Run {
-    Run();
-
-    LSSglobal global;
     WindowMessages display;
     WindowBusy busy;
-    Messages messages{global, display};
-    LSSfile files{messages};
-    ProjectorLink link;
-    ProjectorCommands commands;
-    MainDialogs dialogs;
+    Engine engine{display, busy};
   };
 
   bool AnotherInstanceRuns();

@@ -5,9 +5,7 @@
 
 #include <memory>
 
-#include "app/projector_commands.h"
-#include "files/LSSfile.h"
-#include "link/projector_link.h"
+#include "app/engine.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSview.h"
 #include "ui/LSSview_painter.h"
@@ -23,23 +21,19 @@ constexpr int kHeight = 1080;
 
 struct Bench {
   Bench() {
-    ResetModel(global);
+    LSSglobal& global = engine.global;
     global.Correction.ScreenType = 2;
     ResetToScreenType(global.Correction);
     global.Settings.DemoMode = 1;
-    window = new LSSmain({global, files, commands, messages, busy, {}, {}, {}, {}, {}});
+    window = new LSSmain({engine, busy, {}, {}, {}, {}, {}, {}});
     window->ShowFirst();
     wxYield();
   }
   ~Bench() { window->Destroy(); }
 
-  LSSglobal global;
   WindowMessages display;
   WindowBusy busy;
-  Messages messages{global, display};
-  LSSfile files{messages};
-  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
-  ProjectorCommands commands{global, link, messages, busy};
+  Engine engine{display, busy};
   LSSmain* window = nullptr;
 };
 

@@ -7,8 +7,10 @@
 #include <memory>
 
 #include "app/curve_editor.h"
-#include "core/interfaces.h"
+#include "app/engine.h"
 #include "ui/LSSwedit_painter.h"
+#include "ui/window_busy.h"
+#include "ui/window_messages.h"
 
 // Dragging a point of the curve editor at 200 %: the move, the curve behind it and the whole graph
 // painted anew, in at most 8 ms.
@@ -19,12 +21,6 @@ namespace {
 constexpr int kWidth = 1652;  // pixels: the window as it opens, at 200 %
 constexpr int kHeight = 600;
 constexpr double kDip = 2;
-
-class NoDisplay : public MessageDisplay {
- public:
-  void Show(const std::string&, const std::string&, MessageIcon) override {}
-  MessageAnswer Ask(const std::string&, const std::string&) override { return MessageAnswer::kNo; }
-};
 
 // As many points as there can be.
 CurveDefinition FullCurve(std::int16_t interpolation) {
@@ -40,12 +36,12 @@ CurveDefinition FullCurve(std::int16_t interpolation) {
 }
 
 void DragPoint(benchmark::State& state) {
-  LSSglobal global;
-  global.Correction.Curves[kHorizontal] = FullCurve(static_cast<std::int16_t>(state.range(0)));
-  NoDisplay display;
-  const Messages messages(global, display);
-  LSSfile files(messages);
-  CurveEditor editor(global, kHorizontal, files, messages);
+  WindowMessages display;
+  WindowBusy busy;
+  Engine engine(display, busy);
+  engine.global.Correction.Curves[kHorizontal] =
+      FullCurve(static_cast<std::int16_t>(state.range(0)));
+  CurveEditor editor(engine.global, kHorizontal, engine.files, engine.messages);
   const GraphPosition start = editor.GraphPositions()[7];
   editor.Press(start.x, start.y);
   wxBitmap picture(kWidth, kHeight);

@@ -1,19 +1,17 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <deque>
-#include <functional>
 
 #include "app/main_controller.h"
-#include "model/registers.h"
-#include "tests/app/file_rig.h"
-#include "tests/support/link_rig.h"
+#include "tests/support/engine_rig.h"
 
 // A main controller over the recording library, with real files in a folder of its own.
 
 namespace warpline {
 
 namespace fs = std::filesystem;
-using Texts = std::vector<std::string>;
 
 inline const Texts kInitializeFrames{"01DF000000E0", "021A000002020121", "01DF0000020000E2",
                                      "01DF0000020100E3"};
@@ -47,19 +45,7 @@ class FakeView : public MainView {
   }
 };
 
-class BusyWithEvents : public RecordingBusy {
- public:
-  void BeginBusy() override {
-    RecordingBusy::BeginBusy();
-    if (event) event();
-  }
-  std::function<void()> event;
-};
-
-struct ControllerRig : LinkRig {
-  AxisParameters& H() { return global.Correction.Axes[kHorizontal]; }
-  AxisParameters& V() { return global.Correction.Axes[kVertical]; }
-
+struct ControllerRig : EngineRig {
   // The frames sent since the last call.
   Texts Frames() {
     Texts frames;
@@ -94,12 +80,8 @@ struct ControllerRig : LinkRig {
 
   fs::path SettingsFile() const { return DataFolder(temp.Path()) / kSettingsFileName; }
 
-  TempFolder temp;
-  BusyWithEvents window_busy;
   FakeView view;
-  LSSfile files{messages};
-  ProjectorCommands commands{global, link, messages, window_busy};
-  MainController controller{global, files, commands, messages, window_busy, view, temp.Path()};
+  MainController controller{engine, view, temp.Path()};
 };
 
 }  // namespace warpline

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "app/curve_editor.h"
-#include "tests/app/file_rig.h"
 #include "tests/support/curves.h"
+#include "tests/support/engine_rig.h"
 
 // What the tests of the curve editor share: curves from literals, and an editor with all that it
 // needs.
@@ -23,7 +25,7 @@ inline void ExpectPoints(const CurveDefinition& curve, const Points& expected) {
 }
 
 // An editor of the vertical curve, with everything that it needs.
-struct EditorBench : FileRig {
+struct EditorBench : EngineRig {
   explicit EditorBench(const CurveDefinition& curve)
       : editor((global.Correction.Curves[kVertical] = curve, global), kVertical, files, messages) {}
 

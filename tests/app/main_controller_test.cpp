@@ -140,7 +140,7 @@ TEST(MainController, ProjectionToggleResetsAndAlwaysSends) {
   rig.H().Amplitude = 3;
   rig.library.results[0] = kOpenConnect;
   int second_copy = 0;  // when sending begins: it follows the toggle itself
-  rig.window_busy.event = [&] { second_copy = rig.global.SecondCopy[kHorizontal].Optical; };
+  rig.busy.on_begin = [&] { second_copy = rig.global.SecondCopy[kHorizontal].Optical; };
   rig.controller.ToggleProjection(kHorizontal);
   EXPECT_EQ(rig.global.Correction.Projection[kHorizontal], 1);
   EXPECT_EQ(rig.H().Distortion, 0);
@@ -159,30 +159,11 @@ TEST(MainController, ProjectionToggleResetsAndAlwaysSends) {
   }
 }
 
-TEST(MainController, DemoModeContactsNobody) {
-  ControllerRig rig;
-  rig.global.Settings.DemoMode = 1;
-  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 (Debug)");
-  rig.view.saves.push_back(rig.temp / "plain.wlr");
-  EXPECT_TRUE(rig.controller.SaveAs());
-  rig.controller.MoveSlider(1, 40);
-  rig.controller.ReleaseSlider();
-  rig.controller.Store();
-  rig.controller.ToggleProjection(kHorizontal);
-  rig.controller.OpenFile(rig.temp / "plain.wlr");
-  EXPECT_EQ(rig.V().Distortion, 40);
-  rig.controller.Initialize();
-  EXPECT_EQ(rig.V().Distortion, 0);
-  EXPECT_EQ(rig.global.SecondCopy, rig.global.Correction.Axes);
-  EXPECT_TRUE(rig.library.calls.empty());
-  EXPECT_TRUE(rig.display.messages.empty());
-}
-
 TEST(MainController, CommandInsideACommandDoesNothing) {
   ControllerRig rig;
   rig.V().Distortion = 40;
-  rig.window_busy.event = [&rig] {
-    if (rig.window_busy.depth == 1) rig.controller.Initialize();
+  rig.busy.on_begin = [&rig] {
+    if (rig.busy.depth == 1) rig.controller.Initialize();
   };
   rig.controller.Apply();
   EXPECT_EQ(rig.V().Distortion, 40);

@@ -5,20 +5,19 @@
 #include <algorithm>
 
 #include "model/registers.h"
-#include "tests/support/link_rig.h"
+#include "tests/support/engine_rig.h"
 
 namespace warpline {
 namespace {
 
-using Calls = std::vector<std::string>;
+using Calls = Texts;
 
-struct Rig : LinkRig {
+struct Rig : EngineRig {
   Rig() {
     global.Correction.Axes[kHorizontal].Distortion = 20;
     global.Correction.Axes[kVertical].Stadium = 1;
     global.Registers = BuildRegisters(global.Correction, {16, 12});
   }
-  ProjectorCommands commands{global, link, messages, busy};
 };
 
 struct Sequence {
@@ -252,13 +251,6 @@ TEST(ProjectorCommands, FaultsCloseTheLinkAndAreReported) {
       EXPECT_EQ(rig.busy.depth, 0);
     }
   }
-}
-
-TEST(ProjectorCommands, RegistersAreBuiltForTheReportedPanel) {
-  Rig rig;
-  rig.library.panel = {24, 18};
-  EXPECT_TRUE(rig.commands.Apply());
-  EXPECT_EQ(rig.global.Registers, BuildRegisters(rig.global.Correction, {24, 18}));
 }
 
 TEST(ProjectorCommands, IncompleteRegisterTextsAreNotSent) {

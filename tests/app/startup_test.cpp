@@ -1,13 +1,15 @@
 #include "app/startup.h"
 
-#include "tests/app/file_rig.h"
+#include <gtest/gtest.h>
+
+#include "tests/support/engine_rig.h"
 
 namespace warpline {
 namespace {
 
 namespace fs = std::filesystem;
 
-struct StartupRig : FileRig {
+struct StartupRig : EngineRig {
   bool Load() { return LoadSettings(global, temp.Path(), 30, -40); }
 
   const fs::path folder = temp.Path() / "Varnok Beamkit" / "Warpline Tool 3.0";

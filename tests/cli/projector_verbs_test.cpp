@@ -82,10 +82,8 @@ TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
   const struct {
     const char *rule, *text, *code;
   } rows[] = {
-      {"kind=any:timeout", "There is no projector response.", "  Error : -3\n"},
       {"kind=prepare:timeout", "There is no projector response.", "  Error : -3\n"},
       {"kind=2:checksum", "A receive error has occurred.", "  Error : -5\n"},
-      {"kind=1:cutmid", "A receive error has occurred.", "  Error : -5\n"},
       {"kind=17:refuse", "The projector has failed in command execution.", "  Error : 2\n"},
   };
   for (const auto& row : rows) {
@@ -145,7 +143,7 @@ TEST_F(ProjectorVerbsTest, OptionsBecomeSettings) {
     VerbInput input(session);
     input.Set(option, {value});
     EXPECT_TRUE(ChooseConnection(input, session)) << err.str();
-    EXPECT_EQ(session.global.Settings, expected) << option << " " << value;
+    EXPECT_EQ(session.engine.global.Settings, expected) << option << " " << value;
   }
 }
 

@@ -4,13 +4,12 @@
 
 #include <tuple>
 
-#include "core/fault.h"
-#include "tests/support/link_rig.h"
+#include "tests/support/engine_rig.h"
 
 namespace warpline {
 namespace {
 
-using Calls = std::vector<std::string>;
+using Calls = Texts;
 
 // Texts that any panel takes.
 const RegisterSet kPlain{{{"0000", "0000", "00", "00", "00", "00", "0080", "00", "0000"},
@@ -37,7 +36,7 @@ TEST(ProjectorLink, OpensTheConnectionOfTheSettings) {
       {buffers, "open 1 'abcdefghijklmnop' '1234567890123456' 1"},
   };
   for (const auto& [settings, call] : cases) {
-    LinkRig rig;
+    EngineRig rig;
     EXPECT_TRUE(rig.link.OpenLink(settings)) << call;
     EXPECT_EQ(rig.library.calls, Calls{call});
     EXPECT_EQ(rig.busy.event_rounds, 1) << call;
@@ -45,7 +44,7 @@ TEST(ProjectorLink, OpensTheConnectionOfTheSettings) {
 }
 
 TEST(ProjectorLink, FailedOpenKeepsItsErrorAndLetsEventsRun) {
-  LinkRig rig;
+  EngineRig rig;
   rig.library.results[0] = kOpenConnect;
   EXPECT_FALSE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_FALSE(rig.link.IsOpen());
@@ -55,7 +54,7 @@ TEST(ProjectorLink, FailedOpenKeepsItsErrorAndLetsEventsRun) {
 }
 
 TEST(ProjectorLink, ClosesOnceEvenWhenClosingFails) {
-  LinkRig rig;
+  EngineRig rig;
   rig.library.results[1] = kCloseAlreadyClosed;
   ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_FALSE(rig.link.CloseLink());
@@ -71,7 +70,7 @@ TEST(ProjectorLink, ClosesOnceEvenWhenClosingFails) {
 }
 
 TEST(ProjectorLink, NeedsAnOpenLinkBeforeAnythingElse) {
-  LinkRig rig;
+  EngineRig rig;
   EXPECT_FALSE(rig.link.CheckConnection());
   EXPECT_FALSE(rig.link.SendCommand(kCommandClear, rig.global.Registers, 0));
   EXPECT_FALSE(rig.link.SendCommand(kCommandStore, rig.global.Registers, 0));
@@ -81,7 +80,7 @@ TEST(ProjectorLink, NeedsAnOpenLinkBeforeAnythingElse) {
 }
 
 TEST(ProjectorLink, PanelIsTheReportedOneOrTheUsualOne) {
-  LinkRig rig;
+  EngineRig rig;
   rig.library.panel = {1920, 1200};
   ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
   EXPECT_EQ(rig.link.CheckConnection(), (PanelSize{1920, 1200}));
@@ -97,7 +96,7 @@ TEST(ProjectorLink, TimeOutFollowsTheConnectionAndTheWholeBlock) {
       {kUsb, {"timeout 7000", "timeout 14000"}},
   };
   for (const auto& [device, expected] : kCases) {
-    LinkRig rig;
+    EngineRig rig;
     rig.library.model_class = 4;
     Settings settings;
     std::tie(settings.SerialTimeOut, settings.LANTimeOut, settings.USBTimeOut) =
@@ -112,20 +111,20 @@ TEST(ProjectorLink, TimeOutFollowsTheConnectionAndTheWholeBlock) {
 }
 
 TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
-  const std::pair<const char*, void (*)(LinkRig&)> cases[] = {
-      {"class 0", [](LinkRig& rig) { rig.library.model_class = 0; }},
-      {"class 2", [](LinkRig& rig) { rig.library.model_class = 2; }},
-      {"silent", [](LinkRig& rig) { rig.library.results[3] = kBeamlinkNoResponse; }},
-      {"short answer", [](LinkRig& rig) { rig.library.replies[3] = Frame(7, 5); }},
+  const std::pair<const char*, void (*)(EngineRig&)> cases[] = {
+      {"class 0", [](EngineRig& rig) { rig.library.model_class = 0; }},
+      {"class 2", [](EngineRig& rig) { rig.library.model_class = 2; }},
+      {"silent", [](EngineRig& rig) { rig.library.results[3] = kBeamlinkNoResponse; }},
+      {"short answer", [](EngineRig& rig) { rig.library.replies[3] = Frame(7, 5); }},
       {"tables too large",
-       [](LinkRig& rig) {
+       [](EngineRig& rig) {
          rig.library.model_class = 4;
          for (auto& axis : rig.global.Registers) axis[kCorre2] = std::string(2 * 769, '0');
        }},
   };
   for (const auto& [name, spoil] : cases) {
     SCOPED_TRACE(name);
-    LinkRig rig;
+    EngineRig rig;
     spoil(rig);
     ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
     EXPECT_FALSE(rig.link.SendCommand(kCommandStore, rig.global.Registers, 0));
@@ -137,29 +136,26 @@ TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
 TEST(ProjectorLink, ModeIsOneOrZero) {
   const std::pair<std::uint8_t, std::int16_t> kCases[] = {{0, 0}, {1, 1}, {2, 0}, {255, 0}};
   for (const auto& [answered, expected] : kCases) {
-    LinkRig rig;
+    EngineRig rig;
     rig.library.mode = answered;
     ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
     EXPECT_EQ(rig.link.QueryMode(), expected);
     EXPECT_EQ(rig.library.calls.back(), "send 01DE0000020100E2");
   }
-  LinkRig brief;
+  EngineRig brief;
   brief.library.replies[3] = Frame(6, 0);
   ASSERT_TRUE(brief.link.OpenLink(brief.global.Settings));
   EXPECT_EQ(brief.link.QueryMode(), std::nullopt);
   EXPECT_EQ(brief.display.Texts(), Calls{brief.ErrorText(141, -5)});
 }
 
-TEST(ProjectorLink, SwitchInputSelectsTheInputShown) {
-  LinkRig rig;
-  rig.library.input = 26;
-  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
-  for (const int number : {-1, 13, 15, 22})
-    EXPECT_THROW(rig.link.SendCommand(number, rig.global.Registers, 0), Fault);
-  EXPECT_EQ(rig.library.calls.size(), 1u) << "unused numbers are faults";
-  EXPECT_TRUE(rig.link.SwitchInput());
-  EXPECT_EQ(rig.library.calls,
-            (Calls{"open 1 '192.168.10.10' '7142' 1", "timeout 3000", "status", "input 26"}));
+TEST(ProjectorLink, UnusedNumbersAreFaults) {
+  EngineRig rig;
+  ASSERT_TRUE(rig.link.OpenLink(Settings()));
+  for (const int number : {-1, 13, 15, 22}) {
+    EXPECT_THROW(rig.link.SendCommand(number, {}, 0), Fault) << number;
+  }
+  EXPECT_EQ(rig.library.calls.size(), 1u);
 }
 
 TEST(ProjectorLink, RegisterTextsMustHaveTheirLength) {
@@ -185,7 +181,7 @@ TEST(ProjectorLink, RegisterTextsMustHaveTheirLength) {
   };
   for (const auto& [name, field, text, panel, complete] : kCases) {
     for (const Axis axis : {kHorizontal, kVertical}) {
-      LinkRig rig;
+      EngineRig rig;
       RegisterSet registers = kPlain;
       registers[axis][field] = text;
       EXPECT_EQ(ProjectorLink::RegistersComplete(registers, panel, rig.messages), complete) << name;

@@ -2,7 +2,7 @@
 
 #include "link/library_loader.h"
 #include "model/registers.h"
-#include "tests/support/link_rig.h"
+#include "tests/support/engine_rig.h"
 #include "tests/support/projector_server.h"
 
 // The link through the stand-in library, as the tool loads it, over TCP to the simulated projector.
@@ -10,24 +10,15 @@
 namespace warpline {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-struct RealRig : Recorded {
+struct RealRig : EngineRig {
   explicit RealRig(const sim::ProjectorSetup& setup = {}, const Texts& faults = {})
-      : projector(setup, faults) {
-    ResetModel(global);
+      : EngineRig(BeamlinkFromProgramFolder()), projector(setup, faults) {
     global.Settings.IPAddress = projector.Address();
     global.Settings.LANPort = projector.Port();
     global.Settings.LANTimeOut = 500;
   }
 
-  std::string ErrorText(int number, int code) const {
-    return TextOf(global, number) + "  Error : " + std::to_string(code);
-  }
-
   ProjectorServer projector;
-  RecordingBusy busy;
-  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
 };
 
 TEST(RealLink, RegistersArriveAndAreStoredByEveryModelClassThatKeeps) {
@@ -67,19 +58,6 @@ TEST(RealLink, FaultsOfTheLineAreSaidOnceAndEnd) {
     EXPECT_TRUE(rig.link.CloseLink());
     EXPECT_EQ(rig.display.Texts(), number == 0 ? Texts{} : Texts{rig.ErrorText(number, code)});
   }
-}
-
-TEST(RealLink, ProjectorThatHidesItsPanelHasTheUsualOne) {
-  RealRig rig({.Panel = {800, 600}, .ReportsPanel = false});
-  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
-  EXPECT_EQ(rig.link.CheckConnection(), kDefaultPanelSize);
-}
-
-TEST(RealLink, SwitchedOffProjectorIsToldByItsProbe) {
-  RealRig rig({.Panel = {}, .PowerState = sim::Power::kStandby});
-  ASSERT_TRUE(rig.link.OpenLink(rig.global.Settings));
-  EXPECT_FALSE(rig.link.CheckConnection());
-  EXPECT_EQ(rig.display.Texts(), Texts{rig.ErrorText(75, 3)});
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,7 @@ class RecordingBusy : public BusyIndicator {
   void BeginBusy() override {
     ++depth;
     ++begins;
+    if (on_begin) on_begin();
   }
   void EndBusy() override { --depth; }
   void ProcessPendingEvents() override { ++event_rounds; }
@@ -67,6 +69,7 @@ class RecordingBusy : public BusyIndicator {
   int depth = 0;
   int begins = 0;
   int event_rounds = 0;
+  std::function<void()> on_begin;
 };
 
 }  // namespace warpline

@@ -13,7 +13,7 @@ class ConnectionDialogs : public testing::Test {
     search.AddProjector({10, 0, 0, 8}, "Left", true);
     search.AddProjector({10, 0, 0, 9}, "Right", true);
     rig.global.Settings.TestPattern = 0;
-    rig.UseDialogs([this] { return has_library ? search.Functions() : nullptr; });
+    rig.beamseek = [this] { return has_library ? search.Functions() : nullptr; };
     rig.Open();
   }
 
@@ -117,7 +117,7 @@ TEST_F(ConnectionDialogs, ModeDialogShowsAndSetsTheMode) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    rig.commands.SetMode(row.before);
+    rig.engine.commands.SetMode(row.before);
     const std::uint64_t links = rig.Links();
     const ModalScript script("LSSapmode", [&](wxDialog& dialog) {
       const auto option = [](int mode) { return "Option1" + std::to_string(mode); };

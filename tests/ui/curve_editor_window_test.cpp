@@ -26,8 +26,7 @@ class EditorWindow : public testing::Test {
   void Create() {
     Live() = FourPoints();
     editor = new LSSwedit(rig.window, kVertical,
-                          {rig.global, rig.files, rig.messages, rig.Choosers(), rig.temp.Path(),
-                           [this] { ++applied; }});
+                          {rig.engine, rig.Choosers(), rig.temp.Path(), [this] { ++applied; }});
   }
   void Destroy() {
     editor->Destroy();
@@ -226,7 +225,6 @@ TEST_F(EditorWindow, ShapeDialogSeedsTheCurve) {
 
 TEST(EditorFromMain, EditsTheShownGroupsAxisAndCountsAsAChange) {
   WindowRig rig;
-  rig.UseDialogs({});
   rig.Open();
   EXPECT_FALSE(rig.Enabled("corre_edit")) << "the other screen types have fixed curves";
   rig.Choose("scr_select", kOtherScreens);

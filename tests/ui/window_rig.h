@@ -21,7 +21,6 @@
 #include "tests/support/temp_folder.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
-#include "ui/LSSmain_open_dialogs.h"
 #include "ui/LSSview.h"
 #include "ui/wx_text.h"
 
@@ -151,7 +150,6 @@ class WindowRig {
  public:
   explicit WindowRig(std::int16_t language = 0) {
     fs::create_directory(program);
-    ResetModel(global);
     ApplyLanguage(global, language);
     global.Settings.IPAddress = server.Address();
     global.Settings.LANPort = server.Port();
@@ -165,19 +163,13 @@ class WindowRig {
 
   // The window, as it is at first. Settings are changed before.
   LSSmain& Open() {
-    window = new LSSmain({global, files, commands, messages, busy, Choosers(), dialogs, temp.Path(),
-                          program, show_text});
+    window = new LSSmain(
+        {engine, busy, Choosers(), Choosers(), beamseek, temp.Path(), program, show_text});
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
     Settle();  // the preview, which comes last, is on the screen only then
     return *window;
-  }
-
-  // The tool's own dialogs instead of those set by hand.
-  void UseDialogs(BeamseekProvider beamseek) {
-    dialogs = CreateMainDialogs({global, files, commands, messages, display, busy,
-                                 std::move(beamseek), Choosers(), temp.Path(), program, show_text});
   }
 
   // Choose what stands in choices, and then cancel.
@@ -244,14 +236,11 @@ class WindowRig {
   TempFolder temp;
   fs::path program = temp / "program";
   ProjectorServer server;
-  LSSglobal global;
   RecordingDisplay display;
   WindowBusy busy;
-  Messages messages{global, display};
-  LSSfile files{messages};
-  ProjectorLink link{messages, busy, BeamlinkFromProgramFolder()};
-  ProjectorCommands commands{global, link, messages, busy};
-  MainDialogs dialogs;
+  Engine engine{display, busy};
+  LSSglobal& global = engine.global;
+  BeamseekProvider beamseek;
   std::deque<fs::path> choices;
   std::vector<fs::path> texts_shown;
   std::function<bool(const fs::path&)> show_text = [this](const fs::path& file) {

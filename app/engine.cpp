@@ -1,0 +1,16 @@
+#include "app/engine.h"
+
+#include <utility>
+
+namespace warpline {
+
+Engine::Engine(MessageDisplay& display, BusyIndicator& busy_indicator, BeamlinkProvider beamlink)
+    : busy(busy_indicator),
+      messages(global, display),
+      files(messages),
+      link(messages, busy, std::move(beamlink)),
+      commands(global, link, messages, busy) {
+  ResetModel(global);
+}
+
+}  // namespace warpline
