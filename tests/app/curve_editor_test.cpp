@@ -224,7 +224,6 @@ TEST(CurveEditorFiles, ARefusedImportChangesNothing) {
   const std::string head = "[Warpline Shape File 2.0]\nCorrePointNum=2\n";
   const std::pair<std::string, std::string> cases[] = {
       {"CorreInterp=5\n", "The file format is corrupted."},
-      {head + "CorreInterp=6\n", "The parameter value is not correct."},
       {head + "CorreDataPtsX01=900000\nCorreDataPtsY00=900000\n",
        "The parameter value is not correct."},
       {head + "CorreDataPtsX00=99999999999\n", "[1] Wrong value."},
@@ -270,17 +269,6 @@ TEST(CurveEditorFaults, AreReportedAndLeaveTheRecord) {
   EXPECT_TRUE(bench.editor.Sampled().faulty);
   EXPECT_TRUE(bench.editor.Sampled().samples.empty());
   EXPECT_TRUE(bench.display.messages.empty()) << "drawing shows no message";
-}
-
-TEST(CurveEditorDrawing, SamplesTheCurveAtBothEndsAndBetween) {
-  EditorBench bench(Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {1, 0.8}}));
-  const SampledCurve sampled = bench.editor.Sampled();
-  ASSERT_EQ(sampled.samples.size(), 501u);
-  EXPECT_NEAR(sampled.samples[0], 0.8, 1e-12);
-  EXPECT_NEAR(sampled.samples[125], 0.95, 1e-12);
-  EXPECT_NEAR(sampled.samples[500], 0.8, 1e-12);
-  EXPECT_EQ(bench.editor.GraphPositions(),
-            (std::vector<GraphPosition>{{0, 125}, {250, 25}, {500, 125}}));
 }
 
 }  // namespace

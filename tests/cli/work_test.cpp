@@ -141,17 +141,15 @@ TEST_F(WorkTest, FramesOfRegistersThatDoNotFitAreRefused) {
 TEST_F(WorkTest, CheckTellsEachFile) {
   const std::string flat = Put("flat.WLT", kFlatFile);
   const std::string broken = Put("broken.wlt", "[Warpline Tool Data File 3.0]\r\nScreenType=6\r\n");
-  const std::string old = Put("old.wlt", "[Warpline Tool Data File]\r\n");
   const std::string notes = Put("notes.txt", "nothing of ours\r\n");
   const std::string huge =
       Put("huge.wlt", "[Warpline Tool Data File 3.0]\r\nScreenType=99999999999\r\n");
   const std::string registers = Put("bad.wlr", "[Warpline Register File]\nh_opt_center=1G0\n");
-  const CliResult result = RunCli({"check", flat, broken, old, notes, huge, registers, flat});
+  const CliResult result = RunCli({"check", flat, broken, notes, huge, registers, flat});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "");
   const Words expected{flat + ": ok",
                        broken + ": The parameter value is not correct.",
-                       old + ": File version is different. Loading is not possible.",
                        notes + ": The file format is corrupted.",
                        huge + ": [1] Wrong value.",
                        registers +
