@@ -93,7 +93,7 @@ namespace warpline {
   X(VerticalColumn)
 WARPLINE_TEXT_KEYS(CliText, WARPLINE_CLI_TEXTS)
 
-using CliTexts = Texts<CliText>;
+using CliTexts = TextTable<CliText>;
 
 const CliTexts& CliTextsOf(Language language);
 

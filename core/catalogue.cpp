@@ -16,7 +16,7 @@ namespace {
 struct Catalogue {
   // Index 0 stays empty: it answers every number that has no text.
   std::array<std::string, kMessageCount + 1> Numbered;
-  Texts<ToolText> Named;
+  TextTable<ToolText> Named;
 
   explicit Catalogue(const TextMap& texts) : Named(texts) {
     for (std::size_t number = 1; number < Numbered.size(); ++number) {

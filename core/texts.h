@@ -43,9 +43,9 @@ std::string FilledText(std::string_view text, std::initializer_list<std::string>
 
 // The texts of one file under the keys of an enum that WARPLINE_TEXT_KEYS declared.
 template <typename Key>
-class Texts {
+class TextTable {
  public:
-  explicit Texts(const TextMap& map) {
+  explicit TextTable(const TextMap& map) {
     std::size_t index = 0;
     for (const std::string_view name : TextKeyNames(Key{})) {
       const auto found = map.find(name);
@@ -53,7 +53,7 @@ class Texts {
       ++index;
     }
   }
-  explicit Texts(std::string_view file) : Texts(ParseTexts(file)) {}
+  explicit TextTable(std::string_view file) : TextTable(ParseTexts(file)) {}
 
   // Empty when the file lacks the key.
   const std::string& operator[](Key key) const { return texts_[static_cast<std::size_t>(key)]; }

@@ -22,7 +22,7 @@ namespace warpline::sim {
   X(Cancel)
 WARPLINE_TEXT_KEYS(SearchText, WARPLINE_SEARCH_TEXTS)
 
-using SearchTexts = Texts<SearchText>;
+using SearchTexts = TextTable<SearchText>;
 
 const SearchTexts& SearchTextsOf(Language language);
 

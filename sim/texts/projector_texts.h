@@ -190,7 +190,7 @@ namespace warpline::sim {
   X(CannotSave)
 WARPLINE_TEXT_KEYS(ProjectorText, WARPLINE_PROJECTOR_TEXTS)
 
-using ProjectorTexts = Texts<ProjectorText>;
+using ProjectorTexts = TextTable<ProjectorText>;
 
 const ProjectorTexts& ProjectorTextsOf(Language language);
 

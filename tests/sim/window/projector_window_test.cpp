@@ -79,6 +79,11 @@ TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
   World::Press(world.Find<wxWindow>("clear_faults"), wxEVT_BUTTON);
   EXPECT_TRUE(world.station.Snapshot().Faults.empty());
   EXPECT_TRUE(World::WaitUntil([&] { return !banner.GetParent()->IsShown(); })) << "it stays";
+
+  world.Find<wxChoice>("fault_kind").SetStringSelection("Whole block (21)");
+  World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
+  EXPECT_EQ(world.station.Snapshot().Faults,
+            std::vector<std::string>{"kind=block,chance=0.25:late=500~40"});
 }
 
 TEST(ProjectorWindow, OffersForAConnectionsFaultNoExchanges) {
