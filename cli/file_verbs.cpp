@@ -67,7 +67,8 @@ std::optional<std::string> CheckOne(const std::filesystem::path& path, Language 
 int RunCheck(const VerbInput& input, Session& session) {
   int exit_code = kExitOk;
   for (const std::string& name : input.Texts("FILE")) {
-    const std::optional<std::string> text = CheckOne(PathOf(name), LanguageOf(session.engine.global));
+    const std::optional<std::string> text =
+        CheckOne(PathOf(name), LanguageOf(session.engine.global));
     if (text) exit_code = kExitFailed;
     session.out << (text ? session.texts.Fill(CliText::kCheckFailed, {name, *text})
                          : session.texts.Fill(CliText::kCheckOk, {name}))

@@ -39,7 +39,6 @@ enum FileErrorCode : int {
   kFileValueWrong = -8,
 };
 
-
 // Shows the messages of one run in the language in force; every box has the program's title.
 class Messages {
  public:

@@ -11,6 +11,7 @@
 
 #include "platform/environment.h"
 #include "platform/files.h"
+#include "platform/stop_signal.h"
 #include "sim/line/discovery.h"
 #include "sim/projector_options.h"
 #include "sim/recording/recording.h"
@@ -18,7 +19,6 @@
 #include "sim/station/announcement.h"
 #include "sim/station/control.h"
 #include "sim/station/server.h"
-#include "sim/stop_signal.h"
 #include "sim/texts/projector_texts.h"
 #include "sim/window/window.h"
 
@@ -98,7 +98,7 @@ std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path,
 
 int Serve(ProjectorOptions options, Recorder* recorder) {
   options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
-  warpline::sim::StopSignal stop;
+  warpline::StopSignal stop;
   Station station(options.Station);
   Server server(station, recorder);
   ControlServer control(station);

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "link/beamlink.h"
+#include "platform/sockets.h"
 #include "standin/exchange.h"
 
 // The control library's operations against the simulated projector: LAN is TCP to a loopback
@@ -45,7 +46,7 @@ class BeamlinkStandin {
   std::int32_t OpenSerial(const char* first, const char* second);
   std::int32_t OpenLan(const char* first, const char* second);
   std::int32_t OpenUsb(const char* first);
-  std::int32_t OpenTcp(const struct Endpoint& endpoint);
+  std::int32_t OpenTcp(const Endpoint& endpoint);
   std::shared_ptr<OpenedLink> Find(std::int32_t handle);
   std::int32_t Operation(std::int32_t handle, ByteView payload, std::size_t answer_size,
                          Bytes& answer);

@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "link/beamlink.h"
-#include "sim/line/channel.h"
+#include "platform/channel.h"
+#include "sim/line/wire.h"
 
 // One request and its one reply over a channel, as one who asks the projector sees them.
 

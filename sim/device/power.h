@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/channel.h"
 #include "sim/device/projector.h"
-#include "sim/line/channel.h"
 
 // How a lamp projector comes on and goes off: it warms up and cools down for a while, and turns
 // around in between only at the end of what it is doing.

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/environment.h"
-#include "sim/line/socket_os.h"
+#include "platform/sockets.h"
 
 namespace warpline::sim {
 namespace {

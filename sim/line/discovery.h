@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "sim/line/channel.h"
+#include "platform/channel.h"
 #include "sim/line/socket.h"
 #include "sim/line/wire.h"
 

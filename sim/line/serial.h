@@ -1,40 +1,8 @@
 #pragma once
 
-#include <filesystem>
-#include <memory>
-#include <string>
-
-#include "sim/line/channel.h"
-
-// Serial ports, and the pseudo-terminal that stands in for one.
+#include "platform/serial_port.h"
 
 namespace warpline::sim {
-
-enum class SerialStatus { kOk, kNoPort, kInUse };
-
-// Opens port number 1..8 at a speed in bit/s, 8 data bits, no parity, one stop bit, nothing
-// translated. On POSIX the device's path stands in the environment variable WARPLINE_COM<number>.
-std::unique_ptr<Channel> OpenSerialPort(int number, int speed, SerialStatus& status);
-
-// The projector's end of a pseudo-terminal whose other end programs open as a serial device.
-class PseudoTerminal {
- public:
-  virtual ~PseudoTerminal() = default;
-
-  // Makes one and a symbolic link to its device at that path; the link goes away with the object.
-  // On failure null, and the reason. Windows has none.
-  static std::unique_ptr<PseudoTerminal> Create(const std::filesystem::path& path,
-                                                std::string& reason);
-
-  // True when a program has the device open; waits for one.
-  virtual bool WaitForPeer(milliseconds time_out) = 0;
-
-  // The speed that the program has set, bit/s; 0 when it cannot be told.
-  virtual int Speed() const = 0;
-
-  // Reports kClosed while no program has the device open.
-  virtual Channel& Line() = 0;
-};
 
 // The time that bytes take over a line of 8 data bits, no parity and one stop bit.
 constexpr std::chrono::microseconds LineTime(std::size_t bytes, int speed) {

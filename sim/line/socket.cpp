@@ -3,7 +3,20 @@
 #include <memory>
 
 #include "core/conversions.h"
-#include "sim/line/socket_os.h"
+#include "platform/sockets.h"
+
+namespace warpline {
+
+std::string TextOf(const Endpoint& endpoint) {
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    text += std::to_string(endpoint.Address >> shift & 255);
+    text += shift > 0 ? '.' : ':';
+  }
+  return text + std::to_string(endpoint.Port);
+}
+
+}  // namespace warpline
 
 namespace warpline::sim {
 namespace {
@@ -64,15 +77,6 @@ std::optional<std::uint32_t> LoopbackAddress(std::string_view text) {
 
 std::optional<std::uint16_t> PortNumber(std::string_view text) {
   return WholeNumber<std::uint16_t>(text, 0, 65535);
-}
-
-std::string TextOf(const Endpoint& endpoint) {
-  std::string text;
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    text += std::to_string(endpoint.Address >> shift & 255);
-    text += shift > 0 ? '.' : ':';
-  }
-  return text + std::to_string(endpoint.Port);
 }
 
 std::unique_ptr<Listener> Listener::Open(const Endpoint& endpoint, std::string& reason) {

@@ -6,9 +6,17 @@
 #include <string>
 #include <string_view>
 
-#include "sim/line/channel.h"
+#include "platform/channel.h"
+#include "platform/sockets.h"
 
 // TCP over loopback addresses only: nothing of the simulation ever leaves the machine.
+
+namespace warpline {
+
+// "127.0.0.1:7142".
+std::string TextOf(const Endpoint& endpoint);
+
+}  // namespace warpline
 
 namespace warpline::sim {
 
@@ -18,19 +26,11 @@ inline constexpr std::uint16_t kDefaultLanPort = 7142;
 inline constexpr std::uint16_t kUsbPortBase = 7200;
 inline constexpr int kHighestPortNumber = 8;  // of COMn and USBn
 
-struct Endpoint {
-  std::uint32_t Address = 0x7F000001;  // 127.0.0.0/8, host byte order
-  std::uint16_t Port = 0;
-};
-
 // "localhost" or a dotted address that begins with 127; nothing for every other text.
 std::optional<std::uint32_t> LoopbackAddress(std::string_view text);
 
 // A decimal port number 0..65535 without anything around it.
 std::optional<std::uint16_t> PortNumber(std::string_view text);
-
-// "127.0.0.1:7142".
-std::string TextOf(const Endpoint& endpoint);
 
 class Listener {
  public:

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
+
+#include "platform/channel.h"
 
 // The shape that all frames share, in both directions: three header bytes, the count of the bytes
 // from byte 5 up to the checksum (most significant byte first), those bytes, and the checksum (sum
@@ -15,7 +16,6 @@
 namespace warpline::sim {
 
 using Bytes = std::vector<std::uint8_t>;
-using ByteView = std::span<const std::uint8_t>;
 using FrameHeader = std::array<std::uint8_t, 3>;
 
 inline constexpr std::size_t kPayloadStart = 5;

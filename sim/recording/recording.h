@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sim/line/channel.h"
+#include "sim/line/wire.h"
 #include "sim/texts/projector_texts.h"
 
 // A record of what passed between the tool and the projector: a text file of one line an event,

@@ -8,7 +8,7 @@
 #include <tuple>
 #include <vector>
 
-#include "sim/line/socket_os.h"
+#include "platform/sockets.h"
 #include "tests/support/sim_hex.h"
 
 namespace warpline::sim {

@@ -5,12 +5,11 @@
 #include <cstdint>
 #include <span>
 
-#include "sim/line/wire.h"
-
 // A two-way stream of bytes with time limits: a TCP connection, a serial port, a pseudo-terminal.
 
-namespace warpline::sim {
+namespace warpline {
 
+using ByteView = std::span<const std::uint8_t>;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
@@ -38,4 +37,4 @@ class Channel {
   virtual ChannelStatus Write(ByteView bytes, milliseconds time_out) = 0;
 };
 
-}  // namespace warpline::sim
+}  // namespace warpline

@@ -1,9 +1,9 @@
 #include <pthread.h>
 #include <signal.h>
 
-#include "sim/stop_signal.h"
+#include "platform/stop_signal.h"
 
-namespace warpline::sim {
+namespace warpline {
 namespace {
 
 sigset_t StopSignals() {
@@ -35,4 +35,4 @@ bool StopSignal::WaitFor(std::chrono::milliseconds time) {
   return sigtimedwait(&signals, nullptr, &limit) > 0;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline

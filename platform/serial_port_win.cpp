@@ -1,11 +1,11 @@
-#include "sim/line/serial.h"
-
 #include <windows.h>
 
 #include <algorithm>
 #include <string>
 
-namespace warpline::sim {
+#include "platform/serial_port.h"
+
+namespace warpline {
 namespace {
 
 class SerialChannel : public Channel {
@@ -92,4 +92,4 @@ std::unique_ptr<PseudoTerminal> PseudoTerminal::Create(const std::filesystem::pa
   return nullptr;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline

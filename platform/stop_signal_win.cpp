@@ -1,8 +1,8 @@
 #include <windows.h>
 
-#include "sim/stop_signal.h"
+#include "platform/stop_signal.h"
 
-namespace warpline::sim {
+namespace warpline {
 namespace {
 
 HANDLE StopEvent() {
@@ -33,4 +33,4 @@ bool StopSignal::WaitFor(std::chrono::milliseconds time) {
   return ::WaitForSingleObject(StopEvent(), static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline

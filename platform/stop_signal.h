@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-namespace warpline::sim {
+namespace warpline {
 
 // The system's wish that the program ends (SIGINT, SIGTERM; on Windows Ctrl+C, Ctrl+Break and the
 // console being closed). Make it before any thread is started.
@@ -17,4 +17,4 @@ class StopSignal {
   bool WaitFor(std::chrono::milliseconds time);
 };
 
-}  // namespace warpline::sim
+}  // namespace warpline

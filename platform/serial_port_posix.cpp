@@ -1,7 +1,3 @@
-#include "platform/environment.h"
-#include "platform/files.h"
-#include "sim/line/serial.h"
-
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
@@ -19,7 +15,11 @@
 #include <thread>
 #include <utility>
 
-namespace warpline::sim {
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/serial_port.h"
+
+namespace warpline {
 namespace {
 
 namespace fs = std::filesystem;
@@ -209,4 +209,4 @@ std::unique_ptr<PseudoTerminal> PseudoTerminal::Create(const fs::path& path, std
   return terminal;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline

@@ -4,13 +4,18 @@
 #include <cstdint>
 #include <span>
 
-#include "sim/line/channel.h"
-#include "sim/line/socket.h"
+#include "platform/channel.h"
 
 // The few calls in which the systems' sockets differ. Every socket is non-blocking, and child
 // processes do not inherit it.
 
-namespace warpline::sim {
+namespace warpline {
+
+// A place on a loopback address.
+struct Endpoint {
+  std::uint32_t Address = 0x7F000001;  // 127.0.0.0/8, host byte order
+  std::uint16_t Port = 0;
+};
 
 using SocketHandle = std::intptr_t;
 inline constexpr SocketHandle kNoSocket = -1;
@@ -49,4 +54,4 @@ void SendDatagram(SocketHandle socket, ByteView datagram, const Endpoint& to);
 // buffer is cut.
 std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buffer, Endpoint& from);
 
-}  // namespace warpline::sim
+}  // namespace warpline

@@ -10,9 +10,9 @@
 #include <cerrno>
 #include <limits>
 
-#include "sim/line/socket_os.h"
+#include "platform/sockets.h"
 
-namespace warpline::sim {
+namespace warpline {
 namespace {
 
 int Descriptor(SocketHandle socket) {
@@ -139,4 +139,4 @@ std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buff
   return count;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline

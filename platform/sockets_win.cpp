@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "sim/line/socket_os.h"
+#include "platform/sockets.h"
 
-namespace warpline::sim {
+namespace warpline {
 namespace {
 
 SOCKET Native(SocketHandle socket) {
@@ -151,4 +151,4 @@ std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buff
   return ::WSAGetLastError() == WSAEMSGSIZE ? static_cast<std::ptrdiff_t>(buffer.size()) : -1;
 }
 
-}  // namespace warpline::sim
+}  // namespace warpline
