@@ -76,7 +76,7 @@ std::optional<ShownState> ReadState(const VerbInput& input, Session& session) {
     return !error;
   });
   if (!read) return std::nullopt;
-  const std::optional<ShownState> state = StateOf(text);
+  std::optional<ShownState> state = StateOf(text);
   if (!state) session.Tell(CliText::kStateFileWrong, {input.Text("--state")});
   return state;
 }

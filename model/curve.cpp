@@ -75,12 +75,12 @@ SplineSegment MakeSegment(CurvePoint start, CurvePoint middle, CurvePoint end) {
 void BuildSegments(PreparedCurve& curve) {
   CurvePoint start = curve.points[0];
   for (int j = 0; j + 2 < curve.point_count; ++j) {
-    const auto middle_index = static_cast<std::size_t>(j + 1);
-    const CurvePoint middle = curve.points[middle_index];
-    CurvePoint end = curve.points[middle_index + 1];
+    const auto index = static_cast<std::size_t>(j);
+    const CurvePoint middle = curve.points[index + 1];
+    CurvePoint end = curve.points[index + 2];
     const bool last = j + 3 == curve.point_count;
     if (!last) end = {(middle.X + end.X) / 2, (middle.Y + end.Y) / 2};
-    curve.segments[static_cast<std::size_t>(j)] = MakeSegment(start, middle, end);
+    curve.segments[index] = MakeSegment(start, middle, end);
     start = end;
   }
 }

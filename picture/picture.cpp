@@ -149,8 +149,8 @@ class Warp {
 
   void DrawShrunk(std::int64_t u, std::int64_t v, const QuickLine& row, const QuickLine& column,
                   std::uint8_t* pixel) const {
-    const std::int64_t across = row.slope / (2 * row.samples);
-    const std::int64_t down = column.slope / (2 * column.samples);
+    const std::int64_t across = row.slope / (std::int64_t{2} * row.samples);
+    const std::int64_t down = column.slope / (std::int64_t{2} * column.samples);
     PairLanes sum{};
     for (int j = 1 - column.samples; j < column.samples; j += 2) {
       for (int i = 1 - row.samples; i < row.samples; i += 2) {
@@ -234,10 +234,12 @@ RgbImage Resized(const RgbImage& picture, PanelSize size) {
     std::uint8_t* pixel = image.Pixels.data() + (image.At(0, y) - image.Pixels.data());
     for (int x = 0; x < size.Width; ++x, pixel += 3) {
       double sum[3]{0.5, 0.5, 0.5};
-      for (int i = 0; i < columns * lines; ++i) {
-        const double u = (x + (i % columns + 0.5) / columns) * across;
-        const double v = (y + (i / columns + 0.5) / lines) * down;
-        AddSample(picture, u, v, 1.0 / (columns * lines), sum);
+      for (int j = 0; j < lines; ++j) {
+        const double v = (y + (j + 0.5) / lines) * down;
+        for (int i = 0; i < columns; ++i) {
+          const double u = (x + (i + 0.5) / columns) * across;
+          AddSample(picture, u, v, 1.0 / (columns * lines), sum);
+        }
       }
       for (int i = 0; i < 3; ++i) pixel[i] = static_cast<std::uint8_t>(std::min(sum[i], 255.0));
     }

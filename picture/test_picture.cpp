@@ -121,9 +121,9 @@ void NumberHatch(RgbImage& image) {
     const int x = static_cast<int>(std::lround(i * step));
     WriteDots(image, std::to_string(x), x + 4, image.Height / 2 + 5, size, kNumber);
   }
-  for (double y = image.Height / 2.0 - std::floor(image.Height / 2.0 / step) * step;
-       y < image.Height; y += step) {
-    const int row = static_cast<int>(std::lround(y));
+  const double middle = image.Height / 2.0;
+  for (int i = -static_cast<int>(middle / step); middle + i * step < image.Height; ++i) {
+    const int row = static_cast<int>(std::lround(middle + i * step));
     if (row == image.Height / 2) continue;
     WriteDots(image, std::to_string(row), image.Width / 2 + 5, row + 4, size, kNumber);
   }
@@ -137,7 +137,7 @@ RgbImage TestPicture(PanelSize panel, TestPattern pattern) {
   for (int y = 0; y < panel.Height; ++y) {
     for (int x = 0; x < panel.Width; ++x) {
       for (const double part : PatternAt(pattern, x, y, panel)) {
-        image.Pixels[at++] = static_cast<std::uint8_t>(part + 0.5);
+        image.Pixels[at++] = static_cast<std::uint8_t>(std::lround(part));
       }
     }
   }

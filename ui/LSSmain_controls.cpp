@@ -89,7 +89,8 @@ wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Control
 
 }  // namespace
 
-MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, SliderHandlers handlers) {
+MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
+                                const SliderHandlers& handlers) {
   MainControls controls;
   const ControlMaker make(panel, global);
   const int edge = WideGap(panel);

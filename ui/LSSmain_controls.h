@@ -31,7 +31,8 @@ struct MainControls {
 
 // Creates all of them on the panel in tab order, with their captions, and gives the panel its
 // sizer.
-MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global, SliderHandlers handlers);
+MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
+                                const SliderHandlers& handlers);
 
 // Which of the controls below the sliders a group has, and the two rows with captions, pictures and
 // values.

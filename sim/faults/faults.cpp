@@ -77,7 +77,8 @@ bool Take(std::string_view& text, std::string_view prefix) {
 // The number of a command without a row of its own in the table.
 std::optional<int> PlainCommand(std::string_view name) {
   const std::optional<int> number = WholeNumber(name, 0, 17);
-  return number == 13 || number == 15 ? std::nullopt : number;
+  if (number && (*number == 13 || *number == 15)) return std::nullopt;
+  return number;
 }
 
 bool IsKind(std::string_view name) {
@@ -207,6 +208,7 @@ bool StrikesLinks(FaultEffect effect) {
 
 std::vector<std::string_view> FaultNames() {
   std::vector<std::string_view> names;
+  names.reserve(kEffects.size());
   for (const EffectRow& row : kEffects) names.push_back(row.name);
   return names;
 }

@@ -111,6 +111,7 @@ constexpr std::array kCommands{
 
 std::string Help() {
   std::vector<std::string> lines;
+  lines.reserve(kCommands.size());
   for (const CommandRow& row : kCommands)
     lines.push_back(std::string(row.name) + std::string(row.argument));
   return Done(lines);

@@ -124,7 +124,7 @@ Outgoing Station::Exchange(int link, ByteView frame) {
       faults_.StrikeExchange(projector_.Count().Exchanges + 1, frame);
   const std::uint64_t shows = projector_.Count().Shows;
   const std::uint64_t mismatches = mismatch_count_;
-  const Outgoing outgoing = Answer(memory->second, fault, frame);
+  Outgoing outgoing = Answer(memory->second, fault, frame);
   Note(link, frame, outgoing, fault);
   if (mismatch_count_ != mismatches) exchanges_.back().Fault = kMismatch;
   if (projector_.Count().Shows != shows) WritePicture();

@@ -4,6 +4,7 @@
 
 namespace warpline::sim {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a window, where there is one, keeps its host
 std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost, Language) {
   return nullptr;
 }
