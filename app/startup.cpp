@@ -51,7 +51,7 @@ bool SaveSettings(LSSglobal& global, const LSSfile& files,
 }
 
 std::filesystem::path MakeDataFolder(const std::filesystem::path& application_data) {
-  const std::filesystem::path folder = DataFolder(application_data);
+  std::filesystem::path folder = DataFolder(application_data);
   std::error_code ignored;
   std::filesystem::create_directories(folder, ignored);
   return folder;

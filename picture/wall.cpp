@@ -93,8 +93,8 @@ RgbImage WallPicture(const RgbImage& panel_picture, const Wall& wall, PanelSize 
       // pixel the wall is as good as flat.
       for (int i = 0; i < 4; ++i) {
         std::array<double, 2> at{};
-        const double dx = (i % 2 - 0.5) * 0.5 * metres;
-        const double dy = (i / 2 - 0.5) * 0.5 * metres;
+        const double dx = (i % 2 == 0 ? -0.25 : 0.25) * metres;
+        const double dy = (i < 2 ? -0.25 : 0.25) * metres;
         if (PositionAtDepth(wall, panel, x + dx, y + dy, depth, at)) {
           AddSample(panel_picture, at[0], at[1], 0.25, sum);
         }

@@ -17,7 +17,7 @@ constexpr const char* kWidestAddress = "888.888.888.888";
 // Everything but characters that an address cannot have: editing keys and shortcuts pass.
 bool IsAddressKey(const wxKeyEvent& event) {
   const wxChar key = event.GetUnicodeKey();
-  if (key == WXK_NONE || key < WXK_SPACE || key == WXK_DELETE || event.ControlDown()) return true;
+  if (key < WXK_SPACE || key == WXK_DELETE || event.ControlDown()) return true;
   return key < WXK_DELETE && IsAddressCharacter(static_cast<char>(key));
 }
 
