@@ -8,12 +8,6 @@
 
 namespace warpline::sim {
 
-std::string AddressText(const std::uint8_t (&address)[4]) {
-  std::string text = std::to_string(address[0]);
-  for (int part = 1; part < 4; ++part) text.append(".").append(std::to_string(address[part]));
-  return text;
-}
-
 csResData ResultOf(const std::vector<DiscoveredProjector>& projectors) {
   csResData result{};
   for (const DiscoveredProjector& projector : projectors) {

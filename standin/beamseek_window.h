@@ -40,7 +40,4 @@ using SelectionWindowFactory =
 // The factory of this build: windows by the tool's own toolkit, or none.
 std::unique_ptr<SelectionWindow> MakeSelectionWindow(SelectionWindowHost host, Language language);
 
-// "127.0.0.2".
-std::string AddressText(const std::uint8_t (&address)[4]);
-
 }  // namespace warpline::sim

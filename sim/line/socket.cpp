@@ -8,18 +8,19 @@
 namespace warpline {
 
 std::string TextOf(const Endpoint& endpoint) {
-  std::string text;
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    text += std::to_string(endpoint.Address >> shift & 255);
-    text += shift > 0 ? '.' : ':';
+  IPv4Address address{};
+  for (std::size_t part = 0; part < address.size(); ++part) {
+    address[part] = static_cast<std::uint8_t>(endpoint.Address >> (24 - 8 * part));
   }
-  return text + std::to_string(endpoint.Port);
+  return AddressText(address) + ":" + std::to_string(endpoint.Port);
 }
 
 }  // namespace warpline
 
 namespace warpline::sim {
 namespace {
+
+constexpr std::uint8_t kLoopbackNetwork = 127;
 
 class TcpChannel : public Channel {
  public:
@@ -61,18 +62,12 @@ class TcpChannel : public Channel {
 }  // namespace
 
 std::optional<std::uint32_t> LoopbackAddress(std::string_view text) {
-  if (text == "localhost") return 0x7F000001;
-  std::uint32_t address = 0;
-  for (int part = 0; part < 4; ++part) {
-    const std::size_t end = part < 3 ? text.find('.') : text.size();
-    if (end == std::string_view::npos) return std::nullopt;
-    const auto value = WholeNumber<std::uint32_t>(text.substr(0, end), 0, 255);
-    if (!value) return std::nullopt;
-    address = address << 8 | *value;
-    if (part < 3) text.remove_prefix(end + 1);
-  }
-  if (address >> 24 != 127) return std::nullopt;
-  return address;
+  if (text == "localhost") return Endpoint{}.Address;
+  const std::optional<IPv4Address> address = AddressOf(text);
+  if (!address || address->front() != kLoopbackNetwork) return std::nullopt;
+  std::uint32_t number = 0;
+  for (const std::uint8_t part : *address) number = number << 8 | part;
+  return number;
 }
 
 std::optional<std::uint16_t> PortNumber(std::string_view text) {

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "core/conversions.h"
 #include "standin/beamseek_window.h"
 #include "standin/search_texts.h"
 

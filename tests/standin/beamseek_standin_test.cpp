@@ -1,5 +1,7 @@
 #include "standin/beamseek_standin.h"
 
+#include "core/conversions.h"
+
 #include <gtest/gtest.h>
 
 #include <mutex>
