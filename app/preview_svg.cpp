@@ -1,6 +1,8 @@
 #include "app/preview_svg.h"
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <cmath>
 #include <initializer_list>
 #include <string_view>
@@ -25,13 +27,11 @@ std::string Attribute(std::string_view name, const std::string& value) {
 }
 
 std::string Stroke(PreviewColour colour) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string text("#");
-  for (const unsigned part : {colour.red, colour.green, colour.blue}) {
-    text.push_back(kDigits[part / 16]);
-    text.push_back(kDigits[part % 16]);
-  }
-  return Attribute("stroke", text);
+  const std::array<std::uint8_t, 3> parts{colour.red, colour.green, colour.blue};
+  std::string text = HexOf(parts);
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return static_cast<char>(std::tolower(c)); });
+  return Attribute("stroke", std::string("#").append(text));
 }
 
 // The opening of a shape's element, without its end.
