@@ -175,7 +175,7 @@ void Declare(CLI::App& app, RawOptions& raw, const ProjectorTexts& texts) {
 // begin with the option's name and, where two options are at odds, end with the other's.
 std::string Complaint(const CLI::App& app, const CLI::ParseError& error,
                       const ProjectorTexts& texts) {
-  const std::string message = error.what();
+  std::string message = error.what();
   const std::string first = message.substr(0, message.find_first_of(": "));
   const std::string last = message.substr(message.rfind(' ') + 1);
   switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
