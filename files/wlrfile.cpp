@@ -17,6 +17,11 @@ constexpr std::string_view kPieceMark = "_corre_2_";
 constexpr std::size_t kPieceNameLength = 9;  // "h_corre_2"
 constexpr std::size_t kPieceLength = 64;
 
+// comp_disp has one value only.
+bool MayBeMissing(std::size_t field) {
+  return field == kCompDisp;
+}
+
 std::string PieceKey(std::string_view name, std::size_t piece) {
   std::string key(name);
   return key.append("_0").append(HexTextMsbFirst(static_cast<std::uint32_t>(piece * 4), 2)) + "0";
@@ -80,8 +85,7 @@ bool WlrFile::CheckValue(std::string_view value, std::size_t max_length) const {
 bool WlrFile::CheckContents() {
   for (const AxisRegisters& axis : registers_) {
     for (std::size_t field = 0; field < kRegisterFieldCount; ++field) {
-      // comp_disp has one value only and may be missing.
-      if (field != kCompDisp && axis[field].empty()) return false;
+      if (!MayBeMissing(field) && axis[field].empty()) return false;
     }
   }
   return true;
@@ -93,6 +97,8 @@ bool WlrFile::Write(std::vector<std::string>& lines) const {
     for (std::size_t field = 0; field < kRegisterFieldCount; ++field) {
       std::string name = std::string(kPrefixes[axis]).append(kRegisterFields[field].name);
       const std::string& text = registers_[axis][field];
+      // A line without a value would be refused when the file is read again.
+      if (MayBeMissing(field) && text.empty()) continue;
       if (field == kCorre2) {
         WritePieces(name, text, lines);
       } else {
