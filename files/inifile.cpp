@@ -19,8 +19,8 @@ constexpr std::string_view kSection = "[Warpline Tool 3.0]";
 using SettingsMember =
     std::variant<std::int16_t Settings::*, std::int32_t Settings::*, std::string Settings::*>;
 
-// What a malformed number becomes.
-enum class Fallback { kDefault, kKeep };
+// What a malformed number becomes: the value of a fresh record, or of the one that is read into.
+enum class Fallback { kDefault, kCaller };
 
 // One key of the file. Its default is the value of a fresh record. Numbers are accepted from
 // minimum to maximum; of a text minimum is the least length. The comments are the lines above it.
@@ -43,8 +43,7 @@ constexpr std::string_view kComSpeeds = ";0:4800bps\n;1:9600bps\n;2:19200bps\n;3
 constexpr std::string_view kUsbPorts =
     ";0:USB1\n;1:USB2\n;2:USB3\n;3:USB4\n;4:USB5\n;5:USB6\n;6:USB7\n;7:USB8\n";
 
-// In the order of the file. The default of the window's position is known to the caller alone, so a
-// malformed one leaves what stands in the record.
+// In the order of the file. The default of the window's position is known to the caller alone.
 constexpr std::array<SettingsKey, 16> kSettingsKeys{{
     {"DemoMode", &Settings::DemoMode, 0, 1, ";0:NormalMode\n;1:DemoMode\n"},
     {"ConnectDevice", &Settings::ConnectDevice, 0, 2, ";0:Serial\n;1:LAN\n;2:USB\n"},
@@ -60,8 +59,8 @@ constexpr std::array<SettingsKey, 16> kSettingsKeys{{
     {"AutoApplyMenu", &Settings::AutoApplyMenu, 0, 1, kNoYes},
     {"TestPattern", &Settings::TestPattern, 0, 1, kNoYes},
     {"DialogPosX", &Settings::DialogPosX, kLowest, kHighest, ";Correction Dialog Position\n",
-     Fallback::kKeep},
-    {"DialogPosY", &Settings::DialogPosY, kLowest, kHighest, "", Fallback::kKeep},
+     Fallback::kCaller},
+    {"DialogPosY", &Settings::DialogPosY, kLowest, kHighest, "", Fallback::kCaller},
     {"CommunicationMode", &Settings::CommunicationMode, 0, 1, ";0:SimpleMode\n;1:DetailedMode\n"},
 }};
 
@@ -73,8 +72,8 @@ std::string_view TrimBlanks(std::string_view text) {
 
 template <typename Integer>
 void StoreNumber(const SettingsKey& key, std::string_view text, Integer Settings::*member,
-                 Settings& settings) {
-  const Integer fallback = key.fallback == Fallback::kKeep ? settings.*member : Settings().*member;
+                 const Settings& callers, Settings& settings) {
+  const Integer fallback = key.fallback == Fallback::kCaller ? callers.*member : Settings().*member;
   const std::string cleaned = CleanIntegerText(text, std::to_string(fallback));
   Integer value = 0;
   const auto result = std::from_chars(cleaned.data(), cleaned.data() + cleaned.size(), value);
@@ -87,13 +86,14 @@ void StoreText(const SettingsKey& key, std::string_view text, std::string Settin
   if (text.size() >= static_cast<std::size_t>(key.minimum)) settings.*member = text;
 }
 
-void StoreValue(const SettingsKey& key, std::string_view text, Settings& settings) {
+void StoreValue(const SettingsKey& key, std::string_view text, const Settings& callers,
+                Settings& settings) {
   std::visit(
       [&](auto member) {
         if constexpr (std::is_same_v<decltype(member), std::string Settings::*>) {
           StoreText(key, text, member, settings);
         } else {
-          StoreNumber(key, text, member, settings);
+          StoreNumber(key, text, member, callers, settings);
         }
       },
       key.member);
@@ -133,7 +133,9 @@ bool IniFile::ParseLine(std::string_view line) {
   const std::string_view name = TrimBlanks(line.substr(0, equals));
   const auto row = std::find_if(kSettingsKeys.begin(), kSettingsKeys.end(),
                                 [name](const SettingsKey& key) { return key.key == name; });
-  if (row != kSettingsKeys.end()) StoreValue(*row, TrimBlanks(line.substr(equals + 1)), read_);
+  if (row != kSettingsKeys.end()) {
+    StoreValue(*row, TrimBlanks(line.substr(equals + 1)), settings_, read_);
+  }
   return true;
 }
 

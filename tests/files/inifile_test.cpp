@@ -75,6 +75,8 @@ TEST(Settings, NumbersAreTakenWithinTheirRangeAlone) {
   }
   const Settings placed = DefaultSettings(10, 20);
   EXPECT_EQ(Read({"DialogPosX=x", "DialogPosY="}, placed), placed);
+  EXPECT_EQ(Read({"DialogPosX=7", "DialogPosX=-", "DialogPosY=65536", "DialogPosY="}, placed),
+            placed);
 }
 
 TEST(Settings, LineForms) {
