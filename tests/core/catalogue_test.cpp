@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <set>
 #include <string_view>
 #include <vector>
+
+#include "tests/support/source_folder.h"
 
 namespace warpline {
 namespace {
@@ -95,34 +98,22 @@ TEST(Catalogue, EqualEnglishTextsHaveEqualJapaneseOnes) {
   }
 }
 
-TEST(Catalogue, EnglishTextsStayAsTheyAre) {
-  const std::pair<int, const char*> rows[] = {
-      {1, "Warpline Tool 3.0"},
-      {2, "R&&L Side"},
-      {16, "Linearity "},
-      {27, "Cylindircal Screen"},
-      {60, "Version "},
-      {63, "Cylindircal Screen Correction"},
-      {85, "A required file cannot be found. (Raydeck.dll) \nReinstallation is necessary."},
-      {86, "There is no response from the projector.([@])"},
-      {87,
-       "The connection environment might be experiencing technical difficulties, or\n"
-       "you may need to adjust IP address settings."},
-      {88, "Please make sure that IP Adress is spelled correctly."},
-      {92, "Another application is using the communiation port."},
-      {96,
-       "Failed to establish the connection with the projector.\n"
-       "The network environment is incorrect."},
-      {100, "Failed in the openclose of the communication device."},
-      {106, "ort is invalid entry. Specify a value between 1 and 65535."},
-      {110, "All Patterns (Forward Rotation)"},
-      {111, "MS Sans Serif"},
-      {112, "8"},
-      {165, "Select Screen :"},
-      {168, "Cylindrical Screen"},
-      {219, "Detailed Mode"},
-  };
-  for (const auto& [number, text] : rows) EXPECT_EQ(English(number), text);
+std::string OnOneLine(const std::string& text) {
+  std::string line;
+  for (const char c : text) line += c == '\n' ? "\\n" : std::string(1, c);
+  return line;
+}
+
+// A line of the list is "number|English|Japanese"; "\n" is a line break.
+TEST(Catalogue, EveryTextIsTheOneOfTheList) {
+  std::ifstream list(SourceFolder() / "tests/core/catalogue.txt");
+  int number = 0;
+  for (std::string line; std::getline(list, line);) {
+    ++number;
+    const std::string text = English(number) + "|" + Japanese(number);
+    EXPECT_EQ(std::to_string(number) + "|" + OnOneLine(text), line);
+  }
+  EXPECT_EQ(number, kMessageCount);
 }
 
 TEST(Catalogue, TextsWithoutANumberStayAsTheyAre) {
