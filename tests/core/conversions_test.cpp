@@ -98,6 +98,7 @@ TEST(CleanIntegerText, KeepsDigitsAndALeadingMinus) {
       {"only a point", "-.", "7", 0, "7"},
       {"empty", "", "3", 0, "3"},
       {"cut to length", "123456", "0", 4, "1234"},
+      {"fallback cut to length", "-", "123456", 4, "1234"},
       {"leading zeros stay", "007", "0", 0, "007"},
   };
   for (const auto& row : rows) {

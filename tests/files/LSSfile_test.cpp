@@ -22,6 +22,8 @@ TEST(OpenDataFile, ShowsTheMessagesOfAFailureInOrder) {
       {"no last line end", "wls", kShape + "CorreFixed=0", {}},
       {"half a line end at the end", "wls", kShape + "CorreFixed=0\r", {}},
       {"carriage returns alone", "wls", "[Warpline Shape File 2.0]\rCorreFixed=2\r", {}},
+      {"two carriage returns", "wls", kShape + "CorreFixed=0\r\r\n", {kBadValue}},
+      {"no empty line of two", "wls", kShape + "\r\r\nX=1", {kBadValue}},
       {"empty line of LF", "wls", kShape + "\nX=1", {}},
       {"empty line of CR LF", "wls", kShape + "\r\nX=1", {}},
       {"line of blanks", "wls", kShape + "  \r\nX=1", {kBadValue}},

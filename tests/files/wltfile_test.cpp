@@ -115,6 +115,7 @@ TEST(WltFile, StoresWhatLinesSay) {
   constexpr auto kPositionV = Parameter<1, &AxisParameters::Position>;
   constexpr auto kOpticalH = Parameter<0, &AxisParameters::Optical>;
   const auto screen_type = [](const CorrectionData& data) -> double { return data.ScreenType; };
+  const auto projection_v = [](const CorrectionData& data) -> double { return data.Projection[1]; };
   const auto slot_0 = [](const CorrectionData& data) { return data.Curves[0].CorreDataPts[0].Y; };
   const auto slot_5 = [](const CorrectionData& data) { return data.Curves[0].CorreDataPts[5].X; };
   const struct {
@@ -135,6 +136,8 @@ TEST(WltFile, StoresWhatLinesSay) {
       {kVersion3 + "PositionV=32767", kPositionV, 32767},
       // Out of range keeps the old value, but clears Distortion.
       {kVersion3 + "PositionV=5\nPositionV=40000", kPositionV, 5},
+      {kVersion3 + "ScreenType=3\nScreenType=6", screen_type, 3},
+      {kVersion3 + "ProjectionV=1\nProjectionV=2", projection_v, 1},
       {kVersion3 + "DistortionH=5\nDistortionH=301", kDistortionH, 0},
       {kVersion3 + "DistortionH=300", kDistortionH, 300},
       // Version 2 counts in thirds, and the last of the headers in the first line that has one
