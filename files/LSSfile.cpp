@@ -1,10 +1,10 @@
 #include "files/LSSfile.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "files/format_module.h"
-#include "platform/files.h"
 
 namespace warpline {
 namespace {
@@ -23,9 +23,27 @@ bool RefuseForSystem(const Messages& messages, std::error_code error) {
   return false;
 }
 
+std::filesystem::path FolderOf(const std::filesystem::path& path) {
+  if (path.has_parent_path()) return path.parent_path();
+  std::error_code ignored;
+  return std::filesystem::current_path(ignored);
+}
+
+bool RefuseForFolder(const Messages& messages, const std::filesystem::path& folder,
+                     std::error_code error) {
+  messages.ShowSystemError(Utf8Of(folder) + ": " + SystemErrorText(error));
+  return false;
+}
+
+bool IsDeviceOrPipe(const std::filesystem::path& path) {
+  std::error_code ignored;
+  return std::filesystem::is_other(path, ignored);
+}
+
 }  // namespace
 
-LSSfile::LSSfile(const Messages& messages) : messages_(messages) {
+LSSfile::LSSfile(const Messages& messages, FreeSpaceQuestion free_space)
+    : messages_(messages), free_space_(std::move(free_space)) {
   ResetStaging();
 }
 
@@ -51,19 +69,33 @@ bool LSSfile::SaveDataFile(const std::filesystem::path& path, std::string_view t
                            FileData data) const {
   const auto module = MakeFormatModule(type, data, messages_);
   if (!module) return Refuse(messages_, kFileValueWrong);
-  if ((FileAttributes(path) & kWriteForbidden) != 0) return Refuse(messages_, kFileWriteFailed);
-  std::error_code error;
-  const std::uintmax_t free_space = FreeSpace(path, error);
-  if (error) return RefuseForSystem(messages_, error);
-  if (free_space < SpaceNeeded(type)) return Refuse(messages_, kFileNoSpace);
+  if (!MayWrite(path)) return false;
+  const bool makes_file = !IsDeviceOrPipe(path);
+  if (makes_file && !HasSpace(path, type)) return false;
 
   std::vector<std::string> lines;
   if (!module->Write(lines)) {
     messages_.ShowText(kMsgSaveFailed);
     return false;
   }
-  error = ReplaceFileContents(path, JoinLines(lines));
-  return error ? RefuseForSystem(messages_, error) : true;
+  const std::error_code error = ReplaceFileContents(path, JoinLines(lines));
+  if (!error) return true;
+  const std::filesystem::path folder = FolderOf(path);
+  const bool folders_fault = makes_file && !CanMakeFilesIn(folder);
+  return folders_fault ? RefuseForFolder(messages_, folder, error)
+                       : RefuseForSystem(messages_, error);
+}
+
+bool LSSfile::MayWrite(const std::filesystem::path& path) const {
+  const bool forbidden = (FileAttributes(path) & kWriteForbidden) != 0;
+  return forbidden ? Refuse(messages_, kFileWriteFailed) : true;
+}
+
+bool LSSfile::HasSpace(const std::filesystem::path& path, std::string_view type) const {
+  std::error_code error;
+  const std::uintmax_t free_space = free_space_(path, error);
+  if (error) return RefuseForFolder(messages_, FolderOf(path), error);
+  return free_space < SpaceNeeded(type) ? Refuse(messages_, kFileNoSpace) : true;
 }
 
 }  // namespace warpline

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string_view>
+#include <system_error>
 
 #include "core/messages.h"
 #include "files/formats.h"
+#include "platform/files.h"
 
 // The file layer: one read loop and one save sequence for all four kinds of text file. Every
 // failure is shown to the user here and returned as false. A fault of the arithmetic (digits that
@@ -12,10 +16,14 @@
 
 namespace warpline {
 
+using FreeSpaceQuestion =
+    std::function<std::uintmax_t(const std::filesystem::path& path, std::error_code& error)>;
+
 class LSSfile {
  public:
-  // The messages must outlive this object. The staging copy starts as the reset model.
-  explicit LSSfile(const Messages& messages);
+  // The messages must outlive this object. The staging copy starts as the reset model. Free space
+  // is asked for as FreeSpace tells it.
+  explicit LSSfile(const Messages& messages, FreeSpaceQuestion free_space = FreeSpace);
 
   // Reads a file into the staging copy: what the file does not name stays as the last read left it,
   // but register texts are emptied first, and settings change only when the whole file was read. A
@@ -23,8 +31,13 @@ class LSSfile {
   bool OpenDataFile(const std::filesystem::path& path, std::string_view type);
 
   // Writes what the data holds of this type. The old file stays whole when anything fails, and no
-  // other file is left behind.
+  // other file is left behind. A device or a pipe is written into. When its folder is at fault the
+  // message begins with the folder's name.
   bool SaveDataFile(const std::filesystem::path& path, std::string_view type, FileData data) const;
+
+  // Whether the attributes of what is there, if anything, allow a file to be put there: links are
+  // refused, read-only and hidden files too. Shows the message when they do not.
+  bool MayWrite(const std::filesystem::path& path) const;
 
   // What the last reads left.
   FileData& Staging() { return staging_; }
@@ -33,7 +46,10 @@ class LSSfile {
   void ResetStaging();
 
  private:
+  bool HasSpace(const std::filesystem::path& path, std::string_view type) const;
+
   const Messages& messages_;
+  FreeSpaceQuestion free_space_;
   FileData staging_;
 };
 

@@ -42,6 +42,9 @@ std::error_code ReplaceFileContents(const std::filesystem::path& path, std::stri
 // error.
 std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& error);
 
+// Whether this user can make a file in the folder.
+bool CanMakeFilesIn(const std::filesystem::path& folder);
+
 // The system's description of an error, UTF-8.
 std::string SystemErrorText(std::error_code error);
 

@@ -284,6 +284,10 @@ std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& err
   return error ? 0 : space.available;
 }
 
+bool CanMakeFilesIn(const std::filesystem::path& folder) {
+  return ::access((folder / ".").c_str(), W_OK | X_OK) == 0;
+}
+
 std::string SystemErrorText(std::error_code error) {
   return error.message();
 }

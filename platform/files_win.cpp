@@ -156,6 +156,15 @@ std::uintmax_t FreeSpace(const std::filesystem::path& path, std::error_code& err
   return 0;
 }
 
+bool CanMakeFilesIn(const std::filesystem::path& folder) {
+  std::filesystem::path temporary;
+  const Handle file(OpenTemporary(folder, temporary));
+  if (!file.valid()) return false;
+  FILE_DISPOSITION_INFO disposition{TRUE};
+  ::SetFileInformationByHandle(file.get(), FileDispositionInfo, &disposition, sizeof(disposition));
+  return true;
+}
+
 std::string SystemErrorText(std::error_code error) {
   if (error.category() != std::system_category()) return error.message();
   LPWSTR text = nullptr;

@@ -145,25 +145,40 @@ TEST(SaveDataFile, LeavesHiddenFilesAndLinksAlone) {
   }
 }
 
-TEST(SaveDataFile, RefusesWhereNoSpaceIsLeft) {
-  // The system's process table reports no free space.
-  for (const std::string_view type : {kTypeIni, kTypeWlt, kTypeWls, kTypeWlr}) {
-    FileWorld world;
-    EXPECT_FALSE(world.file.SaveDataFile("/proc/warpline", type, world.data)) << type;
-    EXPECT_EQ(world.display.Texts(), Texts{kNoSpace});
+TEST(SaveDataFile, RefusesWhereTooLittleSpaceIsLeft) {
+  const std::pair<const char*, std::uintmax_t> needed[] = {
+      {"ini", 2048}, {"wlt", 2048}, {"wls", 1024}, {"wlr", 4096}};
+  const TempFolder folder;
+  for (const auto& [type, bytes] : needed) {
+    for (const std::uintmax_t free : {std::uintmax_t{0}, bytes - 1, bytes}) {
+      FileWorld world;
+      const LSSfile file(world.messages, [free](const auto&, std::error_code&) { return free; });
+      EXPECT_EQ(file.SaveDataFile(folder / type, type, world.data), free == bytes) << type << free;
+      EXPECT_EQ(world.display.Texts(), free == bytes ? Texts{} : Texts{kNoSpace});
+      EXPECT_EQ(std::filesystem::exists(folder / type), free == bytes) << type << free;
+    }
   }
 }
 
 TEST(SaveDataFile, ShowsTheSystemsErrors) {
   const TempFolder folder;
-  for (const auto& path : {folder / "missing" / "a.wlt", folder / std::string(300, 'n')}) {
+  const auto in_folder = [](const std::filesystem::path& path, std::errc error) {
+    return Utf8Of(path) + ": " + SystemErrorText(std::make_error_code(error));
+  };
+  const std::filesystem::path missing = folder / "missing", file = folder.Write("file", "");
+  // How the system describes a file for a folder differs; it is in the folder's name.
+  const std::tuple<std::filesystem::path, std::string> rows[] = {
+      {missing / "a.wlt", in_folder(missing, std::errc::no_such_file_or_directory)},
+      {file / "a.wlt", in_folder(file, std::errc::not_a_directory)},
+      {folder / std::string(300, 'n'),
+       SystemErrorText(std::make_error_code(std::errc::filename_too_long))},
+  };
+  for (const auto& [path, text] : rows) {
     FileWorld world;
     EXPECT_FALSE(world.file.SaveDataFile(path, kTypeWlt, world.data));
-    ASSERT_EQ(world.display.messages.size(), 1u);
-    EXPECT_FALSE(world.display.messages[0].text.empty());
-    EXPECT_NE(world.display.messages[0].text, kNoSpace) << "no disk is full";
+    EXPECT_EQ(world.display.Texts(), Texts{text}) << path;
   }
-  EXPECT_TRUE(folder.Names().empty());
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
 }
 
 }  // namespace
