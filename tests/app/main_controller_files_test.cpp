@@ -131,6 +131,9 @@ TEST(MainController, SaveNamesTheCurrentFile) {
       {"another extension", {"b.txt"}, "b.txt"},
       {"completed", {"b"}, "b.wlt"},
       {"completed behind the point", {"b."}, "b.wlt"},
+      {"completed behind a dot in the name", {"my.screen.v2"}, "my.screen.v2.wlt"},
+      {"extension doubled by the dialog", {"b.wlt.wlt"}, "b.wlt"},
+      {"doubled each time, the name is taken", {"taken.wlt.wlt", "taken.wlt.wlt"}, "taken.wlt"},
       {"completed name is taken and replaced", {"taken", "taken.wlt"}, "taken.wlt"},
       {"completed name is taken and given up", {"taken"}, ""},
       {"cancelled", {}, ""},
@@ -156,6 +159,15 @@ TEST(MainController, SaveNamesTheCurrentFile) {
     EXPECT_EQ(rig.view.folders.size(), row.choices.size());
     EXPECT_FALSE(rig.controller.HasUnsavedChanges());
   }
+}
+
+TEST(MainController, RegisterFileStaysOneBehindTheDialogsExtension) {
+  ControllerRig rig;
+  rig.controller.Apply();
+  rig.view.saves.push_back(rig.temp / "out1.WLR.wlt");
+  EXPECT_TRUE(rig.controller.SaveAs());
+  EXPECT_TRUE(fs::exists(rig.temp / "out1.WLR"));
+  EXPECT_FALSE(fs::exists(rig.temp / "out1.WLR.wlt"));
 }
 
 TEST(MainController, SaveThatFailsOrIsGivenUpKeepsTheCurrentFile) {
