@@ -24,6 +24,9 @@ std::filesystem::path SettingsFile(const std::filesystem::path& application_data
 bool ReadSettings(LSSglobal& global, const std::filesystem::path& application_data,
                   std::int32_t window_x, std::int32_t window_y) {
   global.Settings = DefaultSettings(window_x, window_y);
+  // Nothing waits for what a pipe or a device in its place would say.
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(SettingsFile(application_data), ignored)) return false;
   SilentDisplay silent;
   const Messages no_messages(global, silent);
   LSSfile files(no_messages);

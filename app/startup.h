@@ -11,8 +11,8 @@
 
 namespace warpline {
 
-// Puts the defaults into the settings, and the settings file over them when it can be read as a
-// whole. Says nothing; false when the defaults stand alone.
+// Puts the defaults into the settings, and the settings file over them when it is a regular file
+// and can be read as a whole. Says nothing; false when the defaults stand alone.
 bool ReadSettings(LSSglobal& global, const std::filesystem::path& application_data,
                   std::int32_t window_x = 0, std::int32_t window_y = 0);
 

@@ -44,6 +44,11 @@ TEST(Startup, FilesAndFoldersInTheWayArePassedOver) {
   fs::create_directories(unreadable.file);
   EXPECT_FALSE(unreadable.Load());
   EXPECT_EQ(unreadable.global.Settings, DefaultSettings(30, -40));
+  StartupRig device;
+  fs::create_directories(device.folder);
+  std::error_code ignored;  // without links or this device no file is there
+  fs::create_symlink("/dev/null", device.file, ignored);
+  EXPECT_FALSE(device.Load());
   StartupRig no_folder;
   no_folder.temp.Write("Varnok Beamkit", "a file");
   EXPECT_FALSE(no_folder.Load());
