@@ -20,6 +20,7 @@ int RunPreview(const VerbInput& input, Session& session) {
   }
   const std::filesystem::path picture = input.Path("-o");
   const bool written = session.OnFile(picture, [&] {
+    if (!session.engine.files.MayWrite(picture)) return false;
     const std::error_code error = ReplaceFileContents(picture, PreviewSvg(drawing));
     if (error) session.engine.messages.ShowSystemError(SystemErrorText(error));
     return !error;

@@ -24,6 +24,8 @@ TEST_F(PreviewVerbTest, DrawsBandsAndAuxiliaryLines) {
 TEST_F(PreviewVerbTest, SaysWhatIsWrong) {
   const std::string file = Put("bent.wlt", kBentFile), picture = Name("out.svg");
   const std::string cubic = Put("cubic.wlt", "[Warpline Tool Data File 3.0]\r\nCorreInterpH=3\r\n");
+  const std::string read_only = Put("read_only.svg", "old");
+  std::filesystem::permissions(read_only, std::filesystem::perms::owner_read);
   const std::string no_folder = SystemErrorText(ReplaceFileContents(folder_ / "none/out.svg", ""));
   const struct {
     Words words;
@@ -33,6 +35,7 @@ TEST_F(PreviewVerbTest, SaysWhatIsWrong) {
       {{file}, 2, "-o"},
       {{Name("none.wlt"), "-o", picture}, 1, "o such"},
       {{file, "-o", Name("none/out.svg")}, 1, Name("none/out.svg") + ": " + no_folder},
+      {{file, "-o", read_only}, 1, "Failed writing file."},
       {{cubic, "-o", picture}, 1, "[3] Wrong value."},  // through two points
   };
   for (const auto& row : cases) {
