@@ -213,6 +213,16 @@ TEST_F(WorkTest, ConvertWritesThePresentVersion) {
   EXPECT_EQ(TempFolder::Read(folder_ / "new.wlr"), WithCrLf(kFlatRegisters));
 }
 
+TEST_F(WorkTest, NamesWithoutAFolderAreInTheCurrentOne) {
+  Put("in.wlt", kFlatFile);
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.Path());
+  const CliResult result = RunCli({"convert", "in.wlt", "out.wlt"});
+  std::filesystem::current_path(before);
+  EXPECT_EQ(result.exit_code, 0) << result;
+  EXPECT_EQ(folder_.Names(), (Words{"in.wlt", "out.wlt"}));
+}
+
 TEST_F(WorkTest, OutputThatCannotBeWrittenIsAFailure) {
   const std::string flat = Put("flat.wlt", kFlatFile);
   const std::string settings = Put("own.ini", "[Warpline Tool 3.0]\n");
