@@ -4,6 +4,8 @@
 
 #include <system_error>
 
+#include "platform/files.h"
+
 namespace warpline {
 namespace {
 
