@@ -4,11 +4,12 @@
 
 namespace {
 
-// Libraries that are loaded by name alone come from the system's folder or the program's own, never
-// from the current folder or from the search path.
-[[gnu::constructor]] void RestrictLibrarySearch() {
+// Libraries that are loaded by name alone come from the system's folder: whoever puts one beside
+// the program does not get it loaded. The maker's are loaded by their full path, with their own
+// folder for what they need themselves. Before all other constructors, for any may load a library.
+[[gnu::constructor(101)]] void RestrictLibrarySearch() {
   SetDllDirectoryW(L"");
-  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
 }  // namespace

@@ -122,18 +122,20 @@ TEST(SystemWin, ErrorsAreDescribedInOneLine) {
   EXPECT_EQ(text.find_first_of("\r\n"), std::string::npos) << text;
 }
 
-// A library of a wanted name in the current folder is never taken.
-TEST(SystemWin, LibrariesInTheCurrentFolderAreNotFound) {
+// A library of a wanted name in the current folder is never taken, nor is one beside the program.
+TEST(SystemWin, LibrariesAreFoundInTheSystemsFolderAlone) {
   const TempFolder folder;
   const fs::path own = ProgramFolder() / "Beamlink.dll";
   ASSERT_TRUE(fs::exists(own));
   fs::copy_file(own, folder / "NowhereElse.dll");
   const fs::path before = fs::current_path();
   fs::current_path(folder.Path());
-  const HMODULE by_name = ::LoadLibraryW(L"NowhereElse.dll");
+  for (const wchar_t* name : {L"NowhereElse.dll", L"Beamlink.dll"}) {
+    const HMODULE by_name = ::LoadLibraryW(name);
+    EXPECT_EQ(by_name, nullptr) << Utf8Of(fs::path(name));
+    if (by_name != nullptr) ::FreeLibrary(by_name);
+  }
   fs::current_path(before);
-  EXPECT_EQ(by_name, nullptr);
-  if (by_name != nullptr) ::FreeLibrary(by_name);
   SharedLibrary library;
   EXPECT_TRUE(library.Load(folder / "NowhereElse.dll")) << "by its full path it is";
 }
