@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/environment.h"
+#include "platform/file_lock.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
 #include "tests/support/temp_folder.h"
@@ -12,6 +13,7 @@ namespace warpline {
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
 
 TEST(FileAttributesWin, AreTheSystemsOwn) {
   const TempFolder folder;
@@ -100,7 +102,7 @@ TEST(FilesWin, AFileThatIsInUseStaysAsItWas) {
   EXPECT_TRUE(ReplaceFileContents(path, "new"));
   ::CloseHandle(other);
   EXPECT_EQ(TempFolder::Read(path), "old");
-  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"used.wlt"}));
+  EXPECT_EQ(folder.Names(), (Names{"used.wlt"}));
 }
 
 TEST(SystemWin, DataFolderIsTheUsersRoamingOne) {
@@ -138,6 +140,36 @@ TEST(SystemWin, LibrariesAreFoundInTheSystemsFolderAlone) {
   fs::current_path(before);
   SharedLibrary library;
   EXPECT_TRUE(library.Load(folder / "NowhereElse.dll")) << "by its full path it is";
+}
+
+// What killed saves left goes; what belongs to a living program or to somebody else stays.
+TEST(FilesWin, ATemporaryThatIsStillWrittenStays) {
+  const TempFolder folder;
+  folder.Write("~warpline.abcd0123", "stray");
+  folder.Write("~warpline.notes", "not ours");
+  const fs::path owned = folder.Write("~warpline.zzzz9999", "owned");
+  const HANDLE owner = ::CreateFileW(owned.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(owner, INVALID_HANDLE_VALUE);
+  const std::error_code error = ReplaceFileContents(folder / "a.wlt", "new");
+  const Names while_owned = folder.Names();
+  ::CloseHandle(owner);
+  EXPECT_EQ(error, std::error_code());
+  EXPECT_EQ(while_owned, (Names{"a.wlt", "~warpline.notes", "~warpline.zzzz9999"}));
+}
+
+// A handle of another process counts like one of this: the system asks about files, not owners.
+TEST(FileLockWin, BelongsToOneAtATime) {
+  const TempFolder folder;
+  const fs::path path = folder / "lock";
+  using Result = FileLock::Result;
+  {
+    FileLock lock;
+    EXPECT_EQ(lock.Take(path), Result::kTaken);
+    EXPECT_EQ(FileLock().Take(path), Result::kOwned);
+  }
+  EXPECT_EQ(FileLock().Take(path), Result::kTaken) << "the file is there still, its owner is not";
+  EXPECT_EQ(FileLock().Take(folder / "missing" / "lock"), Result::kFailed);
 }
 
 }  // namespace
