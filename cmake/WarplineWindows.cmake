@@ -1,5 +1,5 @@
-# What a program or library for Windows carries beside its code: version, icon, manifest, and a library search that leaves
-# the current folder out.
+# What a program or library for Windows carries beside its code: version, icon, manifest, and a library search in the system's
+# folder alone.
 
 enable_language(RC)
 
@@ -47,3 +47,27 @@ if(TARGET WarplineTool)
 else()
   warpline_windows_program(warpline-projector program)
 endif()
+
+# The libraries that a program names are looked for beside it first, before any of its code can forbid that, but for those
+# that the system always takes from itself. So these others are loaded later, with their first call.
+set(warpline_delayed_folder ${CMAKE_BINARY_DIR}/delayed)
+set(warpline_delayed "")
+file(MAKE_DIRECTORY ${warpline_delayed_folder})
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(warpline_symbol_prefix _)
+endif()
+foreach(name iphlpapi msimg32 oleacc uxtheme version winmm winspool)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=lib${name}.a
+    OUTPUT_VARIABLE imports OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  set(delayed ${warpline_delayed_folder}/lib${name}.a)
+  add_custom_command(OUTPUT ${delayed}
+    COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DDLLTOOL=${CMAKE_DLLTOOL} -DPREFIX=${warpline_symbol_prefix}
+            -DIMPORTS=${imports} -DOUTPUT=${delayed} -P ${CMAKE_SOURCE_DIR}/cmake/DelayedLibrary.cmake
+    DEPENDS ${imports} ${CMAKE_SOURCE_DIR}/cmake/DelayedLibrary.cmake
+    VERBATIM)
+  list(APPEND warpline_delayed ${delayed})
+endforeach()
+add_custom_target(warpline_delayed_libraries DEPENDS ${warpline_delayed})
+# The linker looks there before it looks among the compiler's own.
+target_link_directories(warpline_options INTERFACE ${warpline_delayed_folder})
+set_property(TARGET warpline_options APPEND PROPERTY INTERFACE_LINK_DEPENDS ${warpline_delayed})
