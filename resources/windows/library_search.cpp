@@ -10,6 +10,9 @@ namespace {
 [[gnu::constructor(101)]] void RestrictLibrarySearch() {
   SetDllDirectoryW(L"");
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+  // The system's own libraries need not heed that when they load what they delayed; one that is
+  // there already is not searched for.
+  LoadLibraryExW(L"msimg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
 }  // namespace

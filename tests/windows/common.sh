@@ -75,6 +75,22 @@ close_tool() {
   until_true "the end of the tool" answer_no_or_ended
 }
 
+# Puts libraries beside a program in the name of the system's, for Wine to prefer, and sees that none is loaded. Those that
+# Wine's own libraries bind are left out: see wine-differences.txt.
+planted=(dwmapi iphlpapi msimg32 oleacc propsys userenv winmm)
+plant_libraries() {
+  local library file=$work/planted.dll
+  x86_64-w64-mingw32-g++-posix -shared -static -Os -s -o "$file" "$tests/planted_library.cpp"
+  for library in "${planted[@]}"; do cp "$file" "$1/$library.dll"; done
+  WARPLINE_WINE_NATIVE=$(IFS=, && echo "${planted[*]}")
+  export WARPLINE_WINE_NATIVE
+}
+nothing_planted_was_loaded() {
+  local loaded
+  loaded=$(find "$1" -name '*.loaded' -printf '%f ')
+  [ -z "$loaded" ] || fail "libraries from the program's own folder were taken for the system's: $loaded"
+}
+
 run cmd /c "exit 0"
 user=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 -type d ! -name Public)
 settings="$user/AppData/Roaming/Varnok Beamkit/Warpline Tool 3.0"
