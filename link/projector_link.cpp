@@ -18,9 +18,14 @@ constexpr std::int32_t kWholeBlockExtraMilliseconds = 7000;
 constexpr std::size_t kReplyCapacity = 4096;
 
 // What replies say where.
+constexpr std::size_t kShortestReply = 7;  // a header, a count, the error byte and a checksum
+constexpr std::size_t kReplyCountStart = 3;
 constexpr std::size_t kReplyErrorByte = 5;
 constexpr std::size_t kReplyModeByte = 6;
 constexpr std::size_t kReplyModelClassByte = 7;
+
+// What the count of an answer says that tells the mode.
+constexpr int kModeAnswerCount = 2;
 
 struct OpenParameters {
   std::string first;
@@ -103,7 +108,7 @@ std::optional<PanelSize> ProjectorLink::CheckConnection() {
   const auto panel = ReadPanel();
   if (!panel) return std::nullopt;
   if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return std::nullopt;
-  const auto error = ReplyByte(kReplyErrorByte);
+  const auto error = ReplyError();
   if (!error) return std::nullopt;
   if (*error == 0) return panel;
   messages_.ShowMessage(MessageCategory::kReply, *error);
@@ -115,17 +120,15 @@ bool ProjectorLink::SendCommand(int number, const RegisterSet& registers, std::i
   const auto text = ComposeCommandText(number, registers, mode);
   if (!text) throw Fault(FaultCode::kIndexOutOfRange);
   if (!Exchange(FrameOf(*text), time_out_)) return false;
-  // Asking for mode 1 and asking which mode is set are the same bytes, and the answer tells the
-  // mode where others tell errors.
-  const auto mode_query = ComposeCommandText(kCommandQueryMode, registers, 0);
-  return *text == *mode_query || ReplyAccepted();
+  const bool about_mode = number == kCommandSetMode || number == kCommandQueryMode;
+  return (about_mode && ReplyTellsMode()) || ReplyAccepted();
 }
 
 std::optional<std::int16_t> ProjectorLink::QueryMode() {
   if (!SendCommand(kCommandQueryMode, {}, 0)) return std::nullopt;
-  const auto mode = ReplyByte(kReplyModeByte);
-  if (!mode) return std::nullopt;
-  return static_cast<std::int16_t>(*mode == 1 ? 1 : 0);
+  if (ReplyTellsMode()) return static_cast<std::int16_t>(reply_[kReplyModeByte] == 1 ? 1 : 0);
+  messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
+  return std::nullopt;
 }
 
 bool ProjectorLink::SwitchInput() {
@@ -189,14 +192,19 @@ bool ProjectorLink::Exchange(const Frame& frame, std::int32_t time_out) {
          Passed(MessageCategory::kExchange, SendRaw(frame));
 }
 
-std::optional<std::uint8_t> ProjectorLink::ReplyByte(std::size_t index) {
-  if (index < reply_.size()) return reply_[index];
+bool ProjectorLink::ReplyTellsMode() const {
+  if (reply_.size() < kShortestReply) return false;
+  return (reply_[kReplyCountStart] << 8 | reply_[kReplyCountStart + 1]) == kModeAnswerCount;
+}
+
+std::optional<std::uint8_t> ProjectorLink::ReplyError() {
+  if (reply_.size() >= kShortestReply) return reply_[kReplyErrorByte];
   messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
   return std::nullopt;
 }
 
 bool ProjectorLink::ReplyAccepted() {
-  const auto error = ReplyByte(kReplyErrorByte);
+  const auto error = ReplyError();
   if (!error) return false;
   if (*error == 0) return true;
   messages_.ShowMessage(MessageCategory::kReply, kReplyFailed);

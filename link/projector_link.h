@@ -48,7 +48,8 @@ class ProjectorLink {
   // Other numbers throw Fault(kIndexOutOfRange).
   bool SendCommand(int number, const RegisterSet& registers, std::int16_t mode);
 
-  // The projector's picture mode: 1, or 0 for every other value of its answer.
+  // The projector's picture mode: 1, or 0 for every other value of its answer. An answer that tells
+  // no mode is a failure.
   std::optional<std::int16_t> QueryMode();
 
   // Selects the input shown once more, so that a mode that was asked for takes effect.
@@ -69,8 +70,10 @@ class ProjectorLink {
   std::int32_t SendRaw(const Frame& frame);
   // Time-out, running status and raw exchange.
   bool Exchange(const Frame& frame, std::int32_t time_out);
-  // A byte of the last reply; nothing, as a receive error, when the reply is too short.
-  std::optional<std::uint8_t> ReplyByte(std::size_t index);
+  // The last reply tells the mode; it then has no error byte.
+  bool ReplyTellsMode() const;
+  // The error byte of the last reply; nothing, as a receive error, when the reply is too short.
+  std::optional<std::uint8_t> ReplyError();
   // The error byte of the last reply tells that the command was accepted.
   bool ReplyAccepted();
   // Class 0 for a projector that knows no model classes.

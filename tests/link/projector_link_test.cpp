@@ -142,11 +142,13 @@ TEST(ProjectorLink, ModeIsOneOrZero) {
     EXPECT_EQ(rig.link.QueryMode(), expected);
     EXPECT_EQ(rig.library.calls.back(), "send 01DE0000020100E2");
   }
-  EngineRig brief;
-  brief.library.replies[3] = Frame(6, 0);
-  ASSERT_TRUE(brief.link.OpenLink(brief.global.Settings));
-  EXPECT_EQ(brief.link.QueryMode(), std::nullopt);
-  EXPECT_EQ(brief.display.Texts(), Calls{brief.ErrorText(141, -5)});
+  for (const Frame& reply : {Frame(6, 0), Frame{0x21, 0xDE, 0, 0, 1, 0, 1}}) {
+    EngineRig modeless;
+    modeless.library.replies[3] = reply;
+    ASSERT_TRUE(modeless.link.OpenLink(modeless.global.Settings));
+    EXPECT_EQ(modeless.link.QueryMode(), std::nullopt);
+    EXPECT_EQ(modeless.display.Texts(), Calls{modeless.ErrorText(141, -5)});
+  }
 }
 
 TEST(ProjectorLink, UnusedNumbersAreFaults) {

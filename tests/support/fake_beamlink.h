@@ -63,7 +63,7 @@ class FakeBeamlink {
     if (reply != replies.end()) return reply->second;
     if (frame == "00850000010086") return {0x20, 0x85, 0, 0, 3, reply5, 0, model_class};
     if (frame == "01DE0000020100E2") return {0x21, 0xDE, 0, 0, 2, 0xEE, mode, 0};
-    return {0x21, 0xDF, 0, 0, 1, 0};
+    return {0x21, 0xDF, 0, 0, 1, 0, 1};
   }
 
   static std::int32_t WARPLINE_LIBRARY_CALL Open(std::int32_t kind, const char* first,
