@@ -1,10 +1,14 @@
+#include <filesystem>
+#include <set>
 #include <tuple>
 
 #include "cli/connection.h"
 #include "cli/verb_input.h"
+#include "sim/device/profile.h"
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
 #include "tests/support/projector_server.h"
+#include "tests/support/source_folder.h"
 
 // The whole way: the command line, the stand-in library loaded from the program's folder, TCP, the
 // simulated projector.
@@ -64,6 +68,28 @@ TEST_F(ProjectorVerbsTest, StoreKeepsAndSetsTheMode) {
     EXPECT_EQ(Snapshot().Count.Stores, 1U) << model_class;
     EXPECT_EQ(Snapshot().Stored, Snapshot().Working) << model_class;
   }
+}
+
+// A profile that cannot take one of the two says so in its name.
+TEST_F(ProjectorVerbsTest, ShippedProfilesTakeWhatTheirNamesSay) {
+  std::set<int> classes;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(SourceFolder() / "examples/profiles")) {
+    SCOPED_TRACE(entry.path().filename());
+    std::string reason;
+    const auto profile = sim::ParseProfile(TempFolder::Read(entry.path()), reason);
+    ASSERT_TRUE(profile) << reason;
+    classes.insert(profile->Projector.ModelClass);
+    const bool applies = !Holds(profile->Name, "no Apply");
+    const bool stores = !Holds(profile->Name, "no Store");
+    projector_.emplace(profile->Projector);
+    const std::string address = projector_->Place();
+    EXPECT_EQ(RunCli({"apply", bent_, "--lan", address}).exit_code, applies ? 0 : 1);
+    EXPECT_EQ(Snapshot().Count.Shows, applies ? 1U : 0U);
+    EXPECT_EQ(RunCli({"store", bent_, "--lan", address}).exit_code, stores ? 0 : 1);
+    EXPECT_EQ(Snapshot().Count.Stores, stores ? 1U : 0U);
+  }
+  EXPECT_EQ(classes, (std::set<int>{2, 3, 4, 5}));
 }
 
 TEST_F(ProjectorVerbsTest, ModeIsSetAndPrinted) {

@@ -2,13 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <set>
 #include <string>
 #include <tuple>
-
-#include "tests/support/source_folder.h"
-#include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
 namespace {
@@ -41,19 +36,6 @@ TEST(Profile, IsRefusedWithAReason) {
     EXPECT_FALSE(ParseProfile(text, reason)) << text;
     EXPECT_NE(reason.find(part), std::string::npos) << text << ": " << reason;
   }
-}
-
-TEST(Profile, ShippedOnesCoverTheClasses) {
-  std::set<int> classes;
-  const std::filesystem::path folder = SourceFolder() / "examples/profiles";
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    std::string reason;
-    const auto profile = ParseProfile(TempFolder::Read(entry.path()), reason);
-    ASSERT_TRUE(profile) << entry.path() << ": " << reason;
-    EXPECT_FALSE(profile->Name.empty()) << entry.path();
-    classes.insert(profile->Projector.ModelClass);
-  }
-  EXPECT_EQ(classes, (std::set<int>{2, 3, 4, 5}));
 }
 
 }  // namespace
