@@ -89,6 +89,7 @@ namespace warpline {
   X(VerifyAgrees)             \
   X(VerifyBeyondEncoding)     \
   X(VerifyDiffers)            \
+  X(VerifyMisfit)             \
   X(HorizontalRow)            \
   X(VerticalColumn)
 WARPLINE_TEXT_KEYS(CliText, WARPLINE_CLI_TEXTS)

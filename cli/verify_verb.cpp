@@ -23,6 +23,10 @@ namespace {
 
 constexpr double kAllowedDifference = 1.0;  // pixels
 
+// The first line's scale and the step to the second have registers of their own, which nothing
+// holds to what fits; the lines behind are second differences, held to four bits.
+constexpr std::size_t kLinesOfTheirOwn = 2;
+
 using Scales = std::vector<std::int32_t>;
 
 // What the state file tells of the picture shown and of the most recent link.
@@ -41,12 +45,13 @@ struct Difference {
 struct AxisResult {
   Difference from_profile;
   std::optional<std::size_t> first_unlike;  // the first line that is not as the registers say
+  std::optional<std::size_t> misfit;        // the first line whose own register cannot hold it
 };
 
 bool IsWhole(const ShownState& state) {
   for (const Axis axis : {kHorizontal, kVertical}) {
     const int lines = LineCount(state.panel, axis);
-    if (lines < kMinPanelLines || lines > kMaxPanelLines) return false;
+    if (lines < kMinPanelLines || lines > kMaxLineCount) return false;
     if (state.scales[axis].size() != static_cast<std::size_t>(lines)) return false;
   }
   return true;
@@ -103,7 +108,12 @@ AxisResult CompareAxis(const CorrectionData& correction, const ShownState& state
   const std::vector<double> profile =
       LineSizeProfile(own.Parameters, own.Projection, SampleCurve(own.Curve, count), length);
   const Scales meant = RebuildLineScales(BuildAxisRegisters(own, length, count), count);
-  AxisResult result{LargestDifference(profile, state.scales[axis], length), std::nullopt};
+  const Scales wanted = LineScales(profile, length);
+  AxisResult result{LargestDifference(profile, state.scales[axis], length), std::nullopt,
+                    std::nullopt};
+  for (std::size_t i = 0; i < kLinesOfTheirOwn && !result.misfit; ++i) {
+    if (meant[i] != wanted[i]) result.misfit = i;
+  }
   for (std::size_t i = 0; i < meant.size() && !result.first_unlike; ++i) {
     if (meant[i] != state.scales[axis][i]) result.first_unlike = i;
   }
@@ -126,12 +136,17 @@ struct Verdict {
   int exit_code;
 };
 
-// The projector must show what the registers say. Where they themselves cannot follow the profile,
-// that is told and no failure of the projector.
+// The projector must show what the registers say. Where second differences cannot follow the
+// profile, that is told and no failure; a scale that its register cannot hold destroys the picture.
 Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts& texts) {
   for (const Axis axis : {kHorizontal, kVertical}) {
     if (const auto line = results[axis].first_unlike) {
       return {texts.Fill(CliText::kVerifyDiffers, {LineName(axis, *line, texts)}), kExitFailed};
+    }
+  }
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    if (const auto line = results[axis].misfit) {
+      return {texts.Fill(CliText::kVerifyMisfit, {LineName(axis, *line, texts)}), kExitFailed};
     }
   }
   std::string places;

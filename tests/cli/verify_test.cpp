@@ -4,6 +4,7 @@
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
 #include "tests/support/projector_server.h"
+#include "tests/support/source_folder.h"
 
 namespace warpline {
 namespace {
@@ -17,8 +18,9 @@ constexpr const char* kKinkFile =
 class VerifyTest : public FilesTest {
  protected:
   // The state of a projector to which the correction was applied.
-  nlohmann::json StateShowing(const std::string& correction) {
-    const ProjectorServer projector(sim::StationSetup{.State = folder_ / "state.json"});
+  nlohmann::json StateShowing(const std::string& correction, PanelSize panel = {1024, 768}) {
+    const ProjectorServer projector(
+        sim::StationSetup{.Projector = {.Panel = panel}, .State = folder_ / "state.json"});
     EXPECT_EQ(RunCli({"apply", correction, "--lan", projector.Place()}).exit_code, 0);
     return nlohmann::json::parse(TempFolder::Read(folder_ / "state.json"));
   }
@@ -37,6 +39,7 @@ TEST_F(VerifyTest, AgreesWithWhatItsOwnRegistersShow) {
   EXPECT_EQ(result.out.find("Spherical Screen: 984 bytes, 8 frames, largest difference H 0."), 0U)
       << result.out;
   EXPECT_TRUE(Holds(result.out, "; agrees\n")) << result.out;
+  EXPECT_EQ(Verify(bent_, StateShowing(bent_, {2049, 2049}).dump()).exit_code, 0) << "the largest";
 }
 
 TEST_F(VerifyTest, TellsWhereTheEncodingCannotFollow) {
@@ -44,6 +47,16 @@ TEST_F(VerifyTest, TellsWhereTheEncodingCannotFollow) {
   const CliResult result = Verify(kink, StateShowing(kink).dump());
   EXPECT_EQ(result.exit_code, 0) << result;
   EXPECT_TRUE(Holds(result.out, "cannot follow the profile at H line 393\n")) << result.out;
+}
+
+TEST_F(VerifyTest, FailsForAScaleBeyondItsRegister) {
+  std::string text = TempFolder::Read(SourceFolder() / "examples/corner_wall.wlt");
+  const std::string usual = "DistortionV=24";
+  text.replace(text.find(usual), usual.size(), "DistortionV=150");
+  const std::string narrow = Put("narrow.wlt", text);  // the first column's scale would be 65536
+  const CliResult result = Verify(narrow, StateShowing(narrow).dump());
+  EXPECT_EQ(result.exit_code, 1) << result;
+  EXPECT_TRUE(Holds(result.out, "scale of V line 0 does not fit its register\n")) << result;
 }
 
 TEST_F(VerifyTest, SeesOneWrongLine) {
