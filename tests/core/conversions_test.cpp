@@ -122,6 +122,14 @@ std::string Accepted(bool (*test)(char)) {
   return accepted;
 }
 
+TEST(RoundTo, EndsAtTheBoundsOfItsInteger) {
+  EXPECT_EQ(RoundTo<std::int16_t>(32767.4), 32767);
+  EXPECT_EQ(RoundTo<std::int16_t>(-32768.5), -32768);
+  for (const double beyond : {32768.0, -32769.0}) {
+    EXPECT_EQ(FaultOf([=] { RoundTo<std::int16_t>(beyond); }), FaultCode::kDoesNotFit) << beyond;
+  }
+}
+
 TEST(Characters, OfEachKind) {
   EXPECT_EQ(Accepted(IsHexDigit), "0123456789ABCDEFabcdef");
   EXPECT_EQ(Accepted(IsIntegerCharacter), "-0123456789");

@@ -135,6 +135,14 @@ TEST(PanelExtension, StartsBeyondTheEdgeAndReportsOverflow) {
   EXPECT_EQ(PanelExtension(parameters, profile, 1000), 1638);
   parameters.Optical = -64;
   EXPECT_EQ(PanelExtension(parameters, profile, 1000), 1638);
+  // Sums, halves and the result are each rounded, halves to even; a narrower picture needs none.
+  for (const auto& [size, extension] :
+       {std::pair(1033.8, 1081), {1034.4, 1147}, {1000.3, 0}, {500.0, 0}}) {
+    for (const int optical : {-64, 64}) {
+      parameters.Optical = static_cast<std::int16_t>(optical);
+      EXPECT_EQ(PanelExtension(parameters, std::vector<double>{size}, 1000), extension) << size;
+    }
+  }
   EXPECT_EQ(FaultOf([&] { PanelExtension(parameters, std::vector<double>{30000}, 1000); }),
             FaultCode::kDoesNotFit);
 }
