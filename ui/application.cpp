@@ -1,8 +1,5 @@
 #include "ui/application.h"
 
-#include <wx/log.h>
-#include <wx/utils.h>
-
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -24,6 +21,8 @@ std::string CommandLineOf(int argc, wxChar** argv) {
   for (int i = 1; i < argc; ++i) line.append(wxString(argv[i]).utf8_string()).append(" ");
   return line;
 }
+
+constexpr const char* kLockFileName = "WarplineTool.lock";
 
 // The width that the preview takes beside the main window at first, in DIP.
 constexpr int kPreviewWidth = 640;
@@ -60,12 +59,11 @@ int Application::OnExit() {
   return wxApp::OnExit();
 }
 
-// One instance a user and settings folder.
+// One instance a user and settings folder. A folder in which no file can be made is no reason not
+// to start.
 bool Application::AnotherInstanceRuns() {
-  const wxLogNull no_boxes_of_the_toolkit;
   const std::filesystem::path folder = MakeDataFolder(ApplicationDataFolder());
-  instance_.Create("WarplineTool-" + wxGetUserId(), WxPath(folder));
-  return instance_.IsAnotherRunning();
+  return instance_.Take(folder / kLockFileName) == FileLock::Result::kOwned;
 }
 
 void Application::PrepareState() {

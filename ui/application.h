@@ -1,11 +1,11 @@
 #pragma once
 
 #include <wx/app.h>
-#include <wx/snglinst.h>
 
 #include <memory>
 
 #include "app/engine.h"
+#include "platform/file_lock.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
 
@@ -31,7 +31,7 @@ class Application : public wxApp {
   void PrepareState();
   void ShowMainWindow();
 
-  wxSingleInstanceChecker instance_;
+  FileLock instance_;
   std::unique_ptr<Run> run_;
 };
 
