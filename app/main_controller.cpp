@@ -133,12 +133,21 @@ void MainController::ToggleProjection(Axis axis) {
 
 void MainController::SetRealTime(bool on) {
   global_.Settings.AutoApply = on ? 1 : 0;
+  KeepSettings();
   view_.ShowModel();
 }
 
 void MainController::SetCommunicationMode(std::int16_t mode) {
   global_.Settings.CommunicationMode = mode == 1 ? 1 : 0;
+  KeepSettings();
   view_.ShowModel();
+}
+
+// At once, so that a run which is cut off keeps what was chosen. The place of the window is that of
+// the last writing.
+void MainController::KeepSettings() {
+  const Settings& settings = global_.Settings;
+  SaveSettings(global_, messages_, application_data_, settings.DialogPosX, settings.DialogPosY);
 }
 
 void MainController::SetTestPattern(bool shown) {
@@ -223,7 +232,7 @@ SaveAnswer MainController::ConfirmSaveChanges() {
 
 bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
   if (ConfirmSaveChanges() == SaveAnswer::kAbort) return false;
-  SaveSettings(global_, files_, application_data_, window_x, window_y);
+  SaveSettings(global_, messages_, application_data_, window_x, window_y);
   return true;
 }
 

@@ -91,8 +91,11 @@ class MainController {
   void Store();
   void Initialize();
   void ToggleProjection(Axis axis);
+
+  // Both write the settings file too.
   void SetRealTime(bool on);
   void SetCommunicationMode(std::int16_t mode);
+
   void SetTestPattern(bool shown);
 
   // Open asks for unsaved changes and for a file first. A file whose name ends in ".wlr" (any case)
@@ -128,6 +131,7 @@ class MainController {
   void RunCommand(Command command);
   void ApplyInRealTime();
   void TakeSnapshot();
+  void KeepSettings();
 
   LSSglobal& global_;
   LSSfile& files_;

@@ -3,12 +3,13 @@
 #include <system_error>
 
 #include "core/interfaces.h"
-#include "core/messages.h"
+#include "files/LSSfile.h"
 
 namespace warpline {
 namespace {
 
-// Nobody is told about a settings file that cannot be read.
+// Nobody is told about a settings file that cannot be read, and why one cannot be written is less
+// than which one.
 class SilentDisplay : public MessageDisplay {
  public:
   void Show(const std::string&, const std::string&, MessageIcon) override {}
@@ -42,7 +43,7 @@ bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_da
   return ReadSettings(global, application_data, window_x, window_y);
 }
 
-bool SaveSettings(LSSglobal& global, const LSSfile& files,
+bool SaveSettings(LSSglobal& global, const Messages& messages,
                   const std::filesystem::path& application_data, std::int32_t window_x,
                   std::int32_t window_y) {
   global.Settings.DialogPosX = window_x;
@@ -50,7 +51,12 @@ bool SaveSettings(LSSglobal& global, const LSSfile& files,
   MakeDataFolder(application_data);
   FileData data;
   data.Settings = global.Settings;
-  return files.SaveDataFile(SettingsFile(application_data), kTypeIni, data);
+  SilentDisplay silent;
+  const Messages no_messages(global, silent);
+  const std::filesystem::path file = SettingsFile(application_data);
+  if (LSSfile(no_messages).SaveDataFile(file, kTypeIni, data)) return true;
+  messages.ShowFileText(kMsgIniSaveFailed, file);
+  return false;
 }
 
 std::filesystem::path MakeDataFolder(const std::filesystem::path& application_data) {

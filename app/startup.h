@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "core/LSSglobal.h"
-#include "files/LSSfile.h"
+#include "core/messages.h"
 
 // The settings file at the start and at the end of a run. application_data is the user's
 // application-data folder, positions are those of the main window in device units.
@@ -21,8 +21,8 @@ bool LoadSettings(LSSglobal& global, const std::filesystem::path& application_da
                   std::int32_t window_x, std::int32_t window_y);
 
 // Writes the settings file with this window position, its folder made again when it is gone. False
-// when that failed, which the file layer has shown.
-bool SaveSettings(LSSglobal& global, const LSSfile& files,
+// when that failed: a message has named the file.
+bool SaveSettings(LSSglobal& global, const Messages& messages,
                   const std::filesystem::path& application_data, std::int32_t window_x,
                   std::int32_t window_y);
 

@@ -6,6 +6,7 @@
 
 #include "core/catalogue.h"
 #include "core/link_results.h"
+#include "platform/files.h"
 
 namespace warpline {
 namespace {
@@ -79,6 +80,11 @@ void Messages::ShowMessage(MessageCategory category, int code) const {
 
 void Messages::ShowText(int number, MessageIcon icon) const {
   display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, number), icon);
+}
+
+void Messages::ShowFileText(int number, const std::filesystem::path& file) const {
+  display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, number) + "\n" + Utf8Of(file),
+                MessageIcon::kCritical);
 }
 
 void Messages::ShowSystemError(const std::string& description) const {

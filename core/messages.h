@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "core/LSSglobal.h"
@@ -51,6 +52,9 @@ class Messages {
 
   // A catalogue text alone.
   void ShowText(int number, MessageIcon icon = MessageIcon::kCritical) const;
+
+  // A catalogue text about a file, and under it the file's whole path.
+  void ShowFileText(int number, const std::filesystem::path& file) const;
 
   // The system's own description of an error (UTF-8).
   void ShowSystemError(const std::string& description) const;

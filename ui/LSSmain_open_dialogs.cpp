@@ -15,7 +15,7 @@ namespace {
 
 void WriteSettings(const MainParts& parts, const wxTopLevelWindow* owner) {
   const wxPoint position = owner->GetPosition();
-  SaveSettings(parts.engine.global, parts.engine.files, parts.application_data, position.x,
+  SaveSettings(parts.engine.global, parts.engine.messages, parts.application_data, position.x,
                position.y);
 }
 

@@ -195,6 +195,10 @@ TEST(MainController, SettingsOfTheWindowAreKeptWhenItCloses) {
   EXPECT_TRUE(rig.controller.RealTimeMenuEnabled());
   rig.controller.SetRealTime(false);
   rig.controller.SetCommunicationMode(1);
+  const std::string at_once = TempFolder::Read(rig.SettingsFile());
+  for (const char* line : {"AutoApply=0\r\n", "CommunicationMode=1\r\n"}) {
+    EXPECT_NE(at_once.find(line), std::string::npos) << line;
+  }
   rig.controller.SetTestPattern(false);
   EXPECT_EQ(rig.view.models_shown, 3);
   EXPECT_TRUE(rig.controller.Close(-7, 21));

@@ -52,8 +52,10 @@ TEST(Startup, FilesAndFoldersInTheWayArePassedOver) {
   StartupRig no_folder;
   no_folder.temp.Write("Varnok Beamkit", "a file");
   EXPECT_FALSE(no_folder.Load());
-  EXPECT_FALSE(SaveSettings(no_folder.global, no_folder.files, no_folder.temp.Path(), 1, 2));
-  EXPECT_EQ(no_folder.display.messages.size(), 1U);
+  EXPECT_FALSE(SaveSettings(no_folder.global, no_folder.messages, no_folder.temp.Path(), 1, 2));
+  ASSERT_EQ(no_folder.display.messages.size(), 1U);
+  EXPECT_EQ(no_folder.display.messages[0].text,
+            "Failed saving the ini file.\n" + no_folder.file.string());
 }
 
 }  // namespace

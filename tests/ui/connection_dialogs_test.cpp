@@ -23,7 +23,7 @@ class ConnectionDialogs : public testing::Test {
   std::size_t Said() const { return rig.display.messages.size(); }
 
   void InSettings(std::function<void(wxDialog&)> act) {
-    rig.Pick("menu_opt_detailed");
+    rig.global.Settings.CommunicationMode = 1;
     const ModalScript script("LSSset", std::move(act));
     rig.Pick("menu_opt_setting");
   }
