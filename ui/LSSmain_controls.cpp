@@ -110,8 +110,10 @@ void ShowGroup(MainControls& controls, const LSSglobal& global, int group) {
   for (int row = 0; row < kSliderCount; ++row) {
     const auto index = static_cast<std::size_t>(row);
     const SliderTarget target = TargetOf(correction, group, row);
-    const int caption = kGroups[static_cast<std::size_t>(group)].slider_captions[index];
-    controls.rows[index]->Show(SetUpSlider(correction, group, row), CaptionOf(global, caption),
+    const GroupRow& texts = kGroups[static_cast<std::size_t>(group)];
+    controls.rows[index]->Show(SetUpSlider(correction, group, row),
+                               CaptionOf(global, texts.caption),
+                               CaptionOf(global, texts.slider_captions[index]),
                                IconOf(target, correction.Axes[target.axis].Stadium == 1),
                                wxString::Format("iconbutton%d", kSliderCount * group + row));
   }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ui/layout.h"
+#include "ui/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -130,19 +131,20 @@ void SliderRow::Step(int step) {
   handlers_.moved(row_, value);
 }
 
-void SliderRow::Show(const SliderSetup& setup, const wxString& caption,
+void SliderRow::Show(const SliderSetup& setup, const wxString& group, const wxString& caption,
                      const wxBitmapBundle& picture, const wxString& icon_name) {
   filling_ = true;
   const wxString plain = wxStripMenuCodes(caption);
+  spoken_name_ = wxStripMenuCodes(group) + ": " + plain;
   name_->SetLabel(caption);
   icon_->SetBitmap(picture);
   icon_->SetName(icon_name);
-  icon_->SetLabel(plain);
   icon_->SetToolTip(plain);
+  SetAccessibleName(*icon_, spoken_name_);
+  SetAccessibleName(*value_, spoken_name_);
   bar_->SetRange(setup.low, setup.high);
   bar_->SetPageSize(setup.large_step);
   bar_->SetValue(setup.value);
-  bar_->SetLabel(plain);
   low_->SetLabel(wxString::Format("%d", setup.low));
   high_->SetLabel(wxString::Format("%d", setup.high));
   filling_ = false;
@@ -152,6 +154,7 @@ void SliderRow::Show(const SliderSetup& setup, const wxString& caption,
 void SliderRow::ShowValue(const SliderSetup& setup) {
   const wxString text = WxText(setup.text);
   if (value_->GetValue() != text) value_->ChangeValue(text);
+  SetAccessibleName(*bar_, spoken_name_, text);  // the slider itself says no unit
   Enable(setup.enabled);
 }
 

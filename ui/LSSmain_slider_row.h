@@ -32,10 +32,10 @@ class SliderRow {
 
   wxSizer* Sizer() const { return sizer_; }
 
-  // Sets everything; the handlers stay silent. icon_name is the product name that the button goes
-  // by while it shows this picture.
-  void Show(const SliderSetup& setup, const wxString& caption, const wxBitmapBundle& picture,
-            const wxString& icon_name);
+  // Sets everything; the handlers stay silent. group is the caption of the row's group, icon_name
+  // the product name that the button goes by while it shows this picture.
+  void Show(const SliderSetup& setup, const wxString& group, const wxString& caption,
+            const wxBitmapBundle& picture, const wxString& icon_name);
 
   // The text and whether the row can be used; the slider stays where the user has it.
   void ShowValue(const SliderSetup& setup);
@@ -60,6 +60,7 @@ class SliderRow {
   wxStaticText* high_;
   wxTextCtrl* value_;
   wxSizer* sizer_ = nullptr;
+  wxString spoken_name_;  // "group: row"
 };
 
 }  // namespace warpline

@@ -7,6 +7,7 @@
 #include "model/parameter_groups.h"
 #include "ui/LSSshape.h"
 #include "ui/layout.h"
+#include "ui/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -24,12 +25,13 @@ wxString TitleOf(const LSSglobal& global, Axis axis) {
 }
 
 // Takes no part in tab order: it only shows.
-wxTextCtrl* CreateFigure(wxWindow* parent, const wxString& name) {
+wxTextCtrl* CreateFigure(wxWindow* parent, const wxString& name, const wxString& caption) {
   auto* figure = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                                 wxTE_READONLY | wxTE_RIGHT, wxDefaultValidator, name);
   figure->SetMinSize(
       wxSize(figure->GetSizeFromTextSize(figure->GetTextExtent(kWidestCoordinate).x).x, -1));
   figure->DisableFocusFromKeyboard();
+  SetAccessibleName(*figure, caption);
   return figure;
 }
 
@@ -66,6 +68,7 @@ wxSizer* LSSwedit::CreateColumn() {
   column->Add(make.Caption(kMsgPointCount), wxSizerFlags().Expand());
   point_num_ = new wxSpinCtrl(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS,
                               kMinCurvePoints, kMaxCurvePoints, kMinCurvePoints, "point_num");
+  SetAccessibleName(*point_num_, make.Text(kMsgPointCount));
   column->Add(point_num_, field);
   column->Add(make.Caption(kMsgInterpolation), below);
   line_interp_ = make.Choice("line_interp", kMsgInterpolation);
@@ -93,8 +96,8 @@ wxSizer* LSSwedit::CreateColumn() {
 }
 
 wxSizer* LSSwedit::CreateReadOut() {
-  posx_val_ = CreateFigure(this, "posx_val");
-  posy_val_ = CreateFigure(this, "posy_val");
+  posx_val_ = CreateFigure(this, "posx_val", "X");
+  posy_val_ = CreateFigure(this, "posy_val", "Y");
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(new wxStaticText(this, wxID_ANY, "X"), AtCentre());
   line->Add(posx_val_, AtCentre().Border(wxLEFT, Gap(this)));

@@ -1,6 +1,7 @@
 #include "ui/dialog_controls.h"
 
 #include "ui/layout.h"
+#include "ui/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -30,7 +31,7 @@ wxStaticText* ControlMaker::Caption(int caption) const {
 wxChoice* ControlMaker::Choice(const char* name, int caption) const {
   auto* list = new wxChoice(parent_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr, 0,
                             wxDefaultValidator, name);
-  list->SetLabel(Text(caption));
+  SetAccessibleName(*list, wxStripMenuCodes(Text(caption)));
   return list;
 }
 
