@@ -1,5 +1,7 @@
 #include "ui/LSSshape.h"
 
+#include <algorithm>
+
 #include "app/curve_editor.h"
 #include "ui/dialog_controls.h"
 #include "ui/layout.h"
@@ -11,6 +13,7 @@ namespace {
 constexpr int kShapes[] = {kMsgArch, kMsgDiagonalLine,
                            kMsgTriangle};  // in the order of the shape numbers
 constexpr int kListWidth = 240;            // DIP
+constexpr int kBesideTitle = 120;          // DIP; the title's bold font and the frame's buttons
 
 }  // namespace
 
@@ -22,7 +25,8 @@ LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
   list_ = make.Choice("Combo1", kMsgSelectShape);
   for (const int shape : kShapes) list_->Append(make.Text(shape));
   list_->SetSelection(0);
-  list_->SetMinSize(wxSize(FromDIP(kListWidth), -1));
+  const int title_width = GetTextExtent(GetTitle()).x + FromDIP(kBesideTitle);
+  list_->SetMinSize(wxSize(std::max(FromDIP(kListWidth), title_width), -1));
   const DialogButtons buttons = CreateDialogButtons(make, false);
   buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
     shape_ = list_->GetSelection();
