@@ -19,9 +19,10 @@ namespace {
 class ProjectorVerbsTest : public FilesTest {
  protected:
   // A projector with these fault rules, and its address.
-  std::string Start(const Words& rules = {}, int model_class = 5) {
+  std::string Start(const Words& rules = {}, int model_class = 5, int reply5 = 0) {
     sim::StationSetup setup{.Faults = FaultRules(rules), .State = folder_ / "state.json"};
     setup.Projector.ModelClass = model_class;
+    setup.Projector.Reply5 = reply5;
     projector_.emplace(setup);
     return projector_->Place();
   }
@@ -60,8 +61,9 @@ TEST_F(ProjectorVerbsTest, ApplyShowsWhatWasMeant) {
 }
 
 TEST_F(ProjectorVerbsTest, StoreKeepsAndSetsTheMode) {
-  for (const int model_class : {3, 4, 5}) {
-    const std::string address = Start({}, model_class);
+  for (const auto& [model_class, reply5] : {std::pair(3, 0), {4, 11}, {4, 0}, {5, 0}}) {
+    std::filesystem::remove(folder_ / "state.json");
+    const std::string address = Start({}, model_class, reply5);
     ASSERT_EQ(RunCli({"apply", bent_, "--lan", address}).exit_code, 0) << model_class;
     const CliResult stored = RunCli({"store", bent_, "--lan", address});
     EXPECT_EQ(stored.exit_code, 0) << model_class << stored;

@@ -110,8 +110,7 @@ TEST_F(WorkTest, StoreByTheWholeBlock) {
     return RunCli(words);
   };
   // Header, count, address, data length: 1536 bytes of tables and 22 of short fields.
-  EXPECT_EQ(store({"--class", "3"}).out.substr(0, 22), "01FC00061D005004001606");
-  EXPECT_EQ(store({"--class", "4"}).out.substr(10, 8), "00600400");
+  EXPECT_EQ(store({"--class", "4"}).out.substr(0, 22), "01FC00061D006004001606");
   EXPECT_EQ(store({"--class", "4", "--reply5", "13"}).out.substr(10, 8), "00500400");
   EXPECT_EQ(LinesOf(RunCli({"frames", flat, "--send", "store", "--class", "4"}).out).size(), 2U);
 

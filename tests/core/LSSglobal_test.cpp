@@ -106,12 +106,5 @@ TEST(CurveReset, TriangleAndUnknownShape) {
   EXPECT_EQ(curve, cleared) << "count and type stay, the points go";
 }
 
-TEST(DataFolder, LiesBelowTheMakersFolder) {
-  const std::filesystem::path folder = DataFolder("appdata");
-  EXPECT_EQ(folder.filename(), "Warpline Tool 3.0");
-  EXPECT_EQ(folder.parent_path().filename(), "Varnok Beamkit");
-  EXPECT_EQ(folder.parent_path().parent_path(), "appdata");
-}
-
 }  // namespace
 }  // namespace warpline

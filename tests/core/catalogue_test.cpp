@@ -88,16 +88,6 @@ TEST(Catalogue, AccessKeysWithinAMenuDiffer) {
   }
 }
 
-TEST(Catalogue, EqualEnglishTextsHaveEqualJapaneseOnes) {
-  for (int first = 1; first <= kMessageCount; ++first) {
-    for (int second = first + 1; second <= kMessageCount; ++second) {
-      if (English(first) == English(second)) {
-        EXPECT_EQ(Japanese(first), Japanese(second)) << first << ", " << second;
-      }
-    }
-  }
-}
-
 std::string OnOneLine(const std::string& text) {
   std::string line;
   for (const char c : text) line += c == '\n' ? "\\n" : std::string(1, c);
@@ -114,16 +104,6 @@ TEST(Catalogue, EveryTextIsTheOneOfTheList) {
     EXPECT_EQ(std::to_string(number) + "|" + OnOneLine(text), line);
   }
   EXPECT_EQ(number, kMessageCount);
-}
-
-TEST(Catalogue, TextsWithoutANumberStayAsTheyAre) {
-  LSSglobal global;
-  for (const Language language : {Language::kEnglish, Language::kJapanese}) {
-    ApplyLanguage(global, language);
-    EXPECT_EQ(TextOf(global, ToolText::kFileTypes), "Data Files (*.{0})|*.{0}|All Files (*.*)|{1}");
-    EXPECT_EQ(TextOf(global, ToolText::kRealTimeOn), "ON");
-    EXPECT_EQ(TextOf(global, ToolText::kRealTimeOff), "OFF");
-  }
 }
 
 TEST(Catalogue, OtherIdentifiersAreEmpty) {

@@ -85,12 +85,10 @@ TEST(WholeBlock, AddressFollowsClassAndReply) {
     return HexOf(BlockOf(kRegisters, {model_class, reply5})).substr(0, 24);
   };
   for (const auto& [model_class, reply5] : kLow) {
-    EXPECT_EQ(head(model_class, reply5), "01FC00061D00500400160600")
-        << model_class << " " << reply5;
+    EXPECT_EQ(head(model_class, reply5), "01FC00061D00500400160600") << model_class << reply5;
   }
   for (const auto& [model_class, reply5] : kHigh) {
-    EXPECT_EQ(head(model_class, reply5), "01FC00061D00600400160600")
-        << model_class << " " << reply5;
+    EXPECT_EQ(head(model_class, reply5), "01FC00061D00600400160600") << model_class << reply5;
   }
 }
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
-#include "platform/shared_library.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline {
@@ -76,15 +75,6 @@ TEST(FreeSpace, OfTheFolderThatHoldsThePath) {
   EXPECT_FALSE(error);
   EXPECT_EQ(FreeSpace(folder / "missing" / "x.wlt", error), 0u);
   EXPECT_TRUE(error);
-}
-
-TEST(SharedLibrary, WithoutALibraryThereIsNoSymbol) {
-  const TempFolder folder;
-  SharedLibrary library;
-  EXPECT_EQ(library.Symbol("anything"), nullptr);
-  EXPECT_FALSE(library.Load(folder.Write(SharedLibrary::FileName("Broken"), "no library")));
-  EXPECT_FALSE(library.Load(folder / SharedLibrary::FileName("Missing")));
-  EXPECT_EQ(library.Symbol("anything"), nullptr);
 }
 
 }  // namespace

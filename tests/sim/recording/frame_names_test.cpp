@@ -12,13 +12,6 @@
 namespace warpline::sim {
 namespace {
 
-TEST(ProjectorTexts, CallTheWindowASimulator) {
-  for (const Language language : {Language::kEnglish, Language::kJapanese}) {
-    const std::string& title = ProjectorTextsOf(language)[ProjectorText::kTitle];
-    EXPECT_NE(title.find("SIMULATOR"), std::string::npos) << title;
-  }
-}
-
 TEST(FrameNames, TellEveryFrameApart) {
   const ProjectorTexts& texts = ProjectorTextsOf(Language::kEnglish);
   const std::tuple<const char*, const char*> cases[] = {
