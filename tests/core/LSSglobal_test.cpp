@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "core/catalogue.h"
+#include "core/messages.h"
+#include "tests/support/recorder.h"
 
 namespace warpline {
 namespace {
@@ -104,6 +108,104 @@ TEST(CurveReset, TriangleAndUnknownShape) {
   ResetCurveDefinition(curve, 3);
   const CurveDefinition cleared{1, 0, 3, kStraightLine, {}};
   EXPECT_EQ(curve, cleared) << "count and type stay, the points go";
+}
+
+using enum MessageCategory;
+
+constexpr MessageCategory kUnknown = static_cast<MessageCategory>(6);
+constexpr int kLowest = std::numeric_limits<int>::min();
+constexpr int kHighest = std::numeric_limits<int>::max();
+
+struct MessageCase {
+  MessageCategory category;
+  std::vector<int> codes;
+  const char* text;  // in English, without the code
+};
+
+const std::vector<MessageCase> kCases{
+    {kOpen, {-2}, "Specified COM port is not supported."},
+    {kOpen, {-3}, "Specified communications device is being used by another application."},
+    {kOpen, {-4}, "Failure in the initialization of WinSock."},
+    {kOpen, {-5}, "Failure in creating the socket."},
+    {kOpen, {-6}, "Failure in the address assignment of the socket."},
+    {kOpen, {-7}, "Failure in detection of the host. Or, the network environment is incorrect."},
+    {kOpen, {-8}, "Failure in the connection."},
+    {kOpen, {-9}, "Failure in the selection of the synchronous input/output."},
+    {kOpen, {-99}, "The user has cancelled the opening process."},
+    {kOpen, {-1, -10, kLowest}, "Invalid communications device ID."},
+    {kClose, {-1}, "Communications device ID is invalid."},
+    {kClose, {-2}, "Communications device has already been closed."},
+    {kClose, {-3, 0}, "Failure in closing the communications device."},
+    {kTimeOut, {-1, -3, 7}, "A send error has occurred."},
+    {kExchange,
+     {-1},
+     "There has been specification of a communications device for which initialization processing "
+     "has not been executed."},
+    {kExchange, {-2}, "Communications device ID is invalid."},
+    {kExchange, {-3}, "There is no projector response."},
+    {kExchange, {-4}, "A send error has occurred."},
+    {kExchange, {-5}, "A receive error has occurred."},
+    {kExchange, {-6, -20, kHighest}, "The projector has failed in command execution."},
+    {kReply, {1}, "Cannot be done. This is not supported by the currently connected projectors."},
+    {kReply, {3}, "Cannot send. Switch on the power of the projector."},
+    {kReply, {2, 0, -1, kHighest}, "The projector has failed in command execution."},
+    {kUnknown, {3}, "Cannot send. Switch on the power of the projector."},
+    {kUnknown, {2, 99}, "The projector has failed in command execution."},
+    {kFile, {-1}, "The file name is not correct."},
+    {kFile, {-2}, "The file format is corrupted."},
+    {kFile, {-3}, "File version is different. Loading is not possible."},
+    {kFile, {-4}, "There is not enough free disk space."},
+    {kFile, {-5}, "Failed saving the ini file."},
+    {kFile, {-6}, "Failed loading the ini file."},
+    {kFile, {-7}, "Failed writing file."},
+    {kFile, {-8}, "The parameter value is not correct."},
+};
+
+class MessagesTest : public testing::Test, protected Recorded {
+ protected:
+  void ExpectShown(const std::string& text, MessageIcon icon = MessageIcon::kCritical) {
+    const std::vector<RecordedMessage> expected{{"Warpline Tool 3.0", text, icon}};
+    EXPECT_EQ(display.messages, expected) << text;
+    display.messages.clear();
+  }
+};
+
+TEST_F(MessagesTest, FailuresOfTheProjectorCarryTheirCodeAndThoseOfFilesDoNot) {
+  for (const MessageCase& row : kCases) {
+    for (const int code : row.codes) {
+      SCOPED_TRACE(testing::Message() << static_cast<int>(row.category) << ", " << code);
+      messages.ShowMessage(row.category, code);
+      const std::string end = row.category == kFile ? "" : "  Error : " + std::to_string(code);
+      ExpectShown(row.text + end);
+    }
+  }
+}
+
+TEST_F(MessagesTest, FollowTheLanguage) {
+  ApplyLanguage(global, 1);
+  messages.ShowMessage(kOpen, -8);
+  messages.ShowMessage(kFile, -4);
+  EXPECT_EQ(display.Texts(), (std::vector<std::string>{"接続に失敗しました。  Error : -8",
+                                                       "ディスクの空き容量が不足しています。"}));
+  EXPECT_EQ(display.messages[0].title, "Warpline ツール 3.0");
+}
+
+TEST_F(MessagesTest, OtherBoxes) {
+  messages.ShowText(kMsgSaveFailed);
+  ExpectShown("Failed to save the file.");
+  messages.ShowText(kMsgParameterLength, MessageIcon::kWarning);
+  ExpectShown("The length of parameter is not correct.", MessageIcon::kWarning);
+  messages.ShowText(kMsgLibraryMissing);
+  ExpectShown("A required file cannot be found. (Raydeck.dll) \nReinstallation is necessary.");
+  messages.ShowSystemError("ディスクがありません");
+  ExpectShown("ディスクがありません");
+  messages.ShowFault(FaultCode::kDoesNotFit);
+  ExpectShown("[1] Wrong value.");
+  messages.ShowFault(FaultCode::kNotANumber);
+  ExpectShown("[3] Wrong value.");
+  display.answers = {MessageAnswer::kNo};
+  EXPECT_EQ(messages.Ask(kMsgSaveChange), MessageAnswer::kNo);
+  ExpectShown("Do you want to save the change?", MessageIcon::kQuestion);
 }
 
 }  // namespace

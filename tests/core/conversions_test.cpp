@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <vector>
 
 #include "tests/support/fault_of.h"
 
@@ -13,12 +12,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 TEST(HexText, ByteOrders) {
-  const struct {
-    const char* name;
-    std::uint32_t value;
-    int digits;
-    const char *lsb_first, *msb_first;
-  } rows[] = {
+  const std::tuple<const char*, std::uint32_t, int, const char*, const char*> rows[] = {
       {"20-bit value", 0x45000, 8, "00500400", "00045000"},
       {"small word", 2, 4, "0200", "0002"},
       {"one byte", 0xAB, 2, "AB", "AB"},
@@ -28,11 +22,11 @@ TEST(HexText, ByteOrders) {
       {"minus one as a word", static_cast<std::uint32_t>(-1), 4, "FFFF", "FFFF"},
       {"minus 32 as a byte", static_cast<std::uint32_t>(-32), 2, "E0", "E0"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(HexTextLsbFirst(row.value, row.digits), row.lsb_first);
-    EXPECT_EQ(HexTextMsbFirst(row.value, row.digits), row.msb_first);
-    EXPECT_EQ(HexTextByGroups(row.value, 2, row.digits), row.lsb_first);
+  for (const auto& [name, value, digits, lsb_first, msb_first] : rows) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(HexTextLsbFirst(value, digits), lsb_first);
+    EXPECT_EQ(HexTextMsbFirst(value, digits), msb_first);
+    EXPECT_EQ(HexTextByGroups(value, 2, digits), lsb_first);
   }
   EXPECT_EQ(HexTextMsbFirst(0xABCDEF, 1), "F");
   EXPECT_EQ(HexTextByGroups(0x123456, 2, 6), "563412");
@@ -84,11 +78,7 @@ TEST(HexTextToBytesBackward, FillsDownToIndexZeroAndNoFurther) {
 }
 
 TEST(CleanIntegerText, KeepsDigitsAndALeadingMinus) {
-  const struct {
-    const char *name, *text, *fallback;
-    std::size_t max_length;
-    const char* cleaned;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, std::size_t, const char*> rows[] = {
       {"letters and a later minus", "12a-3", "0", 0, "123"},
       {"lone minus", "-", "3000", 0, "3000"},
       {"negative", "-5", "0", 0, "-5"},
@@ -101,9 +91,9 @@ TEST(CleanIntegerText, KeepsDigitsAndALeadingMinus) {
       {"fallback cut to length", "-", "123456", 4, "1234"},
       {"leading zeros stay", "007", "0", 0, "007"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(CleanIntegerText(row.text, row.fallback, row.max_length), row.cleaned);
+  for (const auto& [name, text, fallback, max_length, cleaned] : rows) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(CleanIntegerText(text, fallback, max_length), cleaned);
   }
 }
 

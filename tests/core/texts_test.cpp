@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <set>
-#include <vector>
+#include <array>
 
 #include "cli/cli_texts.h"
 #include "core/catalogue.h"
@@ -89,6 +87,41 @@ TEST(TextFiles, FillPlacesByNumber) {
   EXPECT_EQ(FilledText("no {0", {"a"}), "no {0");
   EXPECT_EQ(FilledText("\"{0}\" cannot be shown: {1}", {"{1}", "b"}), "\"{1}\" cannot be shown: b");
   EXPECT_EQ(FilledText("", {"a"}), "");
+}
+
+const std::string& Japanese(int number) {
+  return CatalogueText(number);
+}
+const std::string& English(int number) {
+  return CatalogueText(number + kEnglishOffset);
+}
+
+std::string OnOneLine(const std::string& text) {
+  std::string line;
+  for (const char c : text) line += c == '\n' ? "\\n" : std::string(1, c);
+  return line;
+}
+
+// A line of the list is "number|English|Japanese"; "\n" is a line break.
+TEST(Catalogue, EveryTextIsTheOneOfTheList) {
+  std::ifstream list(SourceFolder() / "tests/core/catalogue.txt");
+  int number = 0;
+  for (std::string line; std::getline(list, line);) {
+    ++number;
+    const std::string text = English(number) + "|" + Japanese(number);
+    EXPECT_EQ(std::to_string(number) + "|" + OnOneLine(text), line);
+  }
+  EXPECT_EQ(number, kMessageCount);
+}
+
+TEST(Catalogue, OtherIdentifiersAreEmpty) {
+  for (const int identifier : {-1000, -1, 0, 220, 999, 1000, 1220, 2001, 2147483647}) {
+    EXPECT_EQ(CatalogueText(identifier), "") << identifier;
+  }
+  const LSSglobal global;
+  for (const int number : {-999, -1, 0, 220, 1001, 2147483647}) {
+    EXPECT_EQ(TextOf(global, number), "") << number;
+  }
 }
 
 }  // namespace
