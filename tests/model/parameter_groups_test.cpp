@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 namespace warpline {
 namespace {
 
@@ -15,18 +13,11 @@ CorrectionData Reset(std::int16_t type, std::int16_t projection_h, std::int16_t 
   return correction;
 }
 
-struct SliderCase {
-  std::string name;
-  int projection_h, projection_v;
-  int group, slider;
-  Axis axis;
-  int low, high, step, value;
-  std::string text;
-  bool enabled;
-};
-
 TEST(SetUpSlider, FollowsTheFieldAndTheProjection) {
-  const SliderCase cases[] = {
+  // Name, projections, group, slider; axis, ends, step, value, text, whether it can be used.
+  using Row = std::tuple<const char*, std::int16_t, std::int16_t, int, int, Axis, int, int, int,
+                         int, std::string, bool>;
+  const Row cases[] = {
       {"optical V", 0, 0, 0, 0, kVertical, -64, 16, 4, -32, "-32", false},
       {"optical V from the ceiling", 0, 1, 0, 0, kVertical, -16, 64, 4, 32, "32", false},
       {"distortion V", 0, 0, 0, 1, kVertical, -150, 150, 10, 0, "0%", true},
@@ -39,18 +30,15 @@ TEST(SetUpSlider, FollowsTheFieldAndTheProjection) {
       {"amplitude H", 0, 0, 3, 0, kHorizontal, -127, 127, 8, 0, "0", true},
       {"position V", 0, 0, 4, 1, kVertical, -32767, 32767, 128, 0, "0", true},
   };
-  for (const SliderCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    const CorrectionData correction = Reset(0, static_cast<std::int16_t>(row.projection_h),
-                                            static_cast<std::int16_t>(row.projection_v));
-    EXPECT_EQ(TargetOf(correction, row.group, row.slider).axis, row.axis);
-    const SliderSetup setup = SetUpSlider(correction, row.group, row.slider);
-    EXPECT_EQ(setup.low, row.low);
-    EXPECT_EQ(setup.high, row.high);
-    EXPECT_EQ(setup.large_step, row.step);
-    EXPECT_EQ(setup.value, row.value);
-    EXPECT_EQ(setup.text, row.text);
-    EXPECT_EQ(setup.enabled, row.enabled);
+  for (const auto& [name, to_right, down, group, slider, axis, low, high, step, value, text,
+                    enabled] : cases) {
+    SCOPED_TRACE(name);
+    const CorrectionData correction = Reset(0, to_right, down);
+    EXPECT_EQ(TargetOf(correction, group, slider).axis, axis);
+    const SliderSetup setup = SetUpSlider(correction, group, slider);
+    EXPECT_EQ(std::tuple(setup.low, setup.high, setup.large_step, setup.value, setup.text),
+              std::tuple(low, high, step, value, text));
+    EXPECT_EQ(setup.enabled, enabled);
   }
 }
 

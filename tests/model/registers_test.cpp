@@ -4,6 +4,8 @@
 
 #include <numeric>
 
+#include "model/curve.h"
+#include "model/profile.h"
 #include "tests/support/curves.h"
 #include "tests/support/fault_of.h"
 
@@ -94,11 +96,7 @@ TEST(RebuildLineScales, FollowsTheMeantScalesOfSmoothCurves) {
 
 TEST(SecondDifferenceTable, HoldsEachDifferenceToFourBits) {
   // Pairs of lines (2, 3), (4, 5): the later line's digit stands first.
-  const struct {
-    const char* name;
-    std::vector<std::int32_t> scales;
-    const char* table;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<std::int32_t>, const char*> cases[] = {
       {"flat", {100, 100, 100, 100, 100, 100}, "0000"},
       {"-8 and 7 pass", {100, 100, 92, 91}, "78"},
       {"-9 becomes -8, the next line starts from there", {100, 100, 91, 82}, "F8"},
@@ -107,8 +105,8 @@ TEST(SecondDifferenceTable, HoldsEachDifferenceToFourBits) {
       {"two lines have no second difference", {100, 99}, ""},
       {"three lines neither", {100, 99, 90}, ""},
   };
-  for (const auto& row : cases) {
-    EXPECT_EQ(SecondDifferenceTable(row.scales), row.table) << row.name;
+  for (const auto& [name, scales, table] : cases) {
+    EXPECT_EQ(SecondDifferenceTable(scales), table) << name;
   }
 }
 
@@ -157,6 +155,150 @@ TEST(BuildRegisters, GivesEachAxisItsOwnLines) {
   // The diagonal line's narrow end: 0.9 of 1024 pixels.
   EXPECT_EQ(UnsignedRegisterValue(registers[kHorizontal][kCorre0]), 36409);
   EXPECT_EQ(RebuildLineScales(registers[kHorizontal], 768).size(), 768u);
+}
+
+TEST(LineSizeProfile, FollowsTheFormulaOfEachVariant) {
+  const std::vector<double> curve = {0.75, 1.0, 0.9}, full = {0.0, 0.5, 1.0};
+  const double first = (0.9 + 0.5) / 1.5 * 1000, last = (0.96 + 0.5) / 1.5 * 1000;
+  // samples, expected: lines of length 1000
+  using Row = std::tuple<const char*, AxisParameters, std::int16_t, std::vector<double>,
+                         std::vector<double>>;
+  const Row cases[] = {
+      {"no distortion is the whole line", Parameters(0, 0), 0, curve, {1000, 1000, 1000}},
+      {"amplitude scales", Parameters(0, -32, 0, 64), 0, curve, {1250, 1250, 1250}},
+      {"optical centre at the edge", Parameters(40, -32), 0, curve, {900, 1000, 960}},
+      {"optical centre in the middle", Parameters(40, 0), 0, curve, {800, 1000, 920}},
+      {"optical centre beyond the edge", Parameters(40, -64), 0, curve, {first, 1000, last}},
+      {"optical centre at the far edge", Parameters(40, 32), 0, curve, {1, 1, 1}},
+      {"a sample beyond 1 there: 64 stands for the division",
+       Parameters(100, 32),
+       0,
+       {1.02},
+       {1300}},
+      {"the curve turned over", Parameters(-40, -32), 0, curve, {1000, 900, 940}},
+      {"reverse, from the other side", Parameters(40, 32), 1, curve, {900, 1000, 960}},
+      {"reverse at the far edge", Parameters(40, -32), 1, curve, {1, 1, 1}},
+      {"never below one pixel", Parameters(300, 0, 0, -127), 0, full, {1, 1, 503.90625}},
+  };
+  for (const auto& [name, parameters, projection, samples, expected] : cases) {
+    SCOPED_TRACE(name);
+    const std::vector<double> profile = LineSizeProfile(parameters, projection, samples, 1000);
+    ASSERT_EQ(profile.size(), expected.size());
+    for (std::size_t i = 0; i < profile.size(); ++i) {
+      EXPECT_NEAR(profile[i], expected[i], 1e-9) << "line " << i;
+    }
+  }
+}
+
+TEST(PreviewProfile, HasTwiceTheDepthAndNoOpticalCentre) {
+  const std::vector<double> curve = {0.75, 1.0, 0.9};
+  const std::vector<double> plain = PreviewProfile(Parameters(40, 16), curve, 800);
+  const std::vector<double> turned = PreviewProfile(Parameters(-40, 16, 0, 128), curve, 800);
+  const std::vector<double> expected = {640, 800, 736};
+  const std::vector<double> expected_turned = {1200, 960, 1056};
+  for (std::size_t i = 0; i < curve.size(); ++i) {
+    EXPECT_NEAR(plain[i], expected[i], 1e-9);
+    EXPECT_NEAR(turned[i], expected_turned[i], 1e-9);
+  }
+  const std::vector<double> deep = PreviewProfile(Parameters(300, 0), curve, 800);
+  EXPECT_EQ(deep[0], 1.0);
+}
+
+TEST(SampleCurve, ReachesBothEndsExactly) {
+  CurveDefinition triangle;
+  ResetCurveDefinition(triangle, kTriangle);
+  for (const int count : {2, 3, 768, 1024, kMaxLineCount}) {
+    const std::vector<double> samples = SampleCurve(triangle, count);
+    ASSERT_EQ(samples.size(), static_cast<std::size_t>(count));
+    EXPECT_EQ(samples.front(), 0.75);
+    EXPECT_EQ(samples.back(), 0.75);
+    const double largest = *std::max_element(samples.begin(), samples.end());
+    EXPECT_EQ(largest > 0.99, count > 2);
+  }
+}
+
+TEST(SampleCurve, RefusesImpossibleLineCounts) {
+  const auto fault_of = [](int line_count) {
+    return FaultOf([=] { SampleCurve(CurveDefinition{}, line_count); });
+  };
+  EXPECT_EQ(fault_of(1), FaultCode::kNotANumber);
+  for (const int count : {0, -5, 2050}) EXPECT_EQ(fault_of(count), FaultCode::kIndexOutOfRange);
+}
+
+struct EvaluationCase {
+  const char* name;
+  CurveDefinition curve;
+  Points expected;
+};
+
+std::vector<EvaluationCase> EvaluationCases() {
+  const auto arch = Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
+  const auto triangle = Curve(kStraightLine, {{0, 0.75}, {0.5, 1}, {1, 0.75}});
+  const auto doubled = Curve(kStraightLine, {{0, 0.8}, {0.5, 0.9}, {0.5, 1.0}, {1, 0.9}});
+  const auto shorter = Curve(kStraightLine, {{0.25, 0.8}, {0.75, 0.9}});
+  const Points slope = {{0, 0.75}, {0.25, 0.9}, {0.5, 1.0}, {0.75, 0.95}, {1, 0.78}};
+  const Points cubic = {{0, 0.748142857142857},
+                        {0.1, 0.81896},
+                        {0.5, 0.988857142857143},
+                        {0.9, 0.86984},
+                        {1, 0.778142857142857}};
+  const auto three = Curve(kBSpline, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
+  const auto five = Curve(kBSpline, {{0, 0.76}, {0.2, 0.9}, {0.5, 1.0}, {0.8, 0.93}, {1, 0.8}});
+  const Points hill = {
+      {0, 0.76},     {0.1, 0.826289637136321}, {0.35, 0.95}, {0.36, 0.953238888888898},
+      {0.65, 0.965}, {0.9, 0.860783678563951}, {1, 0.8}};
+  const auto four = Curve(kBSpline, {{0, 0.8}, {0.1, 1}, {0.7, 0.85}, {1, 0.9}});
+  const Points arcs = {{0.8 / 9, 8.125 / 9}, {2.0 / 9, 8.5 / 9}, {0.4, 0.925},
+                       {0.6, 8.0 / 9},       {0.8, 7.925 / 9},   {1, 0.9}};
+  return {
+      {"arch", arch, {{0, 0.8}, {0.25, 0.95}, {0.5, 1}, {0.9, 0.872}, {1, 0.8}}},
+      {"triangle", triangle, {{0, 0.75}, {0.25, 0.875}, {0.5, 1}, {0.75, 0.875}, {1, 0.75}}},
+      {"a straight line takes the earlier of two pairs", doubled, {{0.5, 0.9}, {0.75, 0.95}}},
+      {"a straight line is 0 outside its points", shorter, {{0.2, 0}, {0.5, 0.85}, {0.8, 0}}},
+      {"cubic approximation", Curve(kCubic, slope), cubic},
+      {"quartic through five points", Curve(kQuartic, slope), {{0, 0.75}, {0.25, 0.9}, {1, 0.78}}},
+      {"spline of three points is one arc", three, {{0, 0.8}, {0.5, 0.9}, {1, 0.8}}},
+      {"spline of four points meets both arcs", four, arcs},
+      {"spline of five points", five, hill},
+      {"spline without a segment",
+       Curve(kBSpline, {{0, 0.8}, {1, 0.9}}),
+       {{0, 0}, {0.5, 0}, {1, 0}}},
+  };
+}
+
+TEST(EvaluateCurve, FollowsEveryMethod) {
+  for (const EvaluationCase& row : EvaluationCases()) {
+    SCOPED_TRACE(row.name);
+    const PreparedCurve prepared = PrepareCurve(row.curve);
+    for (const CurvePoint& point : row.expected) {
+      EXPECT_NEAR(EvaluateCurve(prepared, point.X), point.Y, 1e-12) << "x = " << point.X;
+    }
+  }
+}
+
+TEST(Curve, FaultsInsteadOfComputingNonsense) {
+  CurveDefinition crowded;
+  crowded.CorrePointNum = 17;
+  constexpr auto kNotANumber = FaultCode::kNotANumber, kOutOfRange = FaultCode::kIndexOutOfRange;
+  const struct {
+    const char* name;
+    CurveDefinition curve;
+    FaultCode code;
+  } cases[] = {
+      {"few", Curve(kCubic, {{0, 0.8}, {0.5, 1}, {1, 0.8}}), kNotANumber},
+      {"doubled x", Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {0.5, 0.9}, {0, 0.8}}), kNotANumber},
+      {"upright", Curve(kBSpline, {{0, 0.8}, {0, 1}, {0, 0.9}, {1, 0.8}}), kNotANumber},
+      {"seventeen points", crowded, kOutOfRange},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(FaultOf([&] { PrepareCurve(row.curve); }), row.code) << row.name;
+  }
+  const auto upright = Curve(kStraightLine, {{0, 0.8}, {0, 0.9}, {1, 1}});
+  EXPECT_EQ(FaultOf([&] { EvaluateCurve(PrepareCurve(upright), 0.0); }), kNotANumber);
+  const std::vector<double> unit{0, 1}, large{0, 1e200};
+  Coefficients c{};
+  EXPECT_EQ(FaultOf([&] { FitPolynomial(unit, unit, 65, c); }), kOutOfRange);
+  EXPECT_EQ(FaultOf([&] { FitPolynomial(large, unit, 1, c); }), kNotANumber);
 }
 
 }  // namespace
