@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -31,16 +32,6 @@ mode_t ModeOf(const fs::path& path) {
   return status.st_mode & 07777;
 }
 
-TEST(ReplaceFilePosix, KeepsTheModeOfTheOldFile) {
-  const TempFolder folder;
-  const fs::path path = folder.Write("old.wlt", "old");
-  for (const mode_t mode : {0640u, 0600u, 0664u}) {
-    ASSERT_EQ(::chmod(path.c_str(), mode), 0);
-    ASSERT_EQ(ReplaceFileContents(path, "new"), std::error_code());
-    EXPECT_EQ(ModeOf(path), mode);
-  }
-}
-
 // Lets files grow to so many bytes only, as a full disk would.
 class FileSizeLimit {
  public:
@@ -61,22 +52,6 @@ class FileSizeLimit {
   void (*old_handler_)(int);
 };
 
-TEST(ReplaceFilePosix, WritingThatFailsHalfwayLeavesTheOldFile) {
-  const TempFolder folder;
-  const fs::path path = folder.Write("old.wlt", "old");
-  std::error_code existing;
-  std::error_code fresh;
-  {
-    const FileSizeLimit limit(1000);
-    existing = ReplaceFileContents(path, std::string(2000, 'n'));
-    fresh = ReplaceFileContents(folder / "fresh.wlt", std::string(2000, 'n'));
-  }
-  EXPECT_TRUE(existing);
-  EXPECT_TRUE(fresh);
-  EXPECT_EQ(TempFolder::Read(path), "old");
-  EXPECT_EQ(folder.Names(), (Names{"old.wlt"}));
-}
-
 // Both ways of replacing a file, the second as on a file system without nameless files.
 std::error_code ReplaceNamed(const fs::path& path, std::string_view bytes) {
   return ReplaceByNamedTemporary(path, path.parent_path(), bytes);
@@ -84,21 +59,25 @@ std::error_code ReplaceNamed(const fs::path& path, std::string_view bytes) {
 constexpr std::error_code (*kWays[])(const fs::path&, std::string_view){ReplaceFileContents,
                                                                         ReplaceNamed};
 
-TEST(ReplaceFilePosix, NamedTemporariesDoAsWell) {
-  const TempFolder folder;
-  const fs::path path = folder.Write("old.wlt", "old");
-  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
-  ASSERT_EQ(ReplaceNamed(path, "new"), std::error_code());
-  EXPECT_EQ(TempFolder::Read(path), "new");
-  EXPECT_EQ(ModeOf(path), 0640u);
-  {
-    const FileSizeLimit limit(1000);
-    EXPECT_TRUE(ReplaceNamed(path, std::string(2000, 'n')));
+TEST(ReplaceFilePosix, EitherWayKeepsTheModeAndWhatItCannotReplace) {
+  for (const auto way : kWays) {
+    const TempFolder folder;
+    const fs::path path = folder.Write("old.wlt", "old");
+    for (const mode_t mode : {0640u, 0600u, 0664u}) {
+      ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+      ASSERT_EQ(way(path, "new"), std::error_code());
+      EXPECT_EQ(ModeOf(path), mode);
+    }
+    {
+      const FileSizeLimit limit(1000);
+      EXPECT_TRUE(way(path, std::string(2000, 'n')));
+      EXPECT_TRUE(way(folder / "fresh.wlt", std::string(2000, 'n')));
+    }
+    fs::create_directory(folder / "folder.wlt");
+    EXPECT_TRUE(way(folder / "folder.wlt", "new"));
+    EXPECT_EQ(TempFolder::Read(path), "new");
+    EXPECT_EQ(folder.Names(), (Names{"folder.wlt", "old.wlt"}));
   }
-  fs::create_directory(folder / "folder.wlt");
-  EXPECT_TRUE(ReplaceNamed(folder / "folder.wlt", "new"));
-  EXPECT_EQ(TempFolder::Read(path), "new");
-  EXPECT_EQ(folder.Names(), (Names{"folder.wlt", "old.wlt"}));
 }
 
 TEST(ReplaceFilePosix, ANameWithoutAFolderMeansTheCurrentOne) {
