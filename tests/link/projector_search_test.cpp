@@ -37,15 +37,11 @@ struct SearchRig : Recorded {
 
 TEST(ProjectorSearch, HandlesEachNotification) {
   constexpr auto kNone = SearchRequest::kNone;
-  const struct {
-    const char* name;
-    std::uint32_t code, first;
-    Calls calls;          // beyond those of the start
-    const char* address;  // of the chosen one, null: none
-    SearchRequest request;
-    bool running;
-    Calls messages;
-  } rows[] = {
+  // calls: beyond those of the start
+  // address: of the chosen one, null: none
+  using Row = std::tuple<const char*, std::uint32_t, std::uint32_t, Calls, const char*,
+                         SearchRequest, bool, Calls>;
+  const Row rows[] = {
       {"first selected", 2000, 0, {"Destroy"}, "127.0.0.2", kNone, false, {}},
       {"last selected", 2000, 2, {"Destroy"}, "255.254.0.9", kNone, false, {}},
       {"selected beyond", 2000, 3, {"Destroy"}, nullptr, kNone, false, {"[2] Wrong value."}},
@@ -61,20 +57,19 @@ TEST(ProjectorSearch, HandlesEachNotification) {
       {"above", 2009, 0, {}, nullptr, kNone, true, {}},
       {"zero", 0, 0, {}, nullptr, kNone, true, {}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, code, first, calls, address, request, running, messages] : rows) {
+    SCOPED_TRACE(name);
     SearchRig rig;
     ASSERT_TRUE(rig.search.Start(kOptions));
     EXPECT_EQ(rig.search.Poll(), kNone) << "nothing was notified yet";
-    rig.library.Notify(row.code, row.first);
+    rig.library.Notify(code, first);
     EXPECT_EQ(rig.library.calls, kStarted) << "the callback itself does nothing";
-    EXPECT_EQ(rig.search.Poll(), row.request);
+    EXPECT_EQ(rig.search.Poll(), request);
     EXPECT_EQ(rig.search.Poll(), kNone) << "handled once";
-    EXPECT_EQ(rig.library.calls, StartedAnd(row.calls));
-    EXPECT_EQ(rig.search.IsRunning(), row.running);
-    EXPECT_EQ(rig.search.Chosen(),
-              row.address ? std::optional<std::string>(row.address) : std::nullopt);
-    EXPECT_EQ(rig.display.Texts(), row.messages);
+    EXPECT_EQ(rig.library.calls, StartedAnd(calls));
+    EXPECT_EQ(rig.search.IsRunning(), running);
+    EXPECT_EQ(rig.search.Chosen(), address ? std::optional<std::string>(address) : std::nullopt);
+    EXPECT_EQ(rig.display.Texts(), messages);
   }
 }
 
