@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fstream>
+#include <set>
 
 #include "cli/cli_texts.h"
 #include "core/catalogue.h"
