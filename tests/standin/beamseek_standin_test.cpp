@@ -5,10 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <mutex>
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
 
 #include "tests/support/comes_true.h"
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <string>
 
 #include "sim/station/server.h"
 #include "standin/beamlink_standin.h"
