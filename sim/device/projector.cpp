@@ -96,6 +96,10 @@ Bytes SimulatedProjector::Refuse(ByteView frame) {
   return Answer(frame, {kRefused});
 }
 
+void SimulatedProjector::Ignore(ByteView frame) {
+  if (frame.size() >= 2) ++counters_.Exchanges;
+}
+
 Bytes SimulatedProjector::HandleWithoutKeeping(ByteView frame) {
   SimulatedProjector other = *this;
   LinkMemory forgotten;

@@ -60,6 +60,9 @@ class SimulatedProjector {
   // The answer of a projector that refuses a frame without looking at it.
   Bytes Refuse(ByteView frame);
 
+  // Counts a frame that is neither executed nor answered.
+  void Ignore(ByteView frame);
+
   // Executes a frame for its reply alone: registers, mode and input stay as they are.
   Bytes HandleWithoutKeeping(ByteView frame);
 

@@ -136,8 +136,10 @@ Outgoing Station::Exchange(int link, ByteView frame) {
 Bytes Station::Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame) {
   if (!fault) return projector_.HandleFrame(memory, frame);
   if (fault->Effect == FaultEffect::kUnkept) return projector_.HandleWithoutKeeping(frame);
-  return IsExecuted(fault->Effect) ? projector_.HandleFrame(memory, frame)
-                                   : projector_.Refuse(frame);
+  if (IsExecuted(fault->Effect)) return projector_.HandleFrame(memory, frame);
+  if (fault->Effect == FaultEffect::kRefuse) return projector_.Refuse(frame);
+  projector_.Ignore(frame);
+  return {};
 }
 
 Outgoing Station::Answer(LinkMemory& memory, const std::optional<FaultRule>& fault,
@@ -153,8 +155,10 @@ Outgoing Station::Replayed(LinkMemory& memory, ByteView frame) {
   const RecordedEvent* const recorded = playback_->Find(frame);
   if (recorded != nullptr && IsAcceptance(frame, recorded->Reply)) {
     projector_.HandleFrame(memory, frame);
-  } else {
+  } else if (recorded != nullptr && !recorded->Reply.empty()) {
     projector_.Refuse(frame);
+  } else {
+    projector_.Ignore(frame);
   }
   if (recorded != nullptr) return {.Reply = recorded->Reply, .Delay = recorded->ReplyAfter};
   ++mismatch_count_;

@@ -165,6 +165,7 @@ TEST(Station, FaultsStrikeBeforeOrAfterTheWork) {
     EXPECT_EQ(at.Scroll(), scroll);
     EXPECT_EQ(at.station.Snapshot().Count.Shows, shows);
     EXPECT_EQ(at.station.Snapshot().Count.Exchanges, 2u);
+    EXPECT_EQ(at.station.Snapshot().Count.Refused, 0u) << "silence is no refusal";
   }
 }
 
