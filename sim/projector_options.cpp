@@ -279,6 +279,7 @@ class OptionReader {
     if (const std::error_code error = ReadWholeFile(PathOf(raw_.profile), text)) {
       reason = SystemErrorText(error);
     } else if (const std::optional<Profile> profile = ParseProfile(text, reason)) {
+      options_.Station.Name = profile->Name;
       projector = profile->Projector;
       return true;
     }

@@ -31,7 +31,7 @@ std::string Row(const char* name, std::uint64_t value) {
 
 std::string Status(Station& station, std::string_view) {
   const StationSnapshot state = station.Snapshot();
-  return Done({"power: " + std::string(PowerName(state.Setup.PowerState)),
+  return Done({"name: " + state.Name, "power: " + std::string(PowerName(state.Setup.PowerState)),
                "mode: " + std::to_string(state.Mode), "input: " + std::to_string(state.Input),
                Row("exchanges", state.Count.Exchanges), Row("refused", state.Count.Refused),
                Row("shows", state.Count.Shows), Row("stores", state.Count.Stores),

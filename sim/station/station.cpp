@@ -172,7 +172,8 @@ Outgoing Station::Replayed(LinkMemory& memory, ByteView frame) {
 StationSnapshot Station::Snapshot() {
   const std::lock_guard lock(mutex_);
   FollowPower();
-  return {.Working = projector_.Working(),
+  return {.Name = setup_.Name,
+          .Working = projector_.Working(),
           .Stored = projector_.Stored(),
           .Mode = projector_.Mode(),
           .Input = projector_.Input(),

@@ -38,6 +38,7 @@ struct LoggedExchange {
 inline constexpr const char* kMismatch = "mismatch";
 
 struct StationSetup {
+  std::string Name = {};  // of its profile, for people
   ProjectorSetup Projector = {};
   std::vector<FaultRule> Faults = {};  // the first rule that matches strikes
   // When there, every answer comes from it; a request that it does not hold is not answered.
@@ -53,6 +54,7 @@ struct StationSetup {
 
 // What can be asked about a projector in operation.
 struct StationSnapshot {
+  std::string Name;  // empty when it has none
   RegisterSet Working;
   RegisterSet Stored;
   int Mode = 0;

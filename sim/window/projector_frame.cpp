@@ -29,7 +29,9 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
       timer_(this),
       source_(TestPicture(request.Station.Snapshot().Setup.Panel)) {
   SetName("warpline-projector");
-  SetTitle(Wx(texts_.Fill(ProjectorText::kTitle, {request.Place})));
+  const std::string name = request.Station.Snapshot().Name;
+  SetTitle(
+      Wx(texts_.Fill(ProjectorText::kTitle, {request.Place}) + (name.empty() ? "" : " - " + name)));
   BuildMenus();
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(BuildBanner(), wxSizerFlags().Expand());

@@ -16,7 +16,7 @@ namespace {
 constexpr milliseconds kEnough{5000};
 
 TEST(Control, AnswersEveryLine) {
-  Station station(StationSetup{});
+  Station station(StationSetup{.Name = "Old one"});
   const std::tuple<const char*, const char*> steps[] = {
       {"faults", "ok\n"},
       {"fault kind=21:refuse", "ok\n"},
@@ -45,6 +45,7 @@ TEST(Control, AnswersEveryLine) {
     EXPECT_EQ(ControlAnswer(station, line), answer) << line;
   }
   EXPECT_NE(ControlAnswer(station, "status").find("  power: on\n"), std::string::npos);
+  EXPECT_NE(ControlAnswer(station, "status").find("  name: Old one\n"), std::string::npos);
   EXPECT_NE(ControlAnswer(station, "status").find("  seed: 77\n"), std::string::npos);
   EXPECT_NE(ControlAnswer(station, "help").find("  fault RULE\n"), std::string::npos);
 }
