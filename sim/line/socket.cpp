@@ -1,6 +1,8 @@
 #include "sim/line/socket.h"
 
+#include <algorithm>
 #include <memory>
+#include <thread>
 
 #include "core/conversions.h"
 #include "platform/sockets.h"
@@ -22,9 +24,13 @@ namespace {
 
 constexpr std::uint8_t kLoopbackNetwork = 127;
 
+// How long a stop may go unnoticed by one who writes.
+constexpr milliseconds kStopLookMs{20};
+
 class TcpChannel : public Channel {
  public:
-  explicit TcpChannel(SocketHandle socket) : socket_(socket) {}
+  explicit TcpChannel(SocketHandle socket, const std::atomic<bool>* stopping = nullptr)
+      : socket_(socket), stopping_(stopping) {}
   ~TcpChannel() override { CloseSocket(socket_); }
   TcpChannel(const TcpChannel&) = delete;
   TcpChannel& operator=(const TcpChannel&) = delete;
@@ -46,8 +52,10 @@ class TcpChannel : public Channel {
       if (count < 0) return ChannelStatus::kClosed;
       bytes = bytes.subspan(static_cast<std::size_t>(count));
       if (count > 0) continue;
-      const WaitStatus wait = WaitForSocket(socket_, Direction::kWrite, Until(deadline));
-      if (wait == WaitStatus::kFailed) return ChannelStatus::kClosed;
+      const WaitStatus wait =
+          WaitForSocket(socket_, Direction::kWrite, std::min(Until(deadline), kStopLookMs));
+      const bool stopped = stopping_ != nullptr && *stopping_;
+      if (wait == WaitStatus::kFailed || stopped) return ChannelStatus::kClosed;
       if (wait == WaitStatus::kTimedOut && Clock::now() >= deadline) {
         return ChannelStatus::kTimedOut;
       }
@@ -57,6 +65,7 @@ class TcpChannel : public Channel {
 
  private:
   SocketHandle socket_;
+  const std::atomic<bool>* stopping_;
 };
 
 }  // namespace
@@ -93,11 +102,16 @@ Listener::~Listener() {
   CloseSocket(socket_);
 }
 
-std::unique_ptr<Channel> Listener::Accept(milliseconds time_out) {
+std::unique_ptr<Channel> Listener::Accept(milliseconds time_out,
+                                          const std::atomic<bool>& stopping) {
   if (WaitForSocket(socket_, Direction::kRead, time_out) != WaitStatus::kReady) return nullptr;
   const SocketHandle socket = AcceptSocket(socket_);
-  if (socket == kNoSocket) return nullptr;
-  return std::make_unique<TcpChannel>(socket);
+  if (socket == kNoSocket) {
+    // Without a handle for it the caller stays in the queue; asking again at once would be a spin.
+    std::this_thread::sleep_for(time_out);
+    return nullptr;
+  }
+  return std::make_unique<TcpChannel>(socket, &stopping);
 }
 
 std::unique_ptr<Channel> ConnectTcp(const Endpoint& endpoint, milliseconds time_out,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -42,8 +43,9 @@ class Listener {
 
   const Endpoint& Where() const { return where_; }
 
-  // The next connection, null when none came in time.
-  std::unique_ptr<Channel> Accept(milliseconds time_out);
+  // The next connection, null when none came in time. It writes nothing more, and waits for no
+  // reader, once stopping is true; that must outlive it.
+  std::unique_ptr<Channel> Accept(milliseconds time_out, const std::atomic<bool>& stopping);
 
  private:
   explicit Listener(std::intptr_t socket) : socket_(socket) {}

@@ -151,7 +151,7 @@ void ControlServer::Stop() {
 
 void ControlServer::Serve() {
   while (!stopping_) {
-    std::unique_ptr<Channel> channel = listener_->Accept(kLookMs);
+    std::unique_ptr<Channel> channel = listener_->Accept(kLookMs, stopping_);
     if (channel && clients_.size() < kMaxCallers) clients_.push_back({std::move(channel), {}});
     clients_.remove_if([this](Client& client) { return !Attend(client); });
   }

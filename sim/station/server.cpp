@@ -63,7 +63,7 @@ std::unique_ptr<Channel> Server::NextCaller() {
   } else if (!listener_) {
     listener_ = Listener::Open(where_, reason);
   }
-  if (listener_) return listener_->Accept(kStopCheckMs);
+  if (listener_) return listener_->Accept(kStopCheckMs, stopping_);
   std::this_thread::sleep_for(kStopCheckMs);
   return nullptr;
 }

@@ -50,8 +50,9 @@ struct ScriptedPeer {
   std::function<void(Channel&)> script;
   std::string reason = {};
   std::unique_ptr<Listener> listener = Listener::Open({}, reason);
+  const std::atomic<bool> stopping{false};
   std::jthread thread{[this] {
-    const std::unique_ptr<Channel> channel = listener->Accept(kLong);
+    const std::unique_ptr<Channel> channel = listener->Accept(kLong, stopping);
     if (channel) script(*channel);
   }};
 };
