@@ -90,8 +90,11 @@ std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::p
 // A file that records; null, and told, when it cannot be written.
 std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path,
                                           const ProjectorTexts& texts) {
-  auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
-  if (*file) return file;
+  // A link that somebody laid here would lead to a file that is none of ours.
+  if ((warpline::FileAttributes(path) & warpline::kAlias) == 0) {
+    auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+    if (*file) return file;
+  }
   std::cerr << texts.Fill(ProjectorText::kRecordingNotWritable, {warpline::Utf8Of(path)}) << "\n";
   return nullptr;
 }

@@ -24,7 +24,8 @@ Json LineScalesJson(const RegisterSet& registers, PanelSize panel) {
 }
 
 bool IsPanel(const Json& json, PanelSize panel) {
-  return json.at("width").get<int>() == panel.Width && json.at("height").get<int>() == panel.Height;
+  // As they stand: a number of any size may be there, which no integer need hold.
+  return json.at("width") == panel.Width && json.at("height") == panel.Height;
 }
 
 RegisterSet RegistersOf(const Json& json) {

@@ -296,7 +296,10 @@ void Station::WritePicture() {
 }
 
 void Station::WriteFile(const std::filesystem::path& path, const std::string& bytes) {
-  const std::error_code error = ReplaceFileContents(path, bytes);
+  // A link that somebody laid here would lead to a file that is none of ours.
+  const std::error_code error = (FileAttributes(path) & kAlias) != 0
+                                    ? make_error_code(std::errc::too_many_symbolic_link_levels)
+                                    : ReplaceFileContents(path, bytes);
   if (error) setup_.Log("Cannot write \"" + Utf8Of(path) + "\": " + SystemErrorText(error));
 }
 

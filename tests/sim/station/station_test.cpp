@@ -104,6 +104,7 @@ TEST(Station, SetsAStateFileAsideThatItCannotUse) {
   for (const std::string& text :
        {std::string(), std::string("[Warpline"),
         std::string(R"({"panel": {"width": 8, "height": 6}})"),
+        std::string(R"({"panel": {"width": 8, "height": 6.4e37}})"),
         std::string(R"({"panel":{"width":8,"height":6},"stored":{"h_panel_ext":7}})"),
         of_another_panel, short_register}) {
     SCOPED_TRACE(text);
