@@ -142,16 +142,19 @@ void ProjectorFrame::ShowBanner(const StationSnapshot& state) {
   const wxString label = Wx(texts_.Fill(ProjectorText::kFaultBanner, {texts}));
   if (banner_->IsShown() != state.Faults.empty() && banner_label_ == label) return;
   banner_label_ = label;
+  // Keys reach the window only while one of its visible parts has the focus.
+  if (state.Faults.empty() && banner_clear_->HasFocus()) canvas_->SetFocusIgnoringChildren();
   banner_->Show(!state.Faults.empty());
   WrapBanner();
 }
 
 // Every fault is in sight, however many there are.
 void ProjectorFrame::WrapBanner() {
-  if (!banner_->IsShown()) return;
-  banner_text_->SetLabelText(banner_label_);
-  banner_text_->Wrap(GetClientSize().GetWidth() - banner_clear_->GetSize().GetWidth() -
-                     FromDIP(4 * kBannerBorder));
+  if (banner_->IsShown()) {
+    banner_text_->SetLabelText(banner_label_);
+    banner_text_->Wrap(GetClientSize().GetWidth() - banner_clear_->GetSize().GetWidth() -
+                       FromDIP(4 * kBannerBorder));
+  }
   Layout();
 }
 
@@ -163,7 +166,8 @@ void ProjectorFrame::Redraw() {
     canvas_->Show(shown_.Image);
     return;
   }
-  on_wall_ = WallPicture(shown_.Image, wall_bar_->Chosen(), SizeOf(canvas_->GetClientSize()));
+  const wxSize screen = canvas_->GetClientSize() * canvas_->GetContentScaleFactor();
+  on_wall_ = WallPicture(shown_.Image, wall_bar_->Chosen(), SizeOf(screen));
   StampWord(on_wall_);
   canvas_->Show(on_wall_);
 }

@@ -42,6 +42,8 @@ WallBar::WallBar(wxWindow* parent, const ProjectorTexts& texts,
       new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kMetres, {"20.0"})));
   curvature_text_ =
       new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kRadius, {"-100.0"})));
+  for (wxStaticText* text : {distance_text_, curvature_text_})
+    text->SetMinSize(text->GetBestSize());
   auto* const border = new wxBoxSizer(wxVERTICAL);
   border->Add(LayControls(), wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
   SetSizer(border);
@@ -75,7 +77,7 @@ wxChoice* WallBar::Choice(const char* name, ProjectorText first, int count) {
 
 wxSlider* WallBar::Slider(const char* name, int least, int most, int value) {
   auto* const slider = new wxSlider(this, wxID_ANY, value, least, most);
-  slider->SetMinSize(FromDIP(wxSize(160, -1)));
+  slider->SetMinSize(FromDIP(wxSize(80, -1)));
   slider->SetName(name);
   slider->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) { Follow(); });
   return slider;

@@ -79,6 +79,8 @@ TEST(ProjectorWindow, PutsFaultsInForceAndShowsThemUntilCleared) {
   World::Press(world.Find<wxWindow>("clear_faults"), wxEVT_BUTTON);
   EXPECT_TRUE(world.station.Snapshot().Faults.empty());
   EXPECT_TRUE(World::WaitUntil([&] { return !banner.GetParent()->IsShown(); })) << "it stays";
+  const wxWindow& side = *world.Find<wxWindow>("canvas").GetParent();
+  EXPECT_EQ(side.GetParent()->GetPosition().y, 0) << "and leaves no strip behind";
 
   world.Find<wxChoice>("fault_kind").SetStringSelection("Whole block (21)");
   World::Press(world.Find<wxWindow>("add_fault"), wxEVT_BUTTON);
