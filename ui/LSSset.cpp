@@ -7,6 +7,7 @@
 #include "app/address_check.h"
 #include "ui/dialog_controls.h"
 #include "ui/layout.h"
+#include "ui/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -71,6 +72,7 @@ wxSizer* LSSset::CreateFields() {
                             wxDefaultValidator, "Text1");
   address_->SetMinSize(
       wxSize(address_->GetSizeFromTextSize(address_->GetTextExtent(kWidestAddress).x).x, -1));
+  SetAccessibleName(*address_, make.Text(kMsgIpAddress));
   add_row(devices_[kLan], kLan, kMsgIpAddress, address_);
   usb_port_ = make.Choice("Combo3", kMsgUsbPort, kUsbPortNames);
   add_row(devices_[kUsb], kUsb, kMsgUsbPort, usb_port_);
@@ -83,6 +85,10 @@ void LSSset::BindControls() {
     devices_[static_cast<std::size_t>(device)]->Bind(
         wxEVT_RADIOBUTTON, [this, device](wxCommandEvent&) { SelectDevice(device); });
   }
+  address_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+    NoteAddress();
+    event.Skip();
+  });
   address_->Bind(wxEVT_CHAR, &LSSset::OnAddressKey, this);
 }
 
@@ -113,8 +119,27 @@ CommunicationEntry LSSset::Entry() const {
   return entry;
 }
 
+void LSSset::NoteAddress() {
+  RestoreAddress();
+  noted_.text = address_->GetValue();
+  address_->GetSelection(&noted_.from, &noted_.to);
+}
+
+void LSSset::RestoreAddress() {
+  if (!noted_.refused) return;
+  noted_.refused = false;
+  if (address_->GetValue() != noted_.text) address_->ChangeValue(noted_.text);
+  address_->SetSelection(noted_.from, noted_.to);
+}
+
+// GTK takes the selected text away before it asks whether the character may come in its place.
 void LSSset::OnAddressKey(wxKeyEvent& event) {
-  if (IsAddressKey(event)) event.Skip();
+  if (IsAddressKey(event)) {
+    event.Skip();
+    return;
+  }
+  noted_.refused = true;
+  CallAfter(&LSSset::RestoreAddress);
 }
 
 void LSSset::Confirm() {

@@ -30,6 +30,8 @@ class LSSset : public wxDialog {
   void Fill(const CommunicationEntry& entry);
   void SelectDevice(int device);
   CommunicationEntry Entry() const;
+  void NoteAddress();
+  void RestoreAddress();
   void OnAddressKey(wxKeyEvent& event);
   void Confirm();
 
@@ -41,6 +43,12 @@ class LSSset : public wxDialog {
   wxChoice* com_speed_ = nullptr;
   wxTextCtrl* address_ = nullptr;
   wxChoice* usb_port_ = nullptr;
+  struct {
+    wxString text;
+    long from = 0;  // the selection
+    long to = 0;
+    bool refused = false;  // what was typed then must not count
+  } noted_;                // the address before a key
 };
 
 }  // namespace warpline

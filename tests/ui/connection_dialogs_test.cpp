@@ -97,6 +97,9 @@ TEST_F(ConnectionDialogs, AddressTakesNoLettersAndIsChecked) {
                   {"Warpline Tool 3.0", "IP Address is invalid entry.", MessageIcon::kCritical}}));
     EXPECT_TRUE(dialog.IsShown());
     EXPECT_TRUE(SettleUntil([&address] { return address.HasFocus(); }));
+    for (const int key : {int{'x'}, int{WXK_END}, int{'7'}}) keys.Char(key);
+    EXPECT_TRUE(SettleUntil([&] { return address.GetValue() == "224.0.0.17"; }))
+        << address.GetValue();
     SelectIn(dialog, "usb_option");
     PressIn(dialog, "OKButton");
   });
