@@ -29,7 +29,11 @@ LSSmain::LSSmain(MainParts parts)
 void LSSmain::PlaceAsStored() {
   const wxPoint stored(parts_.engine.global.Settings.DialogPosX,
                        parts_.engine.global.Settings.DialogPosY);
-  SetPosition(HeldInside(UsableScreen(stored), stored, GetSize()));
+  const wxPoint held = HeldInside(UsableScreen(stored), stored, GetSize());
+  // GTK takes a move to where the window believes to be for none, and a window that was never
+  // moved is put up anywhere.
+  if (held == GetPosition()) SetPosition(held + wxPoint(1, 1));
+  SetPosition(held);
 }
 
 // The window system puts the window up while the window's content is made. What may come a moment
@@ -40,6 +44,7 @@ void LSSmain::ShowFirst() {
   CreateContent();
   controls_.ctrl_select[0]->SetFocus();
   CallAfter([this] {
+    PlaceAsStored();  // only now does the window know the frame around it
     SetIcons(ProgramIcons());
     CreatePreviewWindow();
     ShowPreview();
