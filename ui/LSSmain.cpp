@@ -9,6 +9,7 @@
 #include "ui/LSSview.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
+#include "ui/native/chosen_again.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -118,6 +119,9 @@ SliderHandlers LSSmain::CreateSliderHandlers() {
 void LSSmain::BindControls() {
   controls_.scr_select->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
     controller_.SelectScreenType(event.GetSelection());
+  });
+  WhenChosenAgain(*controls_.scr_select, [this] {
+    if (!parts_.busy.IsBusy()) controller_.SelectScreenType(controls_.scr_select->GetSelection());
   });
   for (int group = 0; group < kGroupCount; ++group) {
     controls_.ctrl_select[static_cast<std::size_t>(group)]->Bind(
