@@ -35,7 +35,8 @@ wxWindow* CreateGroupButtons(MainControls& controls, wxWindow* panel, const Cont
                                      wxDefaultPosition, wxDefaultSize, group == 0 ? wxRB_GROUP : 0,
                                      wxDefaultValidator, wxString::Format("ctrl_select%zu", group));
     controls.ctrl_select[group] = button;
-    column->Add(button, wxSizerFlags().Border(wxBOTTOM, Gap(panel)));
+    // All around: the focus is drawn outside the button's own area.
+    column->Add(button, wxSizerFlags().Border(wxALL, Gap(panel) / 2));
   }
   holder->SetSizer(column);
   return holder;
