@@ -3,8 +3,6 @@
 #include <wx/graphics.h>
 #include <wx/image.h>
 
-#include <memory>
-
 #include "tests/ui/window_rig.h"
 #include "ui/LSSview_painter.h"
 #include "ui/layout.h"
