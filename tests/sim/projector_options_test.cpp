@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <tuple>
 
 namespace warpline::sim {
 namespace {

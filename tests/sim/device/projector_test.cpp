@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <tuple>
-#include <vector>
+#include <filesystem>
+#include <random>
 
+#include "sim/device/power.h"
+#include "sim/device/profile.h"
+#include "tests/support/feed_projector.h"
 #include "tests/support/sim_hex.h"
 
 namespace warpline::sim {
@@ -232,6 +234,83 @@ TEST(FrameReader, CutsTheStream) {
   reader.Append(FromHex("01DF00100100"));
   EXPECT_EQ(reader.Next(), FromHex("01DF00100100")) << "a nonsensical count ends the waiting";
   EXPECT_TRUE(reader.IsEmpty());
+}
+
+using std::chrono::seconds;
+
+TEST(PowerSwitch, WarmsUpAndCoolsDown) {
+  const Clock::time_point start = Clock::now();
+  PowerSwitch power(Power::kStandby);
+  power.Turn(true, start);
+  EXPECT_EQ(power.At(start + seconds(29)), Power::kWarmingUp);
+  EXPECT_EQ(power.Left(start + seconds(29)), milliseconds(1000));
+  EXPECT_EQ(power.At(start + seconds(30)), Power::kOn);
+  EXPECT_EQ(power.Left(start + seconds(30)), milliseconds(0));
+  power.Turn(false, start + seconds(40));
+  EXPECT_EQ(power.At(start + seconds(99)), Power::kCoolingDown);
+  EXPECT_EQ(power.At(start + seconds(100)), Power::kStandby);
+}
+
+TEST(PowerSwitch, FinishesWhatItIsDoingBeforeItTurnsAround) {
+  const Clock::time_point start = Clock::now();
+  PowerSwitch power(Power::kOn);
+  power.Turn(false, start);
+  power.Turn(true, start + seconds(10));
+  EXPECT_EQ(power.At(start + seconds(59)), Power::kCoolingDown);
+  EXPECT_EQ(power.At(start + seconds(61)), Power::kWarmingUp);
+  power.SetSpeedUp(10, start + seconds(70));
+  EXPECT_EQ(power.Left(start + seconds(70)), milliseconds(2000)) << "faster from now on";
+  EXPECT_EQ(power.At(start + seconds(71)), Power::kWarmingUp);
+  EXPECT_EQ(power.At(start + seconds(72)), Power::kOn);
+}
+
+// Streams of right frames with a few changes, always the same ones.
+TEST(FrameDecoder, StandsWhatAFixedSeedBringsUp) {
+  const char* const frames[] = {kProbe, kClear,   kWriteScroll, kShow,    kStore,
+                                kMode1, kPrepare, kClass,       kRunning, kInput7};
+  std::mt19937 random(20);
+  for (int round = 0; round < 20000; ++round) {
+    Bytes stream{static_cast<std::uint8_t>(random() % 256)};
+    for (auto count = random() % 4 + 1; count > 0; --count) {
+      const Bytes frame = FromHex(frames[random() % std::size(frames)]);
+      stream.insert(stream.end(), frame.begin(), frame.end());
+    }
+    for (auto changes = random() % 5; changes > 0; --changes) {
+      stream[random() % stream.size()] = static_cast<std::uint8_t>(random() % 256);
+    }
+    if (random() % 8 == 0) stream.resize(random() % stream.size() + 1);
+    ASSERT_EQ(FeedProjector(stream), "") << ToHex(stream);
+  }
+}
+
+TEST(Profile, KeepsWhatIsMissing) {
+  std::string reason;
+  const auto profile = ParseProfile(R"({"class": 4, "reply5": 13, "panel": "800x600"})", reason);
+  ASSERT_TRUE(profile) << reason;
+  EXPECT_EQ(profile->Projector.ModelClass, 4);
+  EXPECT_EQ(profile->Projector.Reply5, 13);
+  EXPECT_EQ(profile->Projector.Panel, (PanelSize{800, 600}));
+  EXPECT_TRUE(profile->Projector.ReportsPanel);
+  EXPECT_TRUE(profile->Projector.TakesCommands);
+}
+
+TEST(Profile, IsRefusedWithAReason) {
+  const std::pair<const char*, std::vector<const char*>> cases[] = {
+      {"parse", {""}},
+      {"object", {"[]"}},
+      {"\"clas\"", {R"({"clas": 4})"}},
+      {"0 to 255",
+       {R"({"class": 256})", R"({"class": "5"})", R"({"class": 4.5})", R"({"reply5": -1})"}},
+      {"1024x768", {R"({"panel": "63x600"})", R"({"panel": "800x600x2"})"}},
+      {"string", {R"({"panel": 800})"}},
+      {"boolean", {R"({"takes_commands": 1})"}}};
+  for (const auto& [part, texts] : cases) {
+    for (const char* text : texts) {
+      std::string reason;
+      EXPECT_FALSE(ParseProfile(text, reason)) << text;
+      EXPECT_NE(reason.find(part), std::string::npos) << text << ": " << reason;
+    }
+  }
 }
 
 }  // namespace

@@ -3,10 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <thread>
-#include <tuple>
-#include <vector>
 
 #include "platform/sockets.h"
 #include "tests/support/sim_hex.h"

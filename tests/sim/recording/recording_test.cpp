@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <string>
 
+#include "picture/test_picture.h"
+#include "sim/recording/frame_names.h"
 #include "sim/recording/replay.h"
+#include "sim/station/shown_picture.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/sim_hex.h"
 #include "tests/support/temp_folder.h"
@@ -52,33 +54,29 @@ TEST(Recording, ReadsBackWhatItWrote) {
 }
 
 TEST(Recording, TellsWhatIsWrongAndWhere) {
-  const struct {
-    const char* name;
-    std::string text;
-    const char* reason;
-  } cases[] = {
-      {"empty", "", "line 1: this is not"},
-      {"another file", "[Warpline]\n", "line 1: this is not"},
-      {"zeros", std::string(40, '\0'), "line 1: this is not"},
-      {"blanks for tabs", kTitle + "1 0 opened\n", "line 2: link, time"},
-      {"cut off", kTitle + "1\t0\topened\n1\t0\treq", "line 3: the event"},
-      {"cut off behind the name", kTitle + "1\t0\topened\n1\t0\trequest\tShow", "line 3: link, "},
-      {"link 0", kTitle + "0\t0\topened\n", "line 2: the link needs"},
-      {"huge time", kTitle + "1\t99999999999999999999\topened\n", "line 2: the time needs"},
-      {"negative time", kTitle + "1\t-1\topened\n", "line 2: the time needs"},
-      {"time runs back", kTitle + "1\t5\topened\n1\t4\tclosed\n", "line 3: the time is less"},
-      {"no bytes", kTitle + "1\t0\topened\n1\t0\trequest\tx\t\n", "line 3: the bytes"},
-      {"half a byte", kTitle + "1\t0\topened\n1\t0\trequest\tx\t01D\n", "line 3: the bytes"},
-      {"no hex", kTitle + "1\t0\topened\n1\t0\trequest\tx\tcs\n", "line 3: the bytes"},
-      {"not open", kTitle + "# note\n\n1\t0\trequest\tx\t01\n", "line 4: the link is not open"},
-      {"closed", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\tclosed\n", "line 4: the link is not"},
-      {"opened twice", kTitle + "1\t0\topened\n1\t0\tclosed\n1\t0\topened\n", "line 4: the link w"},
-      {"reply alone", kTitle + "1\t0\topened\n1\t0\treply\tx\t01\n", "line 3: there is no request"},
-      {"bytes of opened", kTitle + "1\t0\topened\tx\t01\n", "line 2: name and bytes"}};
-  for (const auto& row : cases) {
-    std::string reason;
-    EXPECT_FALSE(ParseRecording(row.text, reason)) << row.name;
-    EXPECT_EQ(reason.substr(0, std::string(row.reason).size()), row.reason) << row.name;
+  const std::string open = kTitle + "1\t0\topened\n", request = open + "1\t0\trequest\tx\t";
+  const std::string closed = open + "1\t0\tclosed\n";
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {"line 1: this is not", {"", "[Warpline]\n", std::string(40, '\0')}},
+      {"line 2: link, time", {kTitle + "1 0 opened\n"}},
+      {"line 3: the event", {open + "1\t0\treq"}},
+      {"line 3: link, ", {open + "1\t0\trequest\tShow"}},
+      {"line 2: the link needs", {kTitle + "0\t0\topened\n"}},
+      {"line 2: the time needs",
+       {kTitle + "1\t99999999999999999999\topened\n", kTitle + "1\t-1\topened\n"}},
+      {"line 3: the time is less", {kTitle + "1\t5\topened\n1\t4\tclosed\n"}},
+      {"line 3: the bytes", {request + "\n", request + "01D\n", request + "cs\n"}},
+      {"line 4: the link is not open", {kTitle + "# note\n\n1\t0\trequest\tx\t01\n"}},
+      {"line 4: the link is not", {closed + "1\t0\tclosed\n"}},
+      {"line 4: the link w", {closed + "1\t0\topened\n"}},
+      {"line 3: there is no request", {open + "1\t0\treply\tx\t01\n"}},
+      {"line 2: name and bytes", {kTitle + "1\t0\topened\tx\t01\n"}}};
+  for (const auto& [said, texts] : cases) {
+    for (const std::string& text : texts) {
+      std::string reason;
+      EXPECT_FALSE(ParseRecording(text, reason)) << text;
+      EXPECT_TRUE(reason.starts_with(said)) << text << reason;
+    }
   }
   EXPECT_EQ(Parsed(std::string(kRecordingTitle) + "\r\n\r\n1\t0\topened\r\n").size(), 1u);
 }
@@ -156,6 +154,49 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   EXPECT_TRUE(ReplayTo(events, place, kTimes, told)) << "answers as another class did";
   EXPECT_FALSE(ReplayTo({}, {.Port = *port}, kTimes, told)) << "nothing was compared";
   EXPECT_FALSE(ReplayTo(events, recording.Where(), kTimes, told)) << "nobody is there";
+}
+
+TEST(FrameNames, TellEveryFrameApart) {
+  const ProjectorTexts& texts = ProjectorTextsOf(Language::kEnglish);
+  const std::tuple<const char*, const char*> cases[] = {
+      {"01DF000000E0", "Probe"},
+      {"01DF0000020000E2", "Clear (0)"},
+      {"01DF0000020100E3", "Show (1)"},
+      {"01DF0000021200F4", "Store (21)"},
+      {"01DF00000608000200334467", "Registers (8)"},
+      {"01DE0000020100E2", "Mode (18, 19)"},
+      {"021A000002020121", "Prepare (20)"},
+      {"00850000010086", "Model class?"},
+      {"7F5700000101D8", "Running?"},
+      {"01FC000000FD", "Whole block (21)"},
+      {"01DF0000020D00EF", "Unknown"},
+      {"01", "Unknown"},
+      {"", "Unknown"}};
+  for (const auto& [frame, name] : cases) EXPECT_EQ(FrameName(texts, FromHex(frame)), name);
+  EXPECT_EQ(FrameHex(FromHex("01DF00"), 3), "01 DF 00");
+  EXPECT_EQ(FrameHex(FromHex("01DF00"), 2), "01 DF ...");
+}
+
+TEST(ShownPicture, MarksLinesAtTheirLimitAndGoesDarkWithThePower) {
+  const PanelSize panel{160, 120};
+  RegisterSet registers = NeutralRegisters(panel);
+  registers[kHorizontal][kCorre2].replace(20, 2, "78");  // rows 22 and 23: -8, then 7
+  const RgbImage source = TestPicture(panel);
+  const ShownPicture marked = PanelAsShown(source, registers, Power::kOn, true);
+  EXPECT_EQ(marked.RowsAtLimit, 2);
+  EXPECT_EQ(marked.ColumnsAtLimit, 0);
+  const auto purple = [&](int y) {
+    const std::uint8_t* pixel = marked.Image.At(0, y);
+    return pixel[0] == 255 && pixel[1] == 0 && pixel[2] == 255;
+  };
+  EXPECT_FALSE(purple(21));
+  EXPECT_TRUE(purple(22));
+  EXPECT_TRUE(purple(23));
+  EXPECT_FALSE(purple(24));
+  for (const Power power : {Power::kStandby, Power::kWarmingUp, Power::kCoolingDown}) {
+    const RgbImage dark = PanelAsShown(source, registers, power, true).Image;
+    EXPECT_EQ(dark.Pixels, BlackImage(panel).Pixels);
+  }
 }
 
 }  // namespace

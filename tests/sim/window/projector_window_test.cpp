@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
+
 #include <wx/evtloop.h>
 #include <wx/menu.h>
-
-#include <functional>
-#include <string>
 
 #include "sim/window/projector_frame.h"
 #include "tests/support/comes_true.h"
