@@ -1,25 +1,47 @@
 #include "app/curve_editor.h"
 
-#include <functional>
+#include <gtest/gtest.h>
 
-#include "tests/app/curve_editor_bench.h"
+#include "tests/support/curves.h"
+#include "tests/support/engine_rig.h"
 
 namespace warpline {
 namespace {
 
-struct CountCase {
-  const char* name;
-  CurveDefinition curve;
-  std::function<bool(CurveEditor&)> act;
-  std::int16_t interpolation;
-  std::vector<double> heights;  // of points spread evenly
-};
-
-std::function<bool(CurveEditor&)> Count(int count) {
-  return [count](CurveEditor& editor) { return editor.SetPointCount(count); };
+Points PointsOf(const CurveDefinition& curve) {
+  return {curve.CorreDataPts.begin(), curve.CorreDataPts.begin() + curve.CorrePointNum};
 }
 
-std::function<bool(CurveEditor&)> Entry(int entry) {
+void ExpectPoints(const CurveDefinition& curve, const Points& expected) {
+  const Points points = PointsOf(curve);
+  ASSERT_EQ(points.size(), expected.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    EXPECT_NEAR(points[i].X, expected[i].X, 1e-10) << "X of point " << i;
+    EXPECT_NEAR(points[i].Y, expected[i].Y, 1e-10) << "Y of point " << i;
+  }
+}
+
+// An editor of the vertical curve, with everything that it needs.
+struct EditorBench : EngineRig {
+  explicit EditorBench(const CurveDefinition& curve)
+      : editor((global.Correction.Curves[kVertical] = curve, global), kVertical, files, messages) {}
+
+  CurveEditor editor;
+};
+
+const Points kFour = {{0, 0.8}, {0.3, 0.9}, {0.7, 0.9}, {1, 0.8}};
+const Points kHill = {{0, 0.8}, {0.3, 1}, {0.6, 0.9}, {0.7, 0.95}, {1, 0.85}};
+
+CurveDefinition Line(const Points& points, Flags flags = {}) {
+  return Curve(kStraightLine, points, flags);
+}
+
+using Act = std::function<bool(CurveEditor&)>;
+
+Act Count(int count) {
+  return [count](CurveEditor& editor) { return editor.SetPointCount(count); };
+}
+Act Entry(int entry) {
   return [entry](CurveEditor& editor) { return editor.SetInterpolation(entry); };
 }
 
@@ -34,7 +56,8 @@ TEST(CurveEditorCount, SpreadsThePointsAlongTheCurve) {
   const Y quadratic{0.897142857143, 0.876408163265, 0.75, 0.75, 0.75};
   const Y by_cubic{0.810714285714, 0.957755102041, 0.948883381924, 0.934171095377, 0.85305271732};
   const Y by_spline{0.8, 0.949090909091, 0.916815426997, 0.95};
-  const CountCase cases[] = {
+  // The last are the heights of points spread evenly.
+  const std::tuple<const char*, CurveDefinition, Act, std::int16_t, Y> cases[] = {
       {"points moved count for later ones", arch, Count(4), kQuadratic, {0.79, 1, 0.7715, 0.75}},
       {"new points of a line at its foot", line, Count(4), kStraightLine, {0.75, 1, 0.75, 0.75}},
       {"fewer points keep the first heights", hill, Count(3), kStraightLine, {0.8, 1, 0.9}},
@@ -45,14 +68,14 @@ TEST(CurveEditorCount, SpreadsThePointsAlongTheCurve) {
       {"a spline of the line's points", hill, Entry(4), kBSpline, {0.8, 1, 0.9, 0.95, 0.85}},
       {"a spline with fewer points", spline, Count(4), kBSpline, by_spline},
   };
-  for (const CountCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    EditorBench bench(row.curve);
-    EXPECT_TRUE(row.act(bench.editor));
-    EXPECT_EQ(bench.editor.Curve().CorreInterp, row.interpolation);
+  for (const auto& [name, curve, act, interpolation, heights] : cases) {
+    SCOPED_TRACE(name);
+    EditorBench bench(curve);
+    EXPECT_TRUE(act(bench.editor));
+    EXPECT_EQ(bench.editor.Curve().CorreInterp, interpolation);
     Points expected;
-    const double last = static_cast<double>(row.heights.size()) - 1;
-    for (const double y : row.heights) {
+    const double last = static_cast<double>(heights.size()) - 1;
+    for (const double y : heights) {
       expected.push_back({static_cast<double>(expected.size()) / last, y});
     }
     ExpectPoints(bench.editor.Curve(), expected);
@@ -60,40 +83,32 @@ TEST(CurveEditorCount, SpreadsThePointsAlongTheCurve) {
   EditorBench bench(Curve(kBSpline, kHill));
   EXPECT_TRUE(bench.editor.SetInterpolation(4));
   EXPECT_EQ(PointsOf(bench.editor.Curve()), kHill) << "the entry in force changes nothing";
-}
-
-TEST(CurveEditorCount, IsHeldToTheLimitsOfEachInterpolation) {
-  const struct {
-    int entry, fewest, text;
-  } cases[] = {{0, 2, 189}, {1, 3, 190}, {2, 4, 191}, {3, 5, 192}, {4, 4, 217}};
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.entry);
-    EditorBench bench(Line({{0, 0.75}, {1, 1}}));
-    CurveEditor& editor = bench.editor;
-    EXPECT_TRUE(editor.SetInterpolation(row.entry));
-    EXPECT_EQ(editor.Curve().CorrePointNum, row.fewest);
-    EXPECT_TRUE(editor.SetPointCount(100));
-    EXPECT_EQ(editor.Curve().CorrePointNum, 16);
-    EXPECT_TRUE(editor.SetPointCount(-3));
-    EXPECT_EQ(editor.Curve().CorrePointNum, row.fewest);
-    EXPECT_EQ(editor.InterpolationIndex(), row.entry);
-    EXPECT_EQ(kInterpolationEntries[static_cast<std::size_t>(row.entry)].text, row.text);
-  }
-}
-
-TEST(CurveEditorCount, ReleasesTheGrab) {
-  EditorBench bench(Line(kFour));
-  bench.editor.Press(150, 75);
-  bench.editor.SetPointCount(2);
-  EXPECT_FALSE(bench.editor.Dragging());
+  bench.editor.Press(150, 25);
+  EXPECT_TRUE(bench.editor.Dragging());
+  bench.editor.SetPointCount(4);
+  EXPECT_FALSE(bench.editor.Dragging()) << "the grab is released";
   EXPECT_EQ(bench.editor.SelectedPoint(), std::nullopt);
 }
 
-struct SymmetryCase {
-  const char* name;
-  CurveDefinition curve;
-  Points expected;
-};
+TEST(CurveEditorCount, IsHeldToTheLimitsOfEachInterpolation) {
+  const std::tuple<int, int, int> cases[] = {
+      {0, 2, 189}, {1, 3, 190}, {2, 4, 191}, {3, 5, 192}, {4, 4, 217}};
+  for (const auto& [entry, fewest, text] : cases) {
+    SCOPED_TRACE(entry);
+    EditorBench bench(Line({{0, 0.75}, {1, 1}}));
+    CurveEditor& editor = bench.editor;
+    EXPECT_TRUE(editor.SetInterpolation(entry));
+    EXPECT_EQ(editor.Curve().CorrePointNum, fewest);
+    EXPECT_TRUE(editor.SetPointCount(100));
+    EXPECT_EQ(editor.Curve().CorrePointNum, 16);
+    EXPECT_TRUE(editor.SetPointCount(-3));
+    EXPECT_EQ(editor.Curve().CorrePointNum, fewest);
+    EXPECT_EQ(editor.InterpolationIndex(), entry);
+    EXPECT_EQ(kInterpolationEntries[static_cast<std::size_t>(entry)].text, text);
+  }
+}
+
+using SymmetryCase = std::tuple<const char*, CurveDefinition, Points>;
 
 TEST(CurveEditorSymmetry, TheLeftHalfCountsAtOnce) {
   const auto even = Line({{0, 0.8}, {0.2, 0.9}, {0.7, 1}, {1, 0.75}});
@@ -114,12 +129,12 @@ TEST(CurveEditorSymmetry, TheLeftHalfCountsAtOnce) {
        two_beyond,
        {{0, 0.8}, {0.44, 0.9}, {0.47, 1}, {0.53, 1}, {0.56, 0.9}, {1, 0.8}}},
   };
-  for (const SymmetryCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    EditorBench bench(row.curve);
+  for (const auto& [name, curve, expected] : cases) {
+    SCOPED_TRACE(name);
+    EditorBench bench(curve);
     EXPECT_TRUE(bench.editor.SetSymmetry(true));
     EXPECT_EQ(bench.editor.Curve().CorreSymmetry, 1);
-    ExpectPoints(bench.editor.Curve(), row.expected);
+    ExpectPoints(bench.editor.Curve(), expected);
     const Points before = PointsOf(bench.editor.Curve());
     EXPECT_TRUE(bench.editor.SetSymmetry(false));
     EXPECT_EQ(bench.editor.Curve().CorreSymmetry, 0);
@@ -147,11 +162,11 @@ TEST(CurveEditorNormalize, ScalesOnlyALargeSpreadAndLiftsTheTop) {
       {"down onto the spline", spline, {{0, 0.9}, {0.5, 1}, {1, 0.9}}},
       {"a spline without a segment", no_segment, {{0, 1}, {1, 1}}},
   };
-  for (const SymmetryCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    EditorBench bench(row.curve);
+  for (const auto& [name, curve, expected] : cases) {
+    SCOPED_TRACE(name);
+    EditorBench bench(curve);
     EXPECT_TRUE(bench.editor.Normalize());
-    ExpectPoints(bench.editor.Curve(), row.expected);
+    ExpectPoints(bench.editor.Curve(), expected);
     EXPECT_TRUE(bench.editor.Changed());
   }
 }
@@ -249,26 +264,140 @@ TEST(CurveEditorFaults, AreReportedAndLeaveTheRecord) {
   // Such curves come from files: two equal X values, and a quartic of three points.
   const auto doubled = Curve(kQuadratic, {{0, 0.8}, {0, 0.9}, {1, 0.8}});
   const auto sparse = Curve(kQuartic, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
-  const struct {
-    CurveDefinition curve;
-    std::function<bool(CurveEditor&)> act;
-    std::string text;
-  } cases[] = {
+  const std::tuple<CurveDefinition, Act, std::string> cases[] = {
       {doubled, [](CurveEditor& editor) { return editor.Normalize(); }, "[3] Wrong value."},
       {sparse, Entry(0), "[3] Wrong value."},
       {Line(kFour), Entry(-1), "[2] Wrong value."},
   };
-  for (const auto& row : cases) {
-    EditorBench bench(row.curve);
-    EXPECT_FALSE(row.act(bench.editor));
-    EXPECT_EQ(bench.editor.Curve(), row.curve);
+  for (const auto& [curve, act, text] : cases) {
+    EditorBench bench(curve);
+    EXPECT_FALSE(act(bench.editor));
+    EXPECT_EQ(bench.editor.Curve(), curve);
     EXPECT_FALSE(bench.editor.Changed());
-    EXPECT_EQ(bench.display.Texts(), std::vector{row.text});
+    EXPECT_EQ(bench.display.Texts(), std::vector{text});
   }
   EditorBench bench(doubled);
   EXPECT_TRUE(bench.editor.Sampled().faulty);
   EXPECT_TRUE(bench.editor.Sampled().samples.empty());
   EXPECT_TRUE(bench.display.messages.empty()) << "drawing shows no message";
+}
+
+// Name, curve, point, where it is dragged, and where it is afterwards; its partner in a symmetric
+// curve mirrors it.
+using DragCase = std::tuple<const char*, CurveDefinition, int, GraphPosition, CurvePoint>;
+
+std::vector<DragCase> FreeDragCases() {
+  const auto line = Line(kFour);
+  const auto narrow = Line({{0, 0.8}, {0.5, 0.9}, {0.52, 0.9}, {0.54, 0.9}, {1, 0.8}});
+  return {
+      {"within the bounds", line, 1, {200, 100}, {0.4, 0.85}},
+      {"above the top", line, 1, {150, 24}, {0.3, 1}},
+      {"far above the top", line, 1, {150, -9999}, {0.3, 1}},
+      {"below the foot", line, 1, {150, 151}, {0.3, 0.75}},
+      {"first point", line, 0, {200, 100}, {0, 0.85}},
+      {"last point", line, 3, {200, 100}, {1, 0.85}},
+      {"left neighbour", line, 1, {14, 75}, {0.03, 0.9}},
+      {"right neighbour", line, 1, {336, 75}, {0.67, 0.9}},
+      {"X positions fixed", Line(kFour, {true, false}), 1, {200, 100}, {0.3, 0.85}},
+      {"twice the distance, cubic", Curve(kCubic, kFour), 1, {-5, 75}, {0.06, 0.9}},
+      {"twice the distance, quadratic", Curve(kQuadratic, kFour), 2, {600, 75}, {0.94, 0.9}},
+      {"B-spline", Curve(kBSpline, kFour), 2, {0, 75}, {0.33, 0.9}},
+      {"the upper of crossing bounds", narrow, 2, {260, 75}, {0.51, 0.9}},
+  };
+}
+
+std::vector<DragCase> SymmetricDragCases() {
+  const Flags on{false, true};
+  const auto four = Line(kFour, on);
+  const auto five = Line({{0, 0.8}, {0.2, 0.9}, {0.5, 1}, {0.8, 0.9}, {1, 0.8}}, on);
+  const auto six =
+      Curve(kCubic, {{0, 0.8}, {0.2, 0.84}, {0.4, 0.9}, {0.6, 0.9}, {0.8, 0.84}, {1, 0.8}}, on);
+  const auto narrow =
+      Line({{0, 0.8}, {0.47, 0.9}, {0.48, 0.9}, {0.52, 0.9}, {0.53, 0.9}, {1, 0.8}}, on);
+  return {
+      {"left of the centre", four, 1, {400, 50}, {0.47, 0.95}},
+      {"right of the centre", four, 2, {100, 50}, {0.53, 0.95}},
+      {"left point outwards", four, 1, {0, 75}, {0.03, 0.9}},
+      {"right point outwards", four, 2, {500, 75}, {0.97, 0.9}},
+      {"first point", four, 0, {40, 75}, {0, 0.9}},
+      {"fixed X", Line(kFour, {true, true}), 2, {400, 50}, {0.7, 0.95}},
+      {"middle point", five, 2, {300, 50}, {0.5, 0.95}},
+      {"beside the middle point", five, 1, {400, 75}, {0.47, 0.9}},
+      {"an outer point of six keeps to its neighbour", six, 1, {400, 75}, {0.34, 0.9}},
+      {"an inner point of six keeps to the centre's bound", six, 3, {0, 75}, {0.53, 0.9}},
+      {"the upper of bounds that cross at the centre", narrow, 2, {245, 75}, {0.47, 0.9}},
+  };
+}
+
+TEST(CurveEditorDrag, HoldsAPointWithinItsBoundsAndMovesItsPartner) {
+  std::vector<DragCase> cases = FreeDragCases();
+  const std::size_t free = cases.size();
+  for (DragCase& row : SymmetricDragCases()) cases.push_back(row);
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    const auto& [name, curve, point, to, moved] = cases[i];
+    SCOPED_TRACE(name);
+    Points expected = PointsOf(curve);
+    const auto index = static_cast<std::size_t>(point);
+    if (i >= free) expected[expected.size() - 1 - index] = {1 - moved.X, moved.Y};
+    expected[index] = moved;
+    EditorBench bench(curve);
+    const GraphPosition from = bench.editor.GraphPositions()[index];
+    bench.editor.Press(from.x, from.y);
+    ASSERT_EQ(bench.editor.SelectedPoint(), point);
+    EXPECT_FALSE(bench.editor.Changed());
+    bench.editor.Drag(to.x, to.y);
+    ExpectPoints(bench.editor.Curve(), expected);
+    EXPECT_TRUE(bench.editor.Changed());
+    bench.editor.Release();
+    bench.editor.Drag(from.x, from.y);
+    ExpectPoints(bench.editor.Curve(), expected);
+  }
+}
+
+TEST(CurveEditorPress, TakesTheFirstPointWithinFourUnits) {
+  // Points 1 and 2 lie at (150, 75) and (156, 75).
+  const auto curve = Line({{0, 0.8}, {0.3, 0.9}, {0.312, 0.9}, {1, 0.8}});
+  constexpr std::optional<int> none;
+  const std::pair<GraphPosition, std::optional<int>> cases[] = {
+      {{150, 75}, 1},    {{154, 79}, 1},    {{152, 71}, 1},    {{155, 75}, 2},
+      {{160, 79}, 2},    {{161, 75}, none}, {{0, 125}, 0},     {{-4, 121}, 0},
+      {{150, 80}, none}, {{504, 129}, 3},   {{145, 75}, none},
+  };
+  EditorBench bench(curve);
+  for (const auto& [at, grabbed] : cases) {
+    bench.editor.Press(at.x, at.y);
+    EXPECT_EQ(bench.editor.SelectedPoint(), grabbed) << at.x << ", " << at.y;
+    EXPECT_EQ(bench.editor.Dragging(), grabbed.has_value());
+  }
+  bench.editor.Press(300, 300);
+  bench.editor.Drag(200, 100);
+  EXPECT_EQ(bench.editor.Curve(), curve);
+}
+
+TEST(CurveEditorKeys, ChooseAndMoveAPointUnderTheSameBounds) {
+  EditorBench bench(Line({{0, 0.8}, {1.0 / 3, 0.9}, {1, 0.8}}));
+  CurveEditor& editor = bench.editor;
+  EXPECT_EQ(editor.ReadOut().x, "");
+  editor.MoveSelected(1, 1);
+  EXPECT_FALSE(editor.Changed());
+  ASSERT_TRUE(editor.SelectPrevious());
+  EXPECT_EQ(editor.SelectedPoint(), 2);
+  ASSERT_TRUE(editor.SelectPrevious());
+  editor.MoveSelected(0, -10);
+  EXPECT_EQ(PointsOf(editor.Curve())[1].X, 1.0 / 3) << "an upright step leaves X alone";
+  EXPECT_EQ(editor.ReadOut().x, "0.333");
+  EXPECT_EQ(editor.ReadOut().y, "0.920");
+  editor.MoveSelected(10, 0);
+  ExpectPoints(editor.Curve(), {{0, 0.8}, {0.354, 0.92}, {1, 0.8}});
+  editor.MoveSelected(-1000, 1000);
+  ExpectPoints(editor.Curve(), {{0, 0.8}, {0.03, 0.75}, {1, 0.8}});
+
+  EXPECT_TRUE(editor.SelectNext());
+  EXPECT_FALSE(editor.SelectNext()) << "behind the last point the focus goes on";
+  EXPECT_EQ(editor.SelectedPoint(), std::nullopt);
+  EXPECT_TRUE(editor.SelectNext());
+  EXPECT_EQ(editor.SelectedPoint(), 0);
+  EXPECT_FALSE(editor.SelectPrevious());
 }
 
 }  // namespace

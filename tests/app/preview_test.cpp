@@ -37,14 +37,10 @@ void ExpectBox(const PreviewShape& shape, PreviewColour colour, PreviewPoint cor
   EXPECT_EQ(box.height, height);
 }
 
-struct BandCase {
-  const char* name;
-  Axis axis;
-  std::int16_t projection;
-  AxisParameters parameters;
-  double bent_first, bent_last;  // the bent edge on the first and the last line drawn
-  double opposite_first;
-};
+// Name, axis, projection, parameters; the bent edge on the first and the last line drawn, and the
+// opposite one on the first.
+using BandCase =
+    std::tuple<const char*, Axis, std::int16_t, AxisParameters, double, double, double>;
 
 TEST(PreviewBands, FollowProfilePositionAndOpticalCentre) {
   const Axis h = kHorizontal, v = kVertical;
@@ -70,22 +66,23 @@ TEST(PreviewBands, FollowProfilePositionAndOpticalCentre) {
       {"arch, moved", v, 0, Parameters(50, -32, -16384), 210, 150 + arch, 750},
       {"downwards", v, 1, Parameters(50, 32), 540, 600 - arch, 0},
   };
-  for (const BandCase& row : cases) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, axis, projection, parameters, bent_first, bent_last, opposite_first] :
+       cases) {
+    SCOPED_TRACE(name);
     CorrectionData correction = Cylinder();
-    correction.Projection[row.axis] = row.projection;
-    correction.Axes[row.axis] = row.parameters;
+    correction.Projection[axis] = projection;
+    correction.Axes[axis] = parameters;
     const PreviewDrawing drawing = Redraw(correction, correction.Axes);
-    const bool horizontal = row.axis == kHorizontal;
+    const bool horizontal = axis == kHorizontal;
     const auto& bent = BandPoints(drawing, horizontal ? 0 : 2);
     const auto& opposite = BandPoints(drawing, horizontal ? 1 : 3);
     ASSERT_EQ(bent.size(), horizontal ? 599U : 799U);
     ASSERT_EQ(opposite.size(), bent.size());
     const auto across = [&](PreviewPoint point) { return horizontal ? point.x : point.y; };
     const auto along = [&](PreviewPoint point) { return horizontal ? point.y : point.x; };
-    EXPECT_NEAR(across(bent.front()), row.bent_first, 1e-9);
-    EXPECT_NEAR(across(bent.back()), row.bent_last, 1e-9);
-    EXPECT_NEAR(across(opposite.front()), row.opposite_first, 1e-9);
+    EXPECT_NEAR(across(bent.front()), bent_first, 1e-9);
+    EXPECT_NEAR(across(bent.back()), bent_last, 1e-9);
+    EXPECT_NEAR(across(opposite.front()), opposite_first, 1e-9);
     EXPECT_EQ(along(bent.front()), 0);
     EXPECT_EQ(along(opposite.back()), horizontal ? 598 : 798);
   }
@@ -110,13 +107,9 @@ TEST(PreviewBands, ComeInOrderWithFrameAndGuides) {
   }
 }
 
-struct MarkCase {
-  const char* name;
-  AxisParameters horizontal, vertical;
-  PreviewPoint centre;
-  double radius_x, radius_y;
-  bool cross;
-};
+// Name, parameters of each axis; the circle's centre and radii, and whether there is a cross.
+using MarkCase =
+    std::tuple<const char*, std::array<AxisParameters, 2>, PreviewPoint, double, double, bool>;
 
 TEST(PreviewMarks, FirstDifferenceAloneIsDrawn) {
   const AxisParameters plain, wide = Parameters(0, -32, 0, 64), moved = Parameters(0, -32, 8192);
@@ -124,29 +117,29 @@ TEST(PreviewMarks, FirstDifferenceAloneIsDrawn) {
   const AxisParameters raised = Parameters(30, -32, -16384), steps = Parameters(0, -32, 123);
   const PreviewPoint middle{400, 300};
   const MarkCase cases[] = {
-      {"amplitude H", Parameters(0, -32, 0, 128), plain, middle, 450, 300, false},
-      {"amplitude V", plain, Parameters(0, -32, 0, -64), middle, 300, 225, false},
-      {"amplitude H before V", wide, wide, middle, 375, 300, false},
-      {"amplitude V before position H", moved, wide, middle, 300, 375, false},
-      {"position H", moved, plain, {300, 300}, 300, 300, true},
-      {"position H before V", back, moved, {500, 300}, 300, 300, true},
-      {"position V", bent, raised, {400, 450}, 300, 300, true},
-      {"position in steps", steps, plain, {400 - 23.0 / 15, 300}, 300, 300, true},
+      {"amplitude H", {Parameters(0, -32, 0, 128), plain}, middle, 450, 300, false},
+      {"amplitude V", {plain, Parameters(0, -32, 0, -64)}, middle, 300, 225, false},
+      {"amplitude H before V", {wide, wide}, middle, 375, 300, false},
+      {"amplitude V before position H", {moved, wide}, middle, 300, 375, false},
+      {"position H", {moved, plain}, {300, 300}, 300, 300, true},
+      {"position H before V", {back, moved}, {500, 300}, 300, 300, true},
+      {"position V", {bent, raised}, {400, 450}, 300, 300, true},
+      {"position in steps", {steps, plain}, {400 - 23.0 / 15, 300}, 300, 300, true},
   };
-  for (const MarkCase& row : cases) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, parameters, centre, radius_x, radius_y, cross] : cases) {
+    SCOPED_TRACE(name);
     CorrectionData correction = Cylinder();
     const auto reference = correction.Axes;
-    correction.Axes = {row.horizontal, row.vertical};
+    correction.Axes = parameters;
     const PreviewDrawing drawing = Redraw(correction, reference);
-    ASSERT_EQ(drawing.size(), row.cross ? 3U : 1U);
+    ASSERT_EQ(drawing.size(), cross ? 3U : 1U);
     const auto& circle = std::get<PreviewEllipse>(drawing[0]);
     EXPECT_EQ(circle.colour, kPreviewBlue);
-    EXPECT_NEAR(circle.centre.x, row.centre.x, 1e-9);
-    EXPECT_NEAR(circle.centre.y, row.centre.y, 1e-9);
-    EXPECT_EQ(circle.radius_x, row.radius_x);
-    EXPECT_EQ(circle.radius_y, row.radius_y);
-    if (!row.cross) continue;
+    EXPECT_NEAR(circle.centre.x, centre.x, 1e-9);
+    EXPECT_NEAR(circle.centre.y, centre.y, 1e-9);
+    EXPECT_EQ(circle.radius_x, radius_x);
+    EXPECT_EQ(circle.radius_y, radius_y);
+    if (!cross) continue;
     ExpectLine(drawing[1], kPreviewBlue, {0, circle.centre.y}, {800, circle.centre.y});
     ExpectLine(drawing[2], kPreviewBlue, {circle.centre.x, 0}, {circle.centre.x, 600});
   }
@@ -178,10 +171,7 @@ TEST(DrawAuxLine, OutlinesThreePanelFormats) {
   ASSERT_EQ(drawing.size(), 8U);
   ExpectLine(drawing[0], kPreviewWhite, {0, 300}, {800, 300});
   ExpectLine(drawing[1], kPreviewWhite, {400, 0}, {400, 600});
-  const struct {
-    PreviewPoint corner;
-    double width, height, radius;
-  } formats[] = {
+  const std::tuple<PreviewPoint, double, double, double> formats[] = {
       {{0, 0}, 800, 600, 300}, {{-112, -84}, 1024, 768, 384}, {{-240, -212}, 1280, 1024, 512}};
   for (std::size_t i = 0; i < 3; ++i) {
     SCOPED_TRACE(i);

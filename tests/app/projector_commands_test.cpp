@@ -99,16 +99,21 @@ const Failures& FailuresOf(const std::string& call) {
   return call.starts_with("timeout") ? time_out : exchange;
 }
 
-// What happened must be the good calls up to the failing one, then nothing but closing, with one
-// box.
-void ExpectStopped(const Rig& rig, const Calls& good, std::size_t failing, const std::string& box) {
+// Spoils one call of a sequence: what happens must be the good calls up to that one, then nothing
+// but closing, with one box.
+void ExpectStopped(const Sequence& sequence, const Calls& good, std::size_t failing,
+                   const std::function<void(FakeBeamlink&)>& spoil, int number, int code) {
+  SCOPED_TRACE(std::string(sequence.name) + ", " + good[failing] + ", " + std::to_string(code));
+  Rig rig;
+  rig.library.model_class = sequence.model_class;
+  spoil(rig.library);
+  EXPECT_FALSE(sequence.run(rig.commands));
   Calls expected(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(failing) + 1);
   if (failing > 0 && failing + 1 < good.size()) expected.push_back("close");
   EXPECT_EQ(rig.library.calls, expected);
-  EXPECT_EQ(rig.display.Texts(), Calls{box});
-  for (const RecordedMessage& message : rig.display.messages) {
-    EXPECT_EQ(message.icon, MessageIcon::kCritical);
-  }
+  const RecordedMessage box{"Warpline Tool 3.0", rig.ErrorText(number, code),
+                            MessageIcon::kCritical};
+  EXPECT_EQ(rig.display.messages, std::vector{box});
   EXPECT_FALSE(rig.link.IsOpen());
   EXPECT_EQ(rig.busy.depth, 0);
 }
@@ -117,24 +122,18 @@ TEST(ProjectorCommands, EachFailureOfEachCallStopsWithItsMessage) {
   for (const Sequence& sequence : Sequences()) {
     const Calls good = GoodCalls(sequence);
     for (std::size_t failing = 0; failing < good.size(); ++failing) {
-      for (const auto& [code, number] : FailuresOf(good[failing])) {
-        SCOPED_TRACE(std::string(sequence.name) + ", call " + std::to_string(failing) + " (" +
-                     good[failing].substr(0, 19) + ") gives " + std::to_string(code));
-        Rig rig;
-        rig.library.model_class = sequence.model_class;
-        rig.library.results[failing] = code;
-        EXPECT_FALSE(sequence.run(rig.commands));
+      for (const auto& failure : FailuresOf(good[failing])) {
+        const auto spoil = [&](FakeBeamlink& library) { library.results[failing] = failure.first; };
         // A projector that does not know the model-class query keeps silent.
-        const bool unknown_model = good[failing] == "send 00850000010086" && code == -3;
-        ExpectStopped(rig, good, failing,
-                      unknown_model ? rig.ErrorText(74, 1) : rig.ErrorText(number, code));
+        const bool unknown_model = good[failing] == "send 00850000010086" && failure.first == -3;
+        ExpectStopped(sequence, good, failing, spoil, unknown_model ? 74 : failure.second,
+                      unknown_model ? 1 : failure.first);
       }
     }
   }
 }
 
 struct ReplyRow {
-  const char* name;
   Frame reply;
   int code, number;              // of the box that a data command shows
   int probe_code, probe_number;  // of the box that the probe shows
@@ -142,29 +141,24 @@ struct ReplyRow {
 
 TEST(ProjectorCommands, EachBadReplyStopsWithItsMessage) {
   const ReplyRow kReplies[] = {
-      {"empty", {}, -5, 141, -5, 141},
-      {"two bytes short", {1, 2, 3, 4, 5}, -5, 141, -5, 141},
-      {"no checksum", {0x21, 0xDF, 0, 0, 1, 0}, -5, 141, -5, 141},
-      {"error 1", {0x21, 0xDF, 0, 0, 1, 1, 0}, 2, 142, 1, 74},
-      {"error 2", {0x21, 0xDF, 0, 0, 1, 2, 0}, 2, 142, 2, 142},
-      {"error 3", {0x21, 0xDF, 0, 0, 1, 3, 0}, 2, 142, 3, 75},
-      {"error 255", {0x21, 0xDF, 0, 0, 1, 255, 0}, 2, 142, 255, 142},
+      {{}, -5, 141, -5, 141},
+      {{1, 2, 3, 4, 5}, -5, 141, -5, 141},
+      {{0x21, 0xDF, 0, 0, 1, 0}, -5, 141, -5, 141},
+      {{0x21, 0xDF, 0, 0, 1, 1, 0}, 2, 142, 1, 74},
+      {{0x21, 0xDF, 0, 0, 1, 2, 0}, 2, 142, 2, 142},
+      {{0x21, 0xDF, 0, 0, 1, 3, 0}, 2, 142, 3, 75},
+      {{0x21, 0xDF, 0, 0, 1, 255, 0}, 2, 142, 255, 142},
   };
   for (const Sequence& sequence : Sequences()) {
     const Calls good = GoodCalls(sequence);
     for (std::size_t failing = 0; failing < good.size(); ++failing) {
       const std::string& call = good[failing];
       if (!call.starts_with("send ") || call == "send 00850000010086") continue;
+      const bool probe = call == "send 01DF000000E0";
       for (const ReplyRow& row : kReplies) {
-        SCOPED_TRACE(std::string(sequence.name) + ", " + call.substr(0, 19) + ", " + row.name);
-        Rig rig;
-        rig.library.model_class = sequence.model_class;
-        rig.library.replies[failing] = row.reply;
-        EXPECT_FALSE(sequence.run(rig.commands));
-        const bool probe = call == "send 01DF000000E0";
-        ExpectStopped(rig, good, failing,
-                      probe ? rig.ErrorText(row.probe_number, row.probe_code)
-                            : rig.ErrorText(row.number, row.code));
+        const auto spoil = [&](FakeBeamlink& library) { library.replies[failing] = row.reply; };
+        ExpectStopped(sequence, good, failing, spoil, probe ? row.probe_number : row.number,
+                      probe ? row.probe_code : row.code);
       }
     }
   }
@@ -254,24 +248,19 @@ TEST(ProjectorCommands, FaultsCloseTheLinkAndAreReported) {
 
 TEST(ProjectorCommands, IncompleteRegisterTextsAreNotSent) {
   const std::string length = "The length of parameter is not correct.";
-  const struct {
-    const char* scroll;
-    PJPcViewerInformation panel;
-    std::size_t calls;
-    std::string message;
-  } rows[] = {
+  const std::tuple<const char*, PJPcViewerInformation, std::size_t, std::string> rows[] = {
       {"00", {16, 12}, 0, length},
       {"0000", {24, 18}, 6, length},
       {"00G0", {16, 12}, 15, "[3] Wrong value."},
   };
-  for (const auto& row : rows) {
+  for (const auto& [scroll, panel, calls, message] : rows) {
     Rig rig;
-    rig.global.Registers[kVertical][kScroll] = row.scroll;
-    rig.library.panel = row.panel;
-    EXPECT_FALSE(rig.commands.SendRegisters()) << row.scroll;
-    EXPECT_EQ(rig.display.Texts(), Calls{row.message});
-    ASSERT_EQ(rig.library.calls.size(), row.calls) << row.scroll;
-    EXPECT_TRUE(row.calls == 0 || rig.library.calls.back() == "close") << row.scroll;
+    rig.global.Registers[kVertical][kScroll] = scroll;
+    rig.library.panel = panel;
+    EXPECT_FALSE(rig.commands.SendRegisters()) << scroll;
+    EXPECT_EQ(rig.display.Texts(), Calls{message});
+    ASSERT_EQ(rig.library.calls.size(), calls) << scroll;
+    EXPECT_TRUE(calls == 0 || rig.library.calls.back() == "close") << scroll;
   }
 }
 
