@@ -80,11 +80,7 @@ TEST(Settings, NumbersAreTakenWithinTheirRangeAlone) {
 }
 
 TEST(Settings, LineForms) {
-  const struct {
-    const char* name;
-    std::vector<std::string> lines;
-    const char *key, *value;
-  } rows[] = {
+  const std::tuple<const char*, std::vector<std::string>, const char*, const char*> rows[] = {
       {"blanks around key and value", {"  ComPort  =  5  "}, "ComPort", "5"},
       {"characters that are no digits", {"LANTimeOut=4,5s00"}, "LANTimeOut", "4500"},
       {"comment", {";ComPort=5"}, "ComPort", "0"},
@@ -108,9 +104,9 @@ TEST(Settings, LineForms) {
       {"far left", {"DialogPosX=-2147483648"}, "DialogPosX", "-2147483648"},
       {"too far left", {"DialogPosX=-2147483649"}, "DialogPosX", "0"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ValueOf(Read(row.lines), row.key), row.value);
+  for (const auto& [name, lines, key, value] : rows) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(ValueOf(Read(lines), key), value);
   }
 }
 
