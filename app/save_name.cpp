@@ -53,7 +53,7 @@ std::filesystem::path ChooseSaveName(
   fs::path path = ask(offered);
   fs::path offered_again;
   while (!path.empty()) {
-    const fs::path name = SaveNameOf(path, type);
+    fs::path name = SaveNameOf(path, type);
     std::error_code ignored;
     if (name == path || !fs::exists(name, ignored)) return name;
     // A dialog that doubles the extension each time cannot ask about the name itself.
