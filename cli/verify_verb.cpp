@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -57,12 +58,23 @@ bool IsWhole(const ShownState& state) {
   return true;
 }
 
+// A fraction, or a number of any size with a point, would not become a whole one by itself.
+bool IsOfWholeNumbers(const nlohmann::json& values) {
+  return std::all_of(values.begin(), values.end(),
+                     [](const nlohmann::json& value) { return value.is_number_integer(); });
+}
+
 std::optional<ShownState> StateOf(const std::string& text) {
   try {
     const nlohmann::json json = nlohmann::json::parse(text);
     const nlohmann::json& scales = json.at("line_scales");
     const nlohmann::json& session = json.at("session");
-    ShownState state{{json.at("panel").at("width"), json.at("panel").at("height")},
+    const nlohmann::json& panel = json.at("panel");
+    if (!IsOfWholeNumbers(panel) || !IsOfWholeNumbers(scales.at("horizontal")) ||
+        !IsOfWholeNumbers(scales.at("vertical"))) {
+      return std::nullopt;
+    }
+    ShownState state{{panel.at("width"), panel.at("height")},
                      {scales.at("horizontal"), scales.at("vertical")},
                      session.at("frames"),
                      session.at("bytes")};

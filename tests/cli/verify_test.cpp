@@ -78,8 +78,10 @@ TEST_F(VerifyTest, RefusesWhatIsNoState) {
   nlohmann::json tiny_panel = StateShowing(bent_);
   tiny_panel["panel"]["height"] = kMinPanelLines - 1;
   tiny_panel["line_scales"]["horizontal"] = std::vector<int>(kMinPanelLines - 1, 32768);
+  nlohmann::json fraction = StateShowing(bent_);
+  fraction["line_scales"]["vertical"][3] = 6.4e37;
   for (const std::string& text : Words{"", "{", "[1]", short_scales.dump(), no_session.dump(),
-                                       huge_panel.dump(), tiny_panel.dump()}) {
+                                       huge_panel.dump(), tiny_panel.dump(), fraction.dump()}) {
     const CliResult result = Verify(bent_, text);
     EXPECT_EQ(result.exit_code, 1) << text.substr(0, 40);
     EXPECT_TRUE(Holds(result.err, "is not a state file")) << result.err;
