@@ -3,9 +3,9 @@
 
 enable_language(RC)
 
-# The maker's line of the about box, so that the file's properties say the same.
+# The maker's line of the about box, its first, so that the file's properties say the same.
 file(STRINGS ${CMAKE_SOURCE_DIR}/resources/catalogue_en.txt warpline_maker REGEX "^62: " ENCODING UTF-8)
-string(REGEX REPLACE "^62: " "" warpline_maker "${warpline_maker}")
+string(REGEX REPLACE "^62: |[\\]n.*$" "" warpline_maker "${warpline_maker}")
 string(REGEX REPLACE "^Developed by the " "" warpline_company "${warpline_maker}")
 
 function(warpline_version_resource target description)
