@@ -6,10 +6,11 @@ namespace warpline {
 
 Engine::Engine(MessageDisplay& display, BusyIndicator& busy_indicator, BeamlinkProvider beamlink)
     : busy(busy_indicator),
-      messages(global, display),
+      held(display),
+      messages(global, held),
       files(messages),
       link(messages, busy, std::move(beamlink)),
-      commands(global, link, messages, busy) {
+      commands(global, link, messages, held, busy) {
   ResetModel(global);
 }
 

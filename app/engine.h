@@ -22,6 +22,7 @@ struct Engine {
   // In the order in which they need each other.
   LSSglobal global;
   BusyIndicator& busy;
+  HeldMessages held;
   Messages messages;
   LSSfile files;
   ProjectorLink link;

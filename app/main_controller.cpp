@@ -21,7 +21,8 @@ constexpr int kIconButtonsPerGroup = kSliderCount;
 
 MainController::MainController(Engine& engine, MainView& view,
                                std::filesystem::path application_data)
-    : global_(engine.global),
+    : engine_(engine),
+      global_(engine.global),
       files_(engine.files),
       commands_(engine.commands),
       messages_(engine.messages),
@@ -112,7 +113,7 @@ void MainController::Apply() {
 }
 
 void MainController::Store() {
-  RunCommand([this] { commands_.Store(); });
+  RunCommand([this] { commands_.AskAndStore(); });
 }
 
 void MainController::Initialize() {
@@ -120,7 +121,19 @@ void MainController::Initialize() {
 }
 
 void MainController::ApplyInRealTime() {
-  if (RealTime()) Apply();
+  if (!RealTime()) return;
+  released_ = true;
+  if (!command_running_) Follow();
+}
+
+// The hand goes on while the projector takes its time; what it left meanwhile is sent at once.
+void MainController::Follow() {
+  command_running_ = true;
+  while (std::exchange(released_, false) && !(global_.Correction == commands_.Sent())) {
+    commands_.Follow();
+    view_.ShowValues();
+  }
+  command_running_ = false;
 }
 
 void MainController::ToggleProjection(Axis axis) {
@@ -237,6 +250,12 @@ bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
 }
 
 void MainController::CurveChanged() {
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+void MainController::ConnectionChanged() {
+  commands_.ForgetProjector();
   view_.ShowModel();
 }
 

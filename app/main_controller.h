@@ -6,6 +6,7 @@
 
 #include "app/engine.h"
 #include "app/preview_geometry.h"
+#include "app/status_line.h"
 #include "platform/environment.h"
 
 // Everything that the main window's controls, buttons and menus do, without a window. The window
@@ -66,6 +67,9 @@ class MainController {
   // The model differs from what was last saved, loaded or chosen as a screen type.
   bool HasUnsavedChanges() const { return !(global_.Correction == snapshot_); }
 
+  // What the line at the window's foot says while nothing is under way.
+  StatusLine Status() const { return StatusOf(engine_); }
+
   // The preview drawing of the model. Empty after a fault, which has been shown.
   PreviewDrawing Preview() const;
 
@@ -76,6 +80,9 @@ class MainController {
   // A slider was moved to a value, its mouse button or a key released. shift_alone: the Shift key
   // and no other modifier is held at this moment. A value that the slider shows already leaves the
   // model as it is, so that one which the slider cannot show survives until the slider is moved.
+  //
+  // In Real Time a release sends the correction when it differs from the one sent last. A release
+  // while that is under way is sent afterwards, with all that has changed by then.
   void MoveSlider(int slider, int value);
   void ReleaseSlider();
   void ReleaseKey(int key_code, bool shift_alone);
@@ -87,6 +94,8 @@ class MainController {
 
   // The model never changes because of a projector that failed. A command given while another one
   // runs does nothing.
+  //
+  // Store asks what to keep when the projector shows something else and would keep that.
   void Apply();
   void Store();
   void Initialize();
@@ -118,8 +127,11 @@ class MainController {
   // window stays open.
   bool Close(std::int32_t window_x, std::int32_t window_y);
 
-  // What the curve editor applied is in the model: shows it.
+  // What the curve editor applied is in the model: shows it, and sends it in Real Time.
   void CurveChanged();
+
+  // The settings may name another projector now.
+  void ConnectionChanged();
 
  private:
   bool SaveTo(const std::filesystem::path& path);
@@ -129,10 +141,12 @@ class MainController {
   std::filesystem::path ChooseSaveName();
   template <typename Command>
   void RunCommand(Command command);
+  void Follow();
   void ApplyInRealTime();
   void TakeSnapshot();
   void KeepSettings();
 
+  const Engine& engine_;
   LSSglobal& global_;
   LSSfile& files_;
   ProjectorCommands& commands_;
@@ -143,6 +157,7 @@ class MainController {
   CorrectionData snapshot_;
   int group_ = 0;
   bool command_running_ = false;
+  bool released_ = false;  // a change that is to be sent in Real Time
 };
 
 }  // namespace warpline

@@ -12,8 +12,7 @@ namespace {
 // than which one.
 class SilentDisplay : public MessageDisplay {
  public:
-  void Show(const std::string&, const std::string&, MessageIcon) override {}
-  MessageAnswer Ask(const std::string&, const std::string&) override { return MessageAnswer::kNo; }
+  std::size_t Show(const UserMessage&) override { return 0; }
 };
 
 std::filesystem::path SettingsFile(const std::filesystem::path& application_data) {

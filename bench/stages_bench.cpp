@@ -128,10 +128,7 @@ class Format {
  private:
   class NoDisplay : public MessageDisplay {
    public:
-    void Show(const std::string&, const std::string&, MessageIcon) override {}
-    MessageAnswer Ask(const std::string&, const std::string&) override {
-      return MessageAnswer::kNo;
-    }
+    std::size_t Show(const UserMessage&) override { return 0; }
   };
 
   LSSglobal global_;

@@ -16,17 +16,13 @@ namespace {
 // Keeps what would have been shown, on one line.
 class CollectingDisplay : public MessageDisplay {
  public:
-  void Show(const std::string& title, const std::string& text, MessageIcon icon) override {
-    static_cast<void>(title);
-    static_cast<void>(icon);
-    if (text == last_) return;
-    last_ = text;
-    if (!line.empty()) line += ' ';
-    line += text;
-  }
-  MessageAnswer Ask(const std::string& title, const std::string& text) override {
-    Show(title, text, MessageIcon::kQuestion);
-    return MessageAnswer::kNo;
+  std::size_t Show(const UserMessage& message) override {
+    if (message.text != last_) {
+      last_ = message.text;
+      if (!line.empty()) line += ' ';
+      line += message.text;
+    }
+    return message.choices.size() - 1;
   }
 
   std::string line;

@@ -144,9 +144,11 @@ int ParseAndRun(const std::vector<std::string>& words, Session& session) {
 
 }  // namespace
 
-int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err,
+                   bool errors_seen) {
   const std::string language = LanguageWord(words);
   Session session(out, err, LanguageOfWord(language));
+  session.busy.SetSeen(errors_seen);
   if (!language.empty() && language != "ja" && language != "en") {
     return session.UsageError(CliText::kBadLanguage, {language});
   }

@@ -2,24 +2,36 @@
 
 #include "app/correction_file.h"
 #include "app/fault_report.h"
+#include "app/status_line.h"
 #include "platform/files.h"
 
 namespace warpline {
 
-void StreamDisplay::Show(const std::string& title, const std::string& text, MessageIcon icon) {
-  static_cast<void>(title);
-  static_cast<void>(icon);
+std::size_t StreamDisplay::Show(const UserMessage& message) {
   if (!file_name_.empty()) stream_ << file_name_ << ": ";
-  stream_ << text << '\n';
+  stream_ << message.text << '\n';
+  return message.choices.size() - 1;
 }
 
-MessageAnswer StreamDisplay::Ask(const std::string& title, const std::string& text) {
-  Show(title, text, MessageIcon::kQuestion);
-  return MessageAnswer::kNo;
+// What stood on the line goes: the terminal's code for "to the end of the line" is known
+// everywhere.
+constexpr const char* kFreshLine = "\r\x1b[K";
+
+void TerminalProgress::ShowStep(int step, int steps) {
+  if (seen_) stream_ << kFreshLine << text_(step, steps) << std::flush;
+}
+
+void TerminalProgress::EndSteps() {
+  if (seen_) stream_ << kFreshLine << std::flush;
 }
 
 Session::Session(std::ostream& out_stream, std::ostream& err_stream, Language language)
-    : out(out_stream), err(err_stream), texts(CliTextsOf(language)), display(err_stream) {
+    : out(out_stream),
+      err(err_stream),
+      texts(CliTextsOf(language)),
+      display(err_stream),
+      busy(err_stream,
+           [this](int step, int steps) { return ProgressText(engine.global, step, steps); }) {
   ApplyLanguage(engine.global, language);
 }
 

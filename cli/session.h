@@ -21,12 +21,12 @@ inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailed = 1;  // the work failed: a bad file, a projector that refused
 inline constexpr int kExitUsage = 2;   // the command line is wrong
 
-// Messages become lines of standard error. There is nobody to answer a question: the answer is No.
+// Messages become lines of standard error. There is nobody to answer a question: the answer is the
+// choice that gives up.
 class StreamDisplay : public MessageDisplay {
  public:
   explicit StreamDisplay(std::ostream& stream) : stream_(stream) {}
-  void Show(const std::string& title, const std::string& text, MessageIcon icon) override;
-  MessageAnswer Ask(const std::string& title, const std::string& text) override;
+  std::size_t Show(const UserMessage& message) override;
 
   // The file that the next messages are about: its name begins their lines. Empty: none.
   void SetFile(std::string name) { file_name_ = std::move(name); }
@@ -36,12 +36,34 @@ class StreamDisplay : public MessageDisplay {
   std::string file_name_;
 };
 
-// A command line shows no hourglass.
+// A command line shows no hourglass, and is ended by its signals.
 class NoBusyIndicator : public BusyIndicator {
  public:
-  void BeginBusy() override {}
+  void BeginBusy(BusyKind) override {}
   void EndBusy() override {}
   void ProcessPendingEvents() override {}
+  void ShowStep(int, int) override {}
+  void EndSteps() override {}
+  bool Cancelled() const override { return false; }
+};
+
+// Shows on one line of a terminal how far the work has come, and takes it away at the end.
+class TerminalProgress : public NoBusyIndicator {
+ public:
+  // stream must outlive this object. text says what a step is.
+  TerminalProgress(std::ostream& stream, std::function<std::string(int step, int steps)> text)
+      : stream_(stream), text_(std::move(text)) {}
+
+  // Somebody looks at the stream: without that nothing is shown.
+  void SetSeen(bool seen) { seen_ = seen; }
+
+  void ShowStep(int step, int steps) override;
+  void EndSteps() override;
+
+ private:
+  std::ostream& stream_;
+  std::function<std::string(int step, int steps)> text_;
+  bool seen_ = false;
 };
 
 class Session {
@@ -68,7 +90,7 @@ class Session {
   std::ostream& err;
   const CliTexts& texts;
   StreamDisplay display;
-  NoBusyIndicator busy;
+  TerminalProgress busy;
   Engine engine{display, busy};
 };
 

@@ -6,5 +6,6 @@
 
 int main(int argc, char** argv) {
   warpline::PrepareConsole();
-  return warpline::RunCommandLine(warpline::CommandLineWords(argc, argv), std::cout, std::cerr);
+  return warpline::RunCommandLine(warpline::CommandLineWords(argc, argv), std::cout, std::cerr,
+                                  warpline::ErrorsAreSeen());
 }

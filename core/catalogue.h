@@ -15,7 +15,30 @@ inline constexpr int kMessageCount = 219;
 #define WARPLINE_TOOL_TEXTS(X) \
   X(FileTypes)                 \
   X(RealTimeOn)                \
-  X(RealTimeOff)
+  X(RealTimeOff)               \
+  X(Yes)                       \
+  X(No)                        \
+  X(Close)                     \
+  X(SendAgain)                 \
+  X(TryAgain)                  \
+  X(StoreQuestion)             \
+  X(SendAndStore)              \
+  X(StoreShown)                \
+  X(LinkSerial)                \
+  X(LinkLan)                   \
+  X(LinkUsb)                   \
+  X(ShownUnknown)              \
+  X(ShownNone)                 \
+  X(ShownThis)                 \
+  X(ShownOlder)                \
+  X(ShownRegisters)            \
+  X(Kept)                      \
+  X(NotKept)                   \
+  X(ShownAndKept)              \
+  X(NothingSent)               \
+  X(Connecting)                \
+  X(SendingStep)               \
+  X(SendingStopped)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

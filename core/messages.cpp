@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "core/catalogue.h"
 #include "core/link_results.h"
@@ -75,31 +76,38 @@ int MessageNumber(MessageCategory category, int code) {
 void Messages::ShowMessage(MessageCategory category, int code) const {
   std::string text = TextOf(global_, MessageNumber(category, code));
   if (category != MessageCategory::kFile) text += "  Error : " + std::to_string(code);
-  display_.Show(TextOf(global_, kMsgTitle), text, MessageIcon::kCritical);
+  Choose(text, MessageIcon::kCritical, {TextOf(global_, kMsgOk)});
 }
 
 void Messages::ShowText(int number, MessageIcon icon) const {
-  display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, number), icon);
+  Choose(TextOf(global_, number), icon, {TextOf(global_, kMsgOk)});
 }
 
 void Messages::ShowFileText(int number, const std::filesystem::path& file) const {
-  display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, number) + "\n" + Utf8Of(file),
-                MessageIcon::kCritical);
+  ShowSystemError(TextOf(global_, number) + "\n" + Utf8Of(file));
 }
 
 void Messages::ShowSystemError(const std::string& description) const {
-  display_.Show(TextOf(global_, kMsgTitle), description, MessageIcon::kCritical);
+  Choose(description, MessageIcon::kCritical, {TextOf(global_, kMsgOk)});
 }
 
 void Messages::ShowFault(FaultCode code) const {
   std::string report = "[";
   report.append(std::to_string(static_cast<int>(code))).append("] ");
   report.append(TextOf(global_, kMsgWrongValue));
-  display_.Show(TextOf(global_, kMsgTitle), report, MessageIcon::kCritical);
+  ShowSystemError(report);
 }
 
 MessageAnswer Messages::Ask(int number) const {
-  return display_.Ask(TextOf(global_, kMsgTitle), TextOf(global_, number));
+  return static_cast<MessageAnswer>(
+      Choose(TextOf(global_, number), MessageIcon::kQuestion,
+             {TextOf(global_, ToolText::kYes), TextOf(global_, ToolText::kNo),
+              TextOf(global_, kMsgCancel)}));
+}
+
+std::size_t Messages::Choose(std::string text, MessageIcon icon,
+                             std::vector<std::string> choices) const {
+  return display_.Show({TextOf(global_, kMsgTitle), std::move(text), icon, std::move(choices)});
 }
 
 }  // namespace warpline

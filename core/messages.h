@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "core/LSSglobal.h"
 #include "core/fault.h"
@@ -62,8 +63,11 @@ class Messages {
   // The run-time error report: "[code] " and the text for a wrong value.
   void ShowFault(FaultCode code) const;
 
-  // A catalogue text as a question.
+  // A catalogue text as a question with Yes, No and Cancel.
   MessageAnswer Ask(int number) const;
+
+  // A text with buttons of its own, the one that gives up last: the number of the one pressed.
+  std::size_t Choose(std::string text, MessageIcon icon, std::vector<std::string> choices) const;
 
  private:
   const LSSglobal& global_;

@@ -91,6 +91,7 @@ bool ProjectorLink::OpenLink(const Settings& settings) {
   if (result >= 0) {
     handle_ = result;
     time_out_ = TimeOutOf(settings);
+    model_.reset();
     return true;
   }
   last_open_error_ = result;
@@ -158,17 +159,20 @@ bool ProjectorLink::Passed(MessageCategory category, std::int32_t result) {
 }
 
 bool ProjectorLink::SetTimeOut(std::int32_t milliseconds) {
+  if (busy_.Cancelled()) return false;
   // Every exchange begins here, so this is where a link that is not open shows.
   if (!IsOpen()) return Passed(MessageCategory::kExchange, kBeamlinkNotInitialized);
   return Passed(MessageCategory::kTimeOut, library_->PJCommDevSetAckTimeout(handle_, milliseconds));
 }
 
 bool ProjectorLink::CheckRunning() {
+  if (busy_.Cancelled()) return false;
   PJRunningStatus status{};
   return Passed(MessageCategory::kExchange, library_->PJGetRunningStatus(handle_, &status));
 }
 
 std::optional<PanelSize> ProjectorLink::ReadPanel() {
+  if (busy_.Cancelled()) return std::nullopt;
   PJPcViewerInformation information{};
   const std::int32_t result = library_->PJGetPcViewerInformation(handle_, &information);
   const bool hidden = result == kBeamlinkNoPanelInformation;
@@ -188,7 +192,7 @@ std::int32_t ProjectorLink::SendRaw(const Frame& frame) {
 }
 
 bool ProjectorLink::Exchange(const Frame& frame, std::int32_t time_out) {
-  return SetTimeOut(time_out) && CheckRunning() &&
+  return SetTimeOut(time_out) && CheckRunning() && !busy_.Cancelled() &&
          Passed(MessageCategory::kExchange, SendRaw(frame));
 }
 
@@ -212,14 +216,16 @@ bool ProjectorLink::ReplyAccepted() {
 }
 
 std::optional<ModelAnswer> ProjectorLink::AskModelClass() {
+  if (model_) return model_;
   if (!SetTimeOut(time_out_) || !CheckRunning()) return std::nullopt;
   const std::int32_t result = SendRaw(FrameOf(kModelClassText));
   // A projector that knows no model classes keeps silent or answers with less.
   const bool silent = result == kBeamlinkNoResponse ||
                       (result == kBeamlinkOk && reply_.size() <= kReplyModelClassByte);
-  if (silent) return ModelAnswer{};
-  if (!Passed(MessageCategory::kExchange, result)) return std::nullopt;
-  return ModelAnswer{reply_[kReplyModelClassByte], reply_[kReplyErrorByte]};
+  if (!silent && !Passed(MessageCategory::kExchange, result)) return std::nullopt;
+  model_ =
+      silent ? ModelAnswer{} : ModelAnswer{reply_[kReplyModelClassByte], reply_[kReplyErrorByte]};
+  return model_;
 }
 
 bool ProjectorLink::SendStore(const RegisterSet& registers) {

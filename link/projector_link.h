@@ -12,9 +12,10 @@
 #include "link/command_frames.h"
 
 // The operations that the tool needs of the control library. Each returns true on success; a
-// failure has already been shown to the user in exactly one message when it returns false. The link
-// stays open after a failure: the caller closes it. What a projector told is returned, and kept
-// nowhere else.
+// failure has already been shown to the user in exactly one message when it returns false. When the
+// user cancels, an operation ends before its next call of the library, with false and no message.
+// The link stays open after a failure: the caller closes it. What a projector told is returned, and
+// kept nowhere else.
 
 namespace warpline {
 
@@ -48,6 +49,13 @@ class ProjectorLink {
   // Other numbers throw Fault(kIndexOutOfRange).
   bool SendCommand(int number, const RegisterSet& registers, std::int16_t mode);
 
+  // The projector's model class, 0 for one that knows none. Asked at most once while the link is
+  // open.
+  std::optional<ModelAnswer> AskModelClass();
+
+  // What the link that was open last was told of it, if it asked.
+  std::optional<ModelAnswer> AskedModelClass() const { return model_; }
+
   // The projector's picture mode: 1, or 0 for every other value of its answer. An answer that tells
   // no mode is a failure.
   std::optional<std::int16_t> QueryMode();
@@ -76,8 +84,6 @@ class ProjectorLink {
   std::optional<std::uint8_t> ReplyError();
   // The error byte of the last reply tells that the command was accepted.
   bool ReplyAccepted();
-  // Class 0 for a projector that knows no model classes.
-  std::optional<ModelAnswer> AskModelClass();
   bool SendStore(const RegisterSet& registers);
 
   const Messages& messages_;
@@ -87,6 +93,7 @@ class ProjectorLink {
   std::int32_t handle_ = -1;
   std::int32_t time_out_ = 0;  // milliseconds
   std::int32_t last_open_error_ = 0;
+  std::optional<ModelAnswer> model_;
   Frame reply_;
 };
 

@@ -1,7 +1,13 @@
+#include <unistd.h>
+
 #include "platform/console.h"
 
 namespace warpline {
 
 void PrepareConsole() {}
+
+bool ErrorsAreSeen() {
+  return isatty(STDERR_FILENO) == 1;
+}
 
 }  // namespace warpline

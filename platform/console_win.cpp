@@ -8,4 +8,9 @@ void PrepareConsole() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
+bool ErrorsAreSeen() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 }  // namespace warpline

@@ -56,9 +56,12 @@ void LSSmain::ShowFirst() {
 void LSSmain::CreateContent() {
   const wxWindowUpdateLocker unpainted(panel_);
   SetMenuBar(CreateMenuBar(parts_.engine.global));
-  controls_ = CreateMainControls(panel_, parts_.engine.global, CreateSliderHandlers());
+  controls_ = CreateMainControls(panel_, parts_.engine.global, CreateSliderHandlers(),
+                                 CreateStatusHandlers());
   SetSizes();
   parts_.busy.Attach(this);
+  parts_.busy.SetTexts(parts_.engine.global);
+  parts_.busy.SetWatcher([this] { FollowingChanged(); });
   parts_.busy.SetSilentControl(controls_.scr_select);
   BindControls();
   BindWindow();
@@ -97,7 +100,7 @@ void LSSmain::SetSizes() {
 }
 
 SliderHandlers LSSmain::CreateSliderHandlers() {
-  const auto idle = [this] { return !parts_.busy.IsBusy(); };
+  const auto idle = [this] { return !parts_.busy.IsBusy() || parts_.busy.IsFollowing(); };
   return {
       [this, idle](int row, int value) {
         if (idle()) controller_.MoveSlider(row, value);
@@ -116,13 +119,17 @@ SliderHandlers LSSmain::CreateSliderHandlers() {
   };
 }
 
+MainStatus::Handlers LSSmain::CreateStatusHandlers() {
+  return {[this] { WhenIdle([this] { controller_.Apply(); }); }, [this] { parts_.busy.Cancel(); }};
+}
+
 void LSSmain::BindControls() {
-  controls_.scr_select->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    controller_.SelectScreenType(event.GetSelection());
-  });
-  WhenChosenAgain(*controls_.scr_select, [this] {
-    if (!parts_.busy.IsBusy()) controller_.SelectScreenType(controls_.scr_select->GetSelection());
-  });
+  const auto select_screen = [this] {
+    const int type = controls_.scr_select->GetSelection();
+    WhenIdle([this, type] { controller_.SelectScreenType(type); });
+  };
+  controls_.scr_select->Bind(wxEVT_CHOICE, [select_screen](wxCommandEvent&) { select_screen(); });
+  WhenChosenAgain(*controls_.scr_select, select_screen);
   for (int group = 0; group < kGroupCount; ++group) {
     controls_.ctrl_select[static_cast<std::size_t>(group)]->Bind(
         wxEVT_RADIOBUTTON, [this, group](wxCommandEvent&) { controller_.SelectGroup(group); });
@@ -157,6 +164,7 @@ void LSSmain::BindWindow() {
   });
   Bind(wxEVT_CLOSE_WINDOW, &LSSmain::OnClose, this);
   Bind(wxEVT_ICONIZE, &LSSmain::OnIconize, this);
+  Bind(wxEVT_CHAR_HOOK, &LSSmain::OnCharHook, this);
 }
 
 void LSSmain::ShowModel() {
@@ -166,12 +174,39 @@ void LSSmain::ShowModel() {
   ShowGroup(controls_, parts_.engine.global, controller_.Group());
   controls_.applybutton->Enable(controller_.ApplyEnabled());
   controls_.testpattern->SetValue(parts_.engine.global.Settings.TestPattern == 1);
+  ShowStatus();
   ShowPreview();
 }
 
 void LSSmain::ShowValues() {
   ShowGroupValues(controls_, parts_.engine.global, controller_.Group());
+  ShowStatus();
   RedrawPreview();
+}
+
+void LSSmain::ShowStatus() {
+  const WindowBusy& busy = parts_.busy;
+  controls_.status->Show(controller_.Status());
+  if (!busy.IsFollowing()) return;
+  controls_.status->ShowWork(ProgressText(parts_.engine.global, busy.Step(), busy.Steps()),
+                             busy.IsLong());
+}
+
+// What had to wait comes with the next events, when nothing is under way any more.
+void LSSmain::FollowingChanged() {
+  ShowStatus();
+  if (waiting_ && !parts_.busy.IsFollowing()) {
+    CallAfter([this] { WhenIdle(std::exchange(waiting_, nullptr)); });
+  }
+}
+
+void LSSmain::WhenIdle(const std::function<void()>& act) {
+  if (!act) return;
+  if (parts_.busy.IsFollowing()) {
+    waiting_ = act;
+  } else if (!parts_.busy.IsBusy()) {
+    act();
+  }
 }
 
 void LSSmain::ShowMenus() {
@@ -198,6 +233,11 @@ std::filesystem::path LSSmain::ChooseFileToSave(const std::filesystem::path& fol
 // A question may be open already when the window system asks once more, and a command that is at
 // work, or a dialog that keeps the window disabled, still uses it.
 void LSSmain::OnClose(wxCloseEvent& event) {
+  if (event.CanVeto() && parts_.busy.IsFollowing()) {
+    WhenIdle([this] { Close(); });
+    event.Veto();
+    return;
+  }
   if (event.CanVeto() && (closing_ || parts_.busy.IsBusy() || !IsThisEnabled())) {
     event.Veto();
     return;

@@ -4,6 +4,7 @@
 #include <wx/panel.h>
 
 #include <filesystem>
+#include <functional>
 #include <string_view>
 
 #include "app/main_controller.h"
@@ -29,8 +30,9 @@ class LSSmain : public wxFrame, private MainView {
   // events. To be called once, before anything else is asked of the window.
   void ShowFirst();
 
-  // Runs a command by the product name of its menu item or button. Nothing happens while another
-  // command is at work or the window is not complete yet.
+  // Runs a command by the product name of its menu item or button. While the projector follows the
+  // hand it waits; nothing happens while another command is at work or the window is not complete
+  // yet.
   void Run(std::string_view name);
 
   MainController& Controller() { return controller_; }
@@ -46,6 +48,7 @@ class LSSmain : public wxFrame, private MainView {
                                          const std::filesystem::path& current) override;
 
   SliderHandlers CreateSliderHandlers();
+  MainStatus::Handlers CreateStatusHandlers();
   void BindControls();
   void BindWindow();
   void CreateContent();
@@ -53,6 +56,9 @@ class LSSmain : public wxFrame, private MainView {
   void SetSizes();
   void PlaceAsStored();
   void ShowMenus();
+  void ShowStatus();
+  void FollowingChanged();
+  void WhenIdle(const std::function<void()>& act);
   void ShowPreview();
   void RedrawPreview();
   void PlacePreviewWindow();
@@ -60,6 +66,7 @@ class LSSmain : public wxFrame, private MainView {
 
   void OnClose(wxCloseEvent& event);
   void OnIconize(wxIconizeEvent& event);
+  void OnCharHook(wxKeyEvent& event);
 
   void EditCurve();
   void OpenSettings();
@@ -74,6 +81,7 @@ class LSSmain : public wxFrame, private MainView {
   LSSview* view_ = nullptr;  // owned by this window; none before the first events
   bool preview_placed_ = false;
   bool closing_ = false;
+  std::function<void()> waiting_;  // until the projector has followed the hand
 };
 
 }  // namespace warpline

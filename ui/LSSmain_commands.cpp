@@ -66,7 +66,7 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
 
 void LSSmain::Run(std::string_view name) {
   const Command* command = FindCommand(name);
-  if (command != nullptr && view_ != nullptr && !parts_.busy.IsBusy()) command->run(*this);
+  if (command != nullptr && view_ != nullptr) WhenIdle([this, command] { command->run(*this); });
 }
 
 void LSSmain::EditCurve() {
@@ -76,7 +76,9 @@ void LSSmain::EditCurve() {
 
 void LSSmain::OpenSettings() {
   const bool detailed = parts_.engine.global.Settings.CommunicationMode == 1;
+  const Settings before = parts_.engine.global.Settings;
   (detailed ? OpenCommunicationSettings : OpenProjectorSearch)(parts_, this);
+  if (!(parts_.engine.global.Settings == before)) controller_.ConnectionChanged();
 }
 
 void LSSmain::OpenProjectorMode() {
@@ -122,6 +124,15 @@ void LSSmain::PlacePreviewWindow() {
   const wxRect own = GetScreenRect();
   const wxPoint beside(own.GetRight() + Gap(this), own.y);
   view_->SetPosition(HeldInside(UsableScreen(own.GetPosition()), beside, view_->GetSize()));
+}
+
+// Escape ends what is sent while the projector follows the hand.
+void LSSmain::OnCharHook(wxKeyEvent& event) {
+  if (event.GetKeyCode() == WXK_ESCAPE && parts_.busy.IsFollowing()) {
+    parts_.busy.Cancel();
+  } else {
+    event.Skip();
+  }
 }
 
 void LSSmain::OnIconize(wxIconizeEvent& event) {

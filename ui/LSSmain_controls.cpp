@@ -91,7 +91,8 @@ wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Control
 }  // namespace
 
 MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
-                                const SliderHandlers& handlers) {
+                                const SliderHandlers& handlers,
+                                const MainStatus::Handlers& status_handlers) {
   MainControls controls;
   const ControlMaker make(panel, global);
   const int edge = WideGap(panel);
@@ -102,6 +103,10 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
   all->AddStretchSpacer();
   all->Add(new wxStaticLine(panel), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   all->Add(CreateButtonLine(controls, panel, make), wxSizerFlags().Expand().Border(wxALL, edge));
+  controls.status = std::make_unique<MainStatus>(panel, global, status_handlers);
+  all->Add(new wxStaticLine(panel), wxSizerFlags().Expand());
+  all->Add(controls.status->Sizer(),
+           wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge).Border(wxTOP | wxBOTTOM, 2));
   panel->SetSizer(all);
   return controls;
 }

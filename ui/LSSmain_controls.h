@@ -10,6 +10,7 @@
 
 #include "core/LSSglobal.h"
 #include "ui/LSSmain_slider_row.h"
+#include "ui/LSSmain_status.h"
 
 // The main window's controls by their product names, and how they lie.
 
@@ -27,12 +28,14 @@ struct MainControls {
   wxButton* applybutton = nullptr;
   wxButton* storebutton = nullptr;
   wxButton* exitbutton = nullptr;
+  std::unique_ptr<MainStatus> status;
 };
 
 // Creates all of them on the panel in tab order, with their captions, and gives the panel its
 // sizer.
 MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
-                                const SliderHandlers& handlers);
+                                const SliderHandlers& handlers,
+                                const MainStatus::Handlers& status_handlers);
 
 // Which of the controls below the sliders a group has, and the two rows with captions, pictures and
 // values.

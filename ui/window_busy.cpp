@@ -25,14 +25,30 @@ void RenewTabStops(const wxWindow& panel) {
   }
 }
 
+// At once, not when the system finds the time: the next step may block.
+void PaintAll() {
+  for (wxWindow* window : wxTopLevelWindows) {
+    if (window->IsShown()) window->Update();
+  }
+}
+
 }  // namespace
 
-void WindowBusy::BeginBusy() {
+void WindowBusy::BeginBusy(BusyKind kind) {
   if (depth_++ > 0) return;
+  kind_ = kind;
+  cancelled_ = false;
+  if (progress_) progress_->Begin(window_);
   hourglass_ = std::make_unique<wxBusyCursor>();
+  if (kind_ == BusyKind::kCommand) Disable();
+}
+
+void WindowBusy::Disable() {
   focus_ = wxWindow::FindFocus();
   if (!focus_ && window_) focus_ = window_->IsActive() ? silent_ : last_;
-  if (window_) window_->Disable();
+  if (!window_) return;
+  window_->Disable();
+  ProcessPendingEvents();
 }
 
 void WindowBusy::EndBusy() {
@@ -43,6 +59,14 @@ void WindowBusy::EndBusy() {
   ProcessPendingEvents();
   depth_ = 0;
   hourglass_.reset();
+  if (kind_ == BusyKind::kCommand) {
+    Enable();
+  } else {
+    Watch();
+  }
+}
+
+void WindowBusy::Enable() {
   if (!window_) return;
   window_->Enable();
   RenewTabStops(*window_);
@@ -52,7 +76,29 @@ void WindowBusy::EndBusy() {
 
 void WindowBusy::ProcessPendingEvents() {
   wxEventLoopBase* loop = wxEventLoopBase::GetActive();
-  if (loop != nullptr && !loop->IsYielding()) loop->YieldFor(wxEVT_CATEGORY_ALL);
+  if (loop == nullptr || loop->IsYielding()) return;
+  loop->YieldFor(wxEVT_CATEGORY_ALL);
+  PaintAll();
+  if (kind_ == BusyKind::kCommand && progress_) progress_->Look();
+}
+
+void WindowBusy::ShowStep(int step, int steps) {
+  step_ = step;
+  steps_ = steps;
+  if (kind_ == BusyKind::kFollowing) {
+    Watch();
+  } else if (progress_) {
+    progress_->Show(step, steps);
+  }
+}
+
+void WindowBusy::EndSteps() {
+  step_ = steps_ = 0;
+  if (progress_) progress_->End();
+}
+
+void WindowBusy::Watch() const {
+  if (watcher_) watcher_();
 }
 
 }  // namespace warpline

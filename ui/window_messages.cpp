@@ -2,12 +2,17 @@
 
 #include <wx/app.h>
 #include <wx/dialog.h>
-#include <wx/msgdlg.h>
 
+#include <array>
+
+#include "ui/native/message_dialog.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
 namespace {
+
+// For one, two and three choices.
+constexpr std::array<long, 3> kButtons{wxOK, wxOK | wxCANCEL, wxYES_NO | wxCANCEL};
 
 long StyleOf(MessageIcon icon) {
   switch (icon) {
@@ -34,17 +39,20 @@ wxWindow* MessageOwner() {
   return top != nullptr && top->IsShown() ? top : nullptr;
 }
 
-void WindowMessages::Show(const std::string& title, const std::string& text, MessageIcon icon) {
-  wxMessageDialog box(MessageOwner(), WxText(text), WxText(title), wxOK | StyleOf(icon));
-  box.ShowModal();
-}
-
-MessageAnswer WindowMessages::Ask(const std::string& title, const std::string& text) {
-  wxMessageDialog box(MessageOwner(), WxText(text), WxText(title),
-                      wxYES_NO | wxCANCEL | wxICON_QUESTION);
-  const int answer = box.ShowModal();
-  if (answer == wxID_YES) return MessageAnswer::kYes;
-  return answer == wxID_NO ? MessageAnswer::kNo : MessageAnswer::kCancel;
+// The buttons' captions go by the box's kinds of buttons.
+std::size_t WindowMessages::Show(const UserMessage& message) {
+  const std::vector<std::string>& choices = message.choices;
+  const long buttons = kButtons.at(choices.size() - 1);
+  const auto box = MakeMessageDialog(MessageOwner(), WxText(message.text), WxText(message.title),
+                                     buttons | StyleOf(message.icon));
+  if (choices.size() == 1) box->SetOKLabel(WxText(choices[0]));
+  if (choices.size() == 2) box->SetOKCancelLabels(WxText(choices[0]), WxText(choices[1]));
+  if (choices.size() == 3) {
+    box->SetYesNoCancelLabels(WxText(choices[0]), WxText(choices[1]), WxText(choices[2]));
+  }
+  const int pressed = box->ShowModal();
+  if (pressed == wxID_YES || pressed == wxID_OK) return 0;
+  return pressed == wxID_NO ? 1 : choices.size() - 1;
 }
 
 }  // namespace warpline

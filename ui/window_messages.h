@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
 
 #include "core/interfaces.h"
 
@@ -12,8 +12,7 @@ namespace warpline {
 
 class WindowMessages : public MessageDisplay {
  public:
-  void Show(const std::string& title, const std::string& text, MessageIcon icon) override;
-  MessageAnswer Ask(const std::string& title, const std::string& text) override;
+  std::size_t Show(const UserMessage& message) override;
 };
 
 // The window that the user works in: the modal dialog opened last, else the main window, else none.

@@ -21,18 +21,15 @@ struct RecordedMessage {
   bool operator==(const RecordedMessage&) const = default;
 };
 
-// Keeps every message and question (a question has the question icon). Questions get the scripted
-// answers in order, and Cancel when there are none left.
+// Keeps every message. Those with several buttons get the scripted answers in order, and the last
+// button when there are none left.
 class RecordingDisplay : public MessageDisplay {
  public:
-  void Show(const std::string& title, const std::string& text, MessageIcon icon) override {
-    messages.push_back({title, text, icon});
-  }
-
-  MessageAnswer Ask(const std::string& title, const std::string& text) override {
-    messages.push_back({title, text, MessageIcon::kQuestion});
-    if (answers.empty()) return MessageAnswer::kCancel;
-    const MessageAnswer answer = answers.front();
+  std::size_t Show(const UserMessage& message) override {
+    messages.push_back({message.title, message.text, message.icon});
+    choices = message.choices;
+    if (choices.size() == 1 || answers.empty()) return choices.size() - 1;
+    const auto answer = static_cast<std::size_t>(answers.front());
     answers.pop_front();
     return answer;
   }
@@ -45,6 +42,7 @@ class RecordingDisplay : public MessageDisplay {
   }
 
   std::vector<RecordedMessage> messages;
+  std::vector<std::string> choices;  // of the last message
   std::deque<MessageAnswer> answers;
 };
 
@@ -58,18 +56,29 @@ struct Recorded {
 // Counts the brackets of busy work: depth is 0 again when every begin found its end.
 class RecordingBusy : public BusyIndicator {
  public:
-  void BeginBusy() override {
+  void BeginBusy(BusyKind begun) override {
+    kind = begun;
     ++depth;
     ++begins;
     if (on_begin) on_begin();
   }
   void EndBusy() override { --depth; }
   void ProcessPendingEvents() override { ++event_rounds; }
+  void ShowStep(int step, int steps) override {
+    shown_steps.push_back(std::to_string(step) + "/" + std::to_string(steps));
+    if (on_step) on_step(step);
+  }
+  void EndSteps() override {}
+  bool Cancelled() const override { return cancelled; }
 
   int depth = 0;
   int begins = 0;
   int event_rounds = 0;
+  BusyKind kind = BusyKind::kCommand;    // of the last begin
+  std::vector<std::string> shown_steps;  // "step/steps"
+  bool cancelled = false;
   std::function<void()> on_begin;
+  std::function<void(int step)> on_step;
 };
 
 }  // namespace warpline

@@ -129,7 +129,7 @@ class DialogRecorder : public wxModalDialogHook {
   int Enter(wxDialog* dialog) override {
     texts += dialog->GetTitle().utf8_string() + "|";
     owners.push_back(dialog->GetParent());
-    auto* box = dynamic_cast<wxMessageDialog*>(dialog);
+    auto* box = dynamic_cast<wxMessageDialogBase*>(dialog);
     style = box != nullptr ? box->GetMessageDialogStyle() : dialog->GetWindowStyle();
     if (auto* file = dynamic_cast<wxFileDialog*>(dialog)) texts += file->GetWildcard() + "|";
     for (wxWindow* child : dialog->GetChildren()) {
@@ -143,18 +143,21 @@ class DialogRecorder : public wxModalDialogHook {
 TEST_F(OpenedWindow, BoxesBelongToTheMainWindow) {
   DialogRecorder dialogs;
   WindowMessages boxes;
-  boxes.Show("A", "Wrong value.", MessageIcon::kCritical);
+  boxes.Show({"A", "Wrong value.", MessageIcon::kCritical, {"OK"}});
   EXPECT_EQ(dialogs.style & wxICON_MASK, wxICON_ERROR);
-  const std::pair<int, MessageAnswer> answers[] = {{wxID_YES, MessageAnswer::kYes},
-                                                   {wxID_NO, MessageAnswer::kNo},
-                                                   {wxID_CANCEL, MessageAnswer::kCancel}};
-  for (const auto& [pressed, answer] : answers) {
+  const std::tuple<int, std::size_t, std::vector<std::string>> answers[] = {
+      {wxID_YES, 0, {"Y", "N", "C"}},
+      {wxID_NO, 1, {"Y", "N", "C"}},
+      {wxID_CANCEL, 2, {"Y", "N", "C"}},
+      {wxID_OK, 0, {"Again", "Close"}},
+      {wxID_CANCEL, 1, {"Again", "Close"}}};
+  for (const auto& [pressed, answer, choices] : answers) {
     dialogs.answer = pressed;
-    EXPECT_EQ(boxes.Ask("B", "Do you want to save the change?"), answer);
+    EXPECT_EQ(boxes.Show({"B", "Wrong?", MessageIcon::kQuestion, choices}), answer);
   }
   rig.Pick("menu_help_about");
-  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(5, rig.window));
-  EXPECT_EQ(dialogs.texts.find("A|B|B|B|"), 0U) << dialogs.texts;
+  EXPECT_EQ(dialogs.owners, std::vector<wxWindow*>(7, rig.window));
+  EXPECT_EQ(dialogs.texts.find("A|B|B|B|B|B|"), 0U) << dialogs.texts;
   EXPECT_NE(dialogs.texts.find("|Warpline Tool 3.0|Version 3.0|"), std::string::npos);
 }
 
@@ -288,7 +291,9 @@ TEST(MainControls, SliderStoresAtOnceAndSendsOnRelease) {
   EXPECT_EQ(rig.Release("ctrl_bar1"), kApplyWords);
   EXPECT_EQ(wxWindow::FindFocus(), &rig.Find("ctrl_bar1"));
   EXPECT_TRUE(SettleUntil([&] { return rig.server.Snapshot().OpenLinks == 0; }));
+  EXPECT_EQ(rig.Release("ctrl_bar1"), "") << "the projector has it";
   rig.Pick("menu_opt_auto_off");
+  rig.Move("ctrl_bar1", 31);
   EXPECT_EQ(rig.Release("ctrl_bar1"), "");
   rig.Pick("menu_opt_auto_on");
   EXPECT_EQ(rig.Release("ctrl_bar1"), kApplyWords);
@@ -307,7 +312,8 @@ TEST_F(OpenedWindow, ArrowKeysStepAndSendUnlessShiftIsHeld) {
       {"right under Shift", WXK_RIGHT, wxMOD_SHIFT, 1, false},
       {"again", WXK_RIGHT, wxMOD_SHIFT, 2, false},
       {"Shift goes up", WXK_SHIFT, wxMOD_SHIFT, 2, true},
-      {"no step with Ctrl", WXK_RIGHT, wxMOD_CONTROL, 2, true},
+      {"Shift again, nothing has changed", WXK_SHIFT, wxMOD_SHIFT, 2, false},
+      {"no step with Ctrl", WXK_RIGHT, wxMOD_CONTROL, 2, false},
       {"no arrow", WXK_TAB, wxMOD_NONE, 2, false},
   };
   for (const auto& row : rows) {

@@ -1,0 +1,65 @@
+#include "app/status_line.h"
+
+#include "core/catalogue.h"
+
+namespace warpline {
+namespace {
+
+// The port that every projector listens on goes without saying.
+constexpr std::string_view kUsualPort = "7142";
+
+std::string LinkText(const LSSglobal& global) {
+  const Settings& settings = global.Settings;
+  if (settings.ConnectDevice == kSerial) {
+    const auto speed = static_cast<std::size_t>(settings.ComSpeed);
+    return FilledText(TextOf(global, ToolText::kLinkSerial),
+                      {std::to_string(settings.ComPort + 1), std::string(kSerialSpeeds.at(speed))});
+  }
+  if (settings.ConnectDevice == kUsb) {
+    return FilledText(TextOf(global, ToolText::kLinkUsb), {std::to_string(settings.USBPort + 1)});
+  }
+  const bool usual = settings.LANPort == kUsualPort;
+  return FilledText(TextOf(global, ToolText::kLinkLan),
+                    {settings.IPAddress + (usual ? "" : ":" + settings.LANPort)});
+}
+
+ToolText ShownKey(const LSSglobal& global, const ProjectorRecord& record) {
+  switch (record.shown) {
+    case Shown::kUnknown:
+      return ToolText::kShownUnknown;
+    case Shown::kNone:
+      return ToolText::kShownNone;
+    case Shown::kCorrection:
+      return record.Shows(global.Correction) ? ToolText::kShownThis : ToolText::kShownOlder;
+    case Shown::kRegisters:
+      return ToolText::kShownRegisters;
+  }
+  return ToolText::kShownUnknown;
+}
+
+std::string ShownText(const LSSglobal& global, const ProjectorRecord& record) {
+  const std::string& shown = TextOf(global, ShownKey(global, record));
+  if (record.shown == Shown::kUnknown && !record.kept) return shown;
+  const ToolText kept = record.kept ? ToolText::kKept : ToolText::kNotKept;
+  return FilledText(TextOf(global, ToolText::kShownAndKept), {shown, TextOf(global, kept)});
+}
+
+}  // namespace
+
+StatusLine StatusOf(const Engine& engine) {
+  const LSSglobal& global = engine.global;
+  if (global.Settings.DemoMode == 1) return {TextOf(global, ToolText::kNothingSent), "", "", false};
+  StatusLine line{LinkText(global), ShownText(global, engine.commands.Record()),
+                  engine.commands.RepeatedFailure(), false};
+  line.retry = !line.note.empty();
+  if (engine.commands.Stopped()) line.note = TextOf(global, ToolText::kSendingStopped);
+  return line;
+}
+
+std::string ProgressText(const LSSglobal& global, int step, int steps) {
+  if (step == 0) return TextOf(global, ToolText::kConnecting);
+  return FilledText(TextOf(global, ToolText::kSendingStep),
+                    {std::to_string(step), std::to_string(steps)});
+}
+
+}  // namespace warpline

@@ -1,0 +1,70 @@
+#include "ui/LSSmain_status.h"
+
+#include <utility>
+
+#include "ui/layout.h"
+#include "ui/wx_text.h"
+
+namespace warpline {
+namespace {
+
+// What does not fit on the line can be read by pointing at it.
+void SetText(wxStaticText& place, const std::string& utf8) {
+  const wxString text = wxControl::EscapeMnemonics(WxText(utf8));
+  if (place.GetLabel() == text) return;
+  place.SetLabel(text);
+  place.SetToolTip(WxText(utf8));
+}
+
+}  // namespace
+
+MainStatus::MainStatus(wxWindow* parent, const LSSglobal& global, Handlers handlers)
+    : global_(global),
+      handlers_(std::move(handlers)),
+      sizer_(new wxBoxSizer(wxHORIZONTAL)),
+      link_(Create(parent, "status_link", 4)),
+      shown_(Create(parent, "status_shown", 6)),
+      note_(Create(parent, "status_note", 6)),
+      act_(new wxButton(parent, wxID_ANY, CaptionOf(global, ToolText::kTryAgain), wxDefaultPosition,
+                        wxDefaultSize, wxBU_EXACTFIT, wxDefaultValidator, "status_act")) {
+  sizer_->Add(act_, AtCentre().Border(wxLEFT, Gap(parent)).ReserveSpaceEvenIfHidden());
+  act_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Press(); });
+  act_->Hide();
+}
+
+wxStaticText* MainStatus::Create(wxWindow* parent, const wxString& name, int proportion) {
+  auto* text = new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END, name);
+  sizer_->Add(text, wxSizerFlags(proportion)
+                        .CentreVertical()
+                        .Border(wxLEFT, sizer_->IsEmpty() ? 0 : Gap(parent)));
+  return text;
+}
+
+void MainStatus::Show(const StatusLine& line) {
+  SetText(*link_, line.link);
+  SetText(*shown_, line.shown);
+  SetText(*note_, line.note);
+  SetOffer(line.retry ? Offer::kRetry : Offer::kNothing);
+}
+
+void MainStatus::ShowWork(const std::string& text, bool stoppable) {
+  SetText(*note_, text);
+  SetOffer(stoppable ? Offer::kStop : Offer::kNothing);
+}
+
+void MainStatus::SetOffer(Offer offer) {
+  if (offer == offer_) return;
+  offer_ = offer;
+  if (offer != Offer::kNothing) {
+    act_->SetLabel(offer == Offer::kStop ? CaptionOf(global_, kMsgCancel)
+                                         : CaptionOf(global_, ToolText::kTryAgain));
+  }
+  act_->Show(offer != Offer::kNothing);
+}
+
+void MainStatus::Press() const {
+  (offer_ == Offer::kStop ? handlers_.stop : handlers_.retry)();
+}
+
+}  // namespace warpline
