@@ -40,12 +40,12 @@ TextMap ParseTexts(std::string_view file) {
   return texts;
 }
 
-std::string FilledText(std::string_view text, std::initializer_list<std::string> values) {
+std::string FilledText(std::string_view text, const std::vector<std::string>& values) {
   std::string filled;
   while (!text.empty()) {
     const std::size_t place = PlaceAt(text);
     const bool known = place < values.size();
-    if (known) filled += values.begin()[place];
+    if (known) filled += values[place];
     if (!known) filled += text.front();
     text.remove_prefix(known ? 3 : 1);
   }

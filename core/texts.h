@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -7,6 +8,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // The texts that people read. They stand in resources/, one file a language for each program, and
 // are embedded in the programs. A line of a file is "key: text"; the key is a name or a number. In
@@ -29,7 +31,15 @@ TextMap ParseTexts(std::string_view file);
 
 // The text with each place {N} replaced by value N. A place without a value stays; what is filled
 // in is not looked at again.
-std::string FilledText(std::string_view text, std::initializer_list<std::string> values);
+std::string FilledText(std::string_view text, const std::vector<std::string>& values);
+
+// What there is to say, by one who knows no language: the name of a text and what fills its places,
+// the first ones Values, those behind them Inner.
+struct NamedText {
+  std::string_view Name = {};  // a literal
+  std::vector<std::string> Values = {};
+  std::vector<NamedText> Inner = {};
+};
 
 // Declares an enum class of the keys of a program's files and TextKeyNames for it. KEYS(X) is the
 // list, X(Key) for each; Key is written kKey in code.
@@ -60,6 +70,16 @@ class TextTable {
 
   std::string Fill(Key key, std::initializer_list<std::string> values) const {
     return FilledText((*this)[key], values);
+  }
+
+  // The name itself when there is no text of that name.
+  std::string Say(const NamedText& text) const {
+    constexpr auto kNames = TextKeyNames(Key{});
+    const auto name = std::find(kNames.begin(), kNames.end(), text.Name);
+    if (name == kNames.end()) return std::string(text.Name);
+    std::vector<std::string> values = text.Values;
+    for (const NamedText& inner : text.Inner) values.push_back(Say(inner));
+    return FilledText(texts_[static_cast<std::size_t>(name - kNames.begin())], values);
   }
 
  private:

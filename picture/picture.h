@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/texts.h"
 #include "picture/panel_lines.h"
 
 // What the projector throws: a picture, warped by the registers. The panel works backwards: the
@@ -53,6 +54,6 @@ inline constexpr std::int64_t kMostPicturePixels = 64'000'000;
 
 // The picture of a PNG file's bytes, 2 pixels each way to kMostPicturePixels in all, transparency
 // on black. Else nothing, and the reason. Every picture that is read comes in by here.
-std::optional<RgbImage> ImageOfPng(std::string_view bytes, std::string& reason);
+std::optional<RgbImage> ImageOfPng(std::string_view bytes, NamedText& reason);
 
 }  // namespace warpline

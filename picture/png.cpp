@@ -33,26 +33,26 @@ std::optional<std::string> PngOf(const RgbImage& image) {
   return bytes;
 }
 
-std::optional<RgbImage> ImageOfPng(std::string_view bytes, std::string& reason) {
+std::optional<RgbImage> ImageOfPng(std::string_view bytes, NamedText& reason) {
   const auto* data = reinterpret_cast<const stbi_uc*>(bytes.data());
   const int size = bytes.size() > INT_MAX ? 0 : static_cast<int>(bytes.size());
   int width = 0;
   int height = 0;
   int channels = 0;
   if (stbi_info_from_memory(data, size, &width, &height, &channels) == 0) {
-    reason = "it is no PNG picture";
+    reason = {"NoPng"};
     return std::nullopt;
   }
   if (std::min(width, height) < 2 || std::int64_t{width} * height > kMostPicturePixels) {
-    reason = "it has " + std::to_string(width) + "x" + std::to_string(height) +
-             " pixels; 2 each way to " + std::to_string(kMostPicturePixels) + " in all can be used";
+    reason = {"PngSize",
+              {std::to_string(width), std::to_string(height), std::to_string(kMostPicturePixels)}};
     return std::nullopt;
   }
   const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
       stbi_load_from_memory(data, size, &width, &height, &channels, 4), stbi_image_free);
   // The decoder's own reason may be missing, or that of an older picture.
   if (!pixels) {
-    reason = "it is damaged";
+    reason = {"PngDamaged"};
     return std::nullopt;
   }
   RgbImage image = BlackImage({width, height});

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "platform/channel.h"
 
@@ -16,15 +17,19 @@ enum class SerialStatus { kOk, kNoPort, kInUse };
 // translated. On POSIX the device's path stands in the environment variable WARPLINE_COM<number>.
 std::unique_ptr<Channel> OpenSerialPort(int number, int speed, SerialStatus& status);
 
+// Why there is no pseudo-terminal: the system knows none, offers none more, or the link to its
+// device cannot be made.
+enum class TerminalStatus { kOk, kUnknown, kNone, kNoLink };
+
 // The projector's end of a pseudo-terminal whose other end programs open as a serial device.
 class PseudoTerminal {
  public:
   virtual ~PseudoTerminal() = default;
 
   // Makes one and a symbolic link to its device at that path; the link goes away with the object.
-  // On failure null, and the reason. Windows has none.
+  // On failure null; error is set when it was the link. Windows has none.
   static std::unique_ptr<PseudoTerminal> Create(const std::filesystem::path& path,
-                                                std::string& reason);
+                                                TerminalStatus& status, std::error_code& error);
 
   // True when a program has the device open; waits for one.
   virtual bool WaitForPeer(milliseconds time_out) = 0;

@@ -164,13 +164,10 @@ class PosixPseudoTerminal : public PseudoTerminal {
 };
 
 // A link that a killed run left behind may go; anything else at that place stays.
-bool MakeSymlink(const std::string& device, const fs::path& path, std::string& reason) {
-  std::error_code error;
+bool MakeSymlink(const std::string& device, const fs::path& path, std::error_code& error) {
   if (fs::is_symlink(path, error) && !fs::exists(path, error)) fs::remove(path, error);
   fs::create_symlink(device, path, error);
-  if (!error) return true;
-  reason = "Cannot make the serial device \"" + Utf8Of(path) + "\": " + SystemErrorText(error);
-  return false;
+  return !error;
 }
 
 }  // namespace
@@ -196,16 +193,17 @@ std::unique_ptr<Channel> OpenSerialPort(int number, int speed, SerialStatus& sta
   return channel;
 }
 
-std::unique_ptr<PseudoTerminal> PseudoTerminal::Create(const fs::path& path, std::string& reason) {
+std::unique_ptr<PseudoTerminal> PseudoTerminal::Create(const fs::path& path, TerminalStatus& status,
+                                                       std::error_code& error) {
   std::string device;
   const int master = OpenMaster(device);
-  if (master < 0) {
-    reason = "The system offers no pseudo-terminal.";
-    return nullptr;
-  }
+  status = TerminalStatus::kNone;
+  if (master < 0) return nullptr;
   ReadyDevice(device);
   auto terminal = std::make_unique<PosixPseudoTerminal>(master, device, path);
-  if (!MakeSymlink(device, path, reason)) return nullptr;
+  status = TerminalStatus::kNoLink;
+  if (!MakeSymlink(device, path, error)) return nullptr;
+  status = TerminalStatus::kOk;
   return terminal;
 }
 

@@ -87,8 +87,8 @@ std::unique_ptr<Channel> OpenSerialPort(int number, int speed, SerialStatus& sta
 }
 
 std::unique_ptr<PseudoTerminal> PseudoTerminal::Create(const std::filesystem::path&,
-                                                       std::string& reason) {
-  reason = "--serial is not supported on Windows, which has no pseudo-terminals.";
+                                                       TerminalStatus& status, std::error_code&) {
+  status = TerminalStatus::kUnknown;
   return nullptr;
 }
 

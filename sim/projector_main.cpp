@@ -38,12 +38,12 @@ const ProjectorTexts& TextsOf(const ProjectorOptions& options) {
 }
 
 bool OpenPlaces(Server& server, ControlServer& control, const ProjectorOptions& options) {
-  std::string reason;
+  warpline::NamedText reason;
   const bool open =
       (!options.Listen || server.Listen(*options.Listen, reason)) &&
       (!options.Control || control.Listen(*options.Control, reason)) &&
       (!options.Serial || server.OfferSerial(*options.Serial, options.FastSerial, reason));
-  if (!open) std::cerr << reason << "\n";
+  if (!open) std::cerr << TextsOf(options).Say(reason) << "\n";
   return open;
 }
 
@@ -69,20 +69,24 @@ void TellPlaces(const Server& server, const ControlServer& control,
                 const ProjectorOptions& options) {
   std::cout << "listening on " << TextOf(server, options) << std::endl;
   if (options.Control) std::cout << "control on " << TextOf(control.Where()) << std::endl;
-  if (options.LeftToChance) std::cerr << "fault seed " << options.Station.Seed << std::endl;
+  if (!options.LeftToChance) return;
+  std::cerr << TextsOf(options).Fill(ProjectorText::kDrawnSeed,
+                                     {std::to_string(options.Station.Seed)})
+            << std::endl;
 }
 
 // Nothing, and the reason is told, when it cannot be used.
 std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::path& path,
                                                         const ProjectorTexts& texts) {
   std::string text;
-  std::string reason;
+  warpline::NamedText reason;
   if (const std::error_code error = warpline::ReadWholeFile(path, text)) {
-    reason = warpline::SystemErrorText(error);
+    reason = {"SystemError", {warpline::SystemErrorText(error)}};
   } else if (auto events = warpline::sim::ParseRecording(text, reason)) {
     return events;
   }
-  std::cerr << texts.Fill(ProjectorText::kRecordingUnusable, {warpline::Utf8Of(path), reason})
+  std::cerr << texts.Fill(ProjectorText::kRecordingUnusable,
+                          {warpline::Utf8Of(path), texts.Say(reason)})
             << "\n";
   return std::nullopt;
 }
@@ -100,7 +104,9 @@ std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path,
 }
 
 int Serve(ProjectorOptions options, Recorder* recorder) {
-  options.Station.Log = [](const std::string& text) { std::cerr << text << std::endl; };
+  options.Station.Log = [&texts = TextsOf(options)](const warpline::NamedText& text) {
+    std::cerr << texts.Say(text) << std::endl;
+  };
   warpline::StopSignal stop;
   Station station(options.Station);
   Server server(station, recorder);
@@ -127,8 +133,9 @@ int Run(ProjectorOptions options) {
     if (!options.Station.Replay) return 1;
   }
   if (options.ReplayTo) {
-    return warpline::sim::ReplayTo(*options.Station.Replay, *options.ReplayTo, {}, std::cout) ? 0
-                                                                                              : 1;
+    const bool agrees = warpline::sim::ReplayTo(*options.Station.Replay, *options.ReplayTo, {},
+                                                TextsOf(options), std::cout);
+    return agrees ? 0 : 1;
   }
   if (!options.Record) return Serve(std::move(options), nullptr);
   const std::unique_ptr<std::ofstream> file = OpenRecord(*options.Record, TextsOf(options));

@@ -234,6 +234,11 @@ class OptionReader {
     return false;
   }
 
+  bool Fail(const NamedText& reason) {
+    reason_ = texts_.Say(reason);
+    return false;
+  }
+
   bool ReadPlace(const std::string& option, std::string_view text, Endpoint& endpoint) {
     const std::size_t colon = text.rfind(':');
     const std::optional<std::uint32_t> address = LoopbackAddress(text.substr(0, colon));
@@ -262,10 +267,10 @@ class OptionReader {
   }
 
   bool ReadFaults() {
-    std::string reason;
+    NamedText reason;
     for (const std::string& text : raw_.faults) {
       const std::optional<FaultRule> rule = ParseFaultRule(text, reason);
-      if (!rule) return Fail(Text::kBadFault, {reason});
+      if (!rule) return Fail(reason);
       options_.LeftToChance = options_.LeftToChance || rule->Chance < 1 || rule->Jitter.count() > 0;
       options_.Station.Faults.push_back(*rule);
     }
@@ -275,15 +280,15 @@ class OptionReader {
   bool ReadProfile(ProjectorSetup& projector) {
     if (raw_.profile.empty()) return true;
     std::string text;
-    std::string reason;
+    NamedText reason;
     if (const std::error_code error = ReadWholeFile(PathOf(raw_.profile), text)) {
-      reason = SystemErrorText(error);
+      reason = {"SystemError", {SystemErrorText(error)}};
     } else if (const std::optional<Profile> profile = ParseProfile(text, reason)) {
       options_.Station.Name = profile->Name;
       projector = profile->Projector;
       return true;
     }
-    return Fail(Text::kBadProfile, {raw_.profile, reason});
+    return Fail(Text::kBadProfile, {raw_.profile, texts_.Say(reason)});
   }
 
   // What the options say about the projector itself goes over what its profile says.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 #include "core/conversions.h"
 
@@ -12,14 +11,19 @@ namespace {
 
 using Json = nlohmann::json;
 
+// What is wrong with a profile.
+struct ProfileError {
+  NamedText reason;
+};
+
 constexpr std::array<std::string_view, 6> kKeys{"name",   "panel",         "class",
                                                 "reply5", "reports_panel", "takes_commands"};
 
 void CheckKeys(const Json& json) {
-  if (!json.is_object()) throw std::invalid_argument("it is not one JSON object");
+  if (!json.is_object()) throw ProfileError{{"NotAnObject"}};
   for (const auto& [key, value] : json.items()) {
     if (std::ranges::find(kKeys, key) == kKeys.end()) {
-      throw std::invalid_argument("there is no key \"" + key + "\"");
+      throw ProfileError{{"NoSuchKey", {key}}};
     }
   }
 }
@@ -28,7 +32,7 @@ int ByteOf(const Json& json, const char* key, int missing) {
   if (!json.contains(key)) return missing;
   const Json& value = json.at(key);
   if (!value.is_number_integer() || value < 0 || value > 255) {
-    throw std::invalid_argument("\"" + std::string(key) + "\" needs a number from 0 to 255");
+    throw ProfileError{{"KeyNeedsByte", {key}}};
   }
   return value.get<int>();
 }
@@ -44,7 +48,7 @@ Profile ProfileOf(const Json& json) {
   projector.TakesCommands = json.value("takes_commands", projector.TakesCommands);
   if (!json.contains("panel")) return profile;
   const std::optional<PanelSize> panel = PanelSizeOf(json.at("panel").get<std::string>());
-  if (!panel) throw std::invalid_argument("\"panel\" needs a size like \"1024x768\"");
+  if (!panel) throw ProfileError{{"KeyNeedsSize", {"panel"}}};
   projector.Panel = *panel;
   return profile;
 }
@@ -60,13 +64,15 @@ std::optional<PanelSize> PanelSizeOf(std::string_view text) {
   return PanelSize{*width, *height};
 }
 
-std::optional<Profile> ParseProfile(std::string_view text, std::string& reason) {
+std::optional<Profile> ParseProfile(std::string_view text, NamedText& reason) {
   try {
     return ProfileOf(Json::parse(text));
-  } catch (const std::exception& error) {
-    reason = error.what();
-    return std::nullopt;
+  } catch (const ProfileError& error) {
+    reason = error.reason;
+  } catch (const Json::exception& error) {
+    reason = {"BadJson", {error.what()}};
   }
+  return std::nullopt;
 }
 
 }  // namespace warpline::sim

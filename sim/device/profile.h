@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/texts.h"
 #include "sim/device/projector.h"
 
 // Profiles: what a projector is, as a small JSON file. All keys but "name" may be missing; what is
@@ -25,6 +26,6 @@ struct Profile {
 std::optional<PanelSize> PanelSizeOf(std::string_view text);
 
 // The profile of a text; else nothing, and the reason.
-std::optional<Profile> ParseProfile(std::string_view text, std::string& reason);
+std::optional<Profile> ParseProfile(std::string_view text, NamedText& reason);
 
 }  // namespace warpline::sim

@@ -89,50 +89,47 @@ bool IsKind(std::string_view name) {
 
 // A whole number in a range; else false, and the reason.
 bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most,
-                std::uint64_t& value, std::string& reason, const char* needed) {
+                std::uint64_t& value, NamedText& reason, const NamedText& needed) {
   const std::optional<std::uint64_t> number = WholeNumber(text, least, most);
   value = number.value_or(value);
   if (!number) reason = needed;
   return number.has_value();
 }
 
-bool ParseChance(std::string_view text, double& chance, std::string& reason) {
+bool ParseChance(std::string_view text, double& chance, NamedText& reason) {
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, chance);
   if (error == std::errc() && stop == end && chance > 0 && chance <= 1) return true;
-  reason = "chance= needs a probability above 0 and up to 1";
+  reason = {"FaultNeedsChance"};
   return false;
 }
 
-bool ParseKind(std::string_view text, std::string& kind, std::string& reason) {
+bool ParseKind(std::string_view text, std::string& kind, NamedText& reason) {
   kind = text;
   if (IsKind(text)) return true;
-  reason =
-      "kind= needs any, probe, class, running, panel, status, input, prepare, mode, block or a "
-      "command number (0 to 12, 14, 16 to 21)";
+  reason = {"FaultNeedsKind"};
   return false;
 }
 
-bool ParseCondition(std::string_view text, FaultRule& rule, std::string& reason) {
+bool ParseCondition(std::string_view text, FaultRule& rule, NamedText& reason) {
   if (Take(text, "nth=")) {
     std::uint64_t nth = 0;
-    const bool right = TakeNumber(text, 1, kMaxNth, nth, reason, "nth= needs a number from 1 on");
+    const bool right = TakeNumber(text, 1, kMaxNth, nth, reason, {"FaultNeedsNumber", {"nth="}});
     rule.Nth = nth;
     return right;
   }
   if (Take(text, "every=")) {
-    return TakeNumber(text, 1, kMaxNth, rule.Every, reason, "every= needs a number from 1 on");
+    return TakeNumber(text, 1, kMaxNth, rule.Every, reason, {"FaultNeedsNumber", {"every="}});
   }
   if (Take(text, "kind=")) return ParseKind(text, rule.Kind, reason);
   if (Take(text, "chance=")) return ParseChance(text, rule.Chance, reason);
   rule.Once = rule.Once || text == "once";
   if (text == "once" || text == "always") return true;
-  reason =
-      "it must begin with nth=N, kind=NAME, every=N, once, chance=P or always, and a colon behind";
+  reason = {"FaultNeedsWhen"};
   return false;
 }
 
-bool ParseWhen(std::string_view text, FaultRule& rule, std::string& reason) {
+bool ParseWhen(std::string_view text, FaultRule& rule, NamedText& reason) {
   for (;;) {
     const std::size_t comma = text.find(',');
     if (!ParseCondition(text.substr(0, comma), rule, reason)) return false;
@@ -141,33 +138,30 @@ bool ParseWhen(std::string_view text, FaultRule& rule, std::string& reason) {
   }
 }
 
-bool ParseDelay(std::string_view text, FaultRule& rule, std::string& reason) {
-  static constexpr const char* kNeeded =
-      "late= needs milliseconds from 0 to 600000, as in late=400 or late=400~100";
+bool ParseDelay(std::string_view text, FaultRule& rule, NamedText& reason) {
+  const NamedText needed{"FaultNeedsDelay"};
   const std::size_t wave = text.find('~');
   std::uint64_t delay = 0;
   std::uint64_t jitter = 0;
-  const bool right = TakeNumber(text.substr(0, wave), 0, kMaxDelayMs, delay, reason, kNeeded) &&
+  const bool right = TakeNumber(text.substr(0, wave), 0, kMaxDelayMs, delay, reason, needed) &&
                      (wave == std::string_view::npos ||
-                      TakeNumber(text.substr(wave + 1), 0, kMaxDelayMs, jitter, reason, kNeeded));
+                      TakeNumber(text.substr(wave + 1), 0, kMaxDelayMs, jitter, reason, needed));
   rule.Effect = FaultEffect::kLate;
   rule.Delay = std::chrono::milliseconds(delay);
   rule.Jitter = std::chrono::milliseconds(jitter);
   return right;
 }
 
-bool ParseWhat(std::string_view text, FaultRule& rule, std::string& reason) {
+bool ParseWhat(std::string_view text, FaultRule& rule, NamedText& reason) {
   if (Take(text, "late=")) return ParseDelay(text, rule, reason);
   const auto* row = std::ranges::find(kEffects, text, &EffectRow::name);
   if (row == kEffects.end() || row->effect == FaultEffect::kLate) {
-    reason =
-        "the fault must be timeout, refuse, unkept, short, long, duplicate, checksum, late=MS, "
-        "slow, cut, cutmid, restart, refuselink, halfopen or single";
+    reason = {"FaultNeedsWhat"};
     return false;
   }
   rule.Effect = row->effect;
   if (!row->on_links || rule.Kind == "any") return true;
-  reason = "a fault of connections has no kind= of exchange";
+  reason = {"FaultOfLinksHasNoKind"};
   return false;
 }
 
@@ -186,7 +180,7 @@ bool IsOfKind(std::string_view kind, ByteView frame) {
 
 }  // namespace
 
-std::optional<FaultRule> ParseFaultRule(std::string_view text, std::string& reason) {
+std::optional<FaultRule> ParseFaultRule(std::string_view text, NamedText& reason) {
   FaultRule rule;
   rule.Text = text;
   const std::size_t colon = text.find(':');
@@ -194,7 +188,7 @@ std::optional<FaultRule> ParseFaultRule(std::string_view text, std::string& reas
   const std::string_view what =
       colon == std::string_view::npos ? std::string_view() : text.substr(colon + 1);
   if (parsed && ParseWhat(what, rule, reason)) return rule;
-  reason = "The fault rule \"" + rule.Text + "\" is wrong: " + reason + ".";
+  reason = {"BadFault", {rule.Text}, {reason}};
   return std::nullopt;
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/texts.h"
 #include "sim/line/wire.h"
 
 // Faults of the projector or the line, put in on purpose. A rule is WHEN:WHAT. WHEN is a list of
@@ -72,8 +73,8 @@ struct FaultRule {
   std::chrono::milliseconds Jitter{0};  // of kLate
 };
 
-// The rule of a text; else nothing, and the reason in one sentence.
-std::optional<FaultRule> ParseFaultRule(std::string_view text, std::string& reason);
+// The rule of a text; else nothing, and the reason.
+std::optional<FaultRule> ParseFaultRule(std::string_view text, NamedText& reason);
 
 // True when the frame, the exchange with that number, is one that the rule's nth and kind mean.
 bool Matches(const FaultRule& rule, std::uint64_t exchange, ByteView frame);

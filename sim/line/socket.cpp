@@ -83,15 +83,15 @@ std::optional<std::uint16_t> PortNumber(std::string_view text) {
   return WholeNumber<std::uint16_t>(text, 0, 65535);
 }
 
-std::unique_ptr<Listener> Listener::Open(const Endpoint& endpoint, std::string& reason) {
+std::unique_ptr<Listener> Listener::Open(const Endpoint& endpoint, NamedText& reason) {
   const SocketHandle socket = StartSockets() ? NewSocket() : kNoSocket;
   if (socket == kNoSocket) {
-    reason = "The system offers no socket.";
+    reason = {"NoSocket"};
     return nullptr;
   }
   std::unique_ptr<Listener> listener(new Listener(socket));
   if (!BindAndListen(socket, endpoint)) {
-    reason = "Cannot listen on " + TextOf(endpoint) + "; another program may use this port.";
+    reason = {"CannotListen", {TextOf(endpoint)}};
     return nullptr;
   }
   listener->where_ = {endpoint.Address, BoundPort(socket)};

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/texts.h"
 #include "platform/channel.h"
 #include "platform/sockets.h"
 
@@ -36,7 +37,7 @@ std::optional<std::uint16_t> PortNumber(std::string_view text);
 class Listener {
  public:
   // Listens; port 0 takes a free one. On failure null, and the reason.
-  static std::unique_ptr<Listener> Open(const Endpoint& endpoint, std::string& reason);
+  static std::unique_ptr<Listener> Open(const Endpoint& endpoint, NamedText& reason);
   ~Listener();
   Listener(const Listener&) = delete;
   Listener& operator=(const Listener&) = delete;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <set>
-#include <stdexcept>
 #include <utility>
 
 #include "core/conversions.h"
@@ -14,6 +13,11 @@ namespace {
 constexpr std::size_t kLinkFields = 3;  // of opened and closed
 constexpr std::size_t kFrameFields = 5;
 constexpr std::uint64_t kHighestNumber = 1'000'000'000;  // ten days, as milliseconds
+
+// What is wrong with a line: the name of the text that says it.
+struct RecordingError {
+  std::string_view name;
+};
 
 // The text up to the separator, which is taken away with it.
 std::string_view TakeUpTo(std::string_view& text, char separator) {
@@ -30,39 +34,36 @@ std::vector<std::string_view> FieldsOf(std::string_view line) {
   return fields;
 }
 
-std::uint64_t NumberOf(std::string_view text, std::uint64_t least, const char* needed) {
+std::uint64_t NumberOf(std::string_view text, std::uint64_t least, std::string_view needed) {
   const std::optional<std::uint64_t> value = WholeNumber(text, least, kHighestNumber);
-  if (!value) throw std::invalid_argument(needed);
+  if (!value) throw RecordingError{needed};
   return *value;
 }
 
 Bytes BytesOf(std::string_view hex) {
   if (hex.empty() || hex.size() % 2 != 0 || !std::ranges::all_of(hex, IsHexDigit)) {
-    throw std::invalid_argument("the bytes need to be pairs of hex digits, at least one");
+    throw RecordingError{"RecordedBytes"};
   }
   Bytes bytes(hex.size() / 2);
   HexTextToBytes(bytes, 0, hex);
   return bytes;
 }
 
-void Demand(bool so, const char* otherwise) {
-  if (!so) throw std::invalid_argument(otherwise);
+void Demand(bool so, std::string_view otherwise) {
+  if (!so) throw RecordingError{otherwise};
 }
 
-// Takes a recording line by line. What is wrong with a line is thrown as std::invalid_argument.
+// Takes a recording line by line. What is wrong with a line is thrown as RecordingError.
 class RecordingReader {
  public:
   void Take(std::string_view line, std::size_t number) {
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (number == 1) return Demand(line == kRecordingTitle, "this is not a recording's first line");
+    if (number == 1) return Demand(line == kRecordingTitle, "RecordedTitle");
     if (line.empty() || line.starts_with('#')) return;
     const std::vector<std::string_view> fields = FieldsOf(line);
-    Demand(fields.size() == kLinkFields || fields.size() == kFrameFields,
-           "link, time and event are needed, behind request and reply also name and bytes, with "
-           "tabs between");
-    RecordedEvent event{.Link = NumberOf(fields[0], 1, "the link needs a number from 1 on"),
-                        .Line = number};
-    event.At = milliseconds(NumberOf(fields[1], 0, "the time needs a number of milliseconds"));
+    Demand(fields.size() == kLinkFields || fields.size() == kFrameFields, "RecordedFields");
+    RecordedEvent event{.Link = NumberOf(fields[0], 1, "RecordedLink"), .Line = number};
+    event.At = milliseconds(NumberOf(fields[1], 0, "RecordedTime"));
     TakeEvent(std::move(event), fields);
   }
 
@@ -77,14 +78,12 @@ class RecordingReader {
   void TakeEvent(RecordedEvent event, const std::vector<std::string_view>& fields) {
     const std::string_view name = fields[2];
     const bool has_bytes = name == "request" || name == "reply";
-    Demand(has_bytes || name == "opened" || name == "closed",
-           "the event needs to be opened, request, reply or closed");
-    Demand(fields.size() == (has_bytes ? kFrameFields : kLinkFields),
-           "name and bytes belong behind request and reply alone");
+    Demand(has_bytes || name == "opened" || name == "closed", "RecordedEventName");
+    Demand(fields.size() == (has_bytes ? kFrameFields : kLinkFields), "RecordedRest");
     if (name == "opened") Open(event);
     const auto link = open_.find(event.Link);
-    Demand(link != open_.end(), "the link is not open");
-    Demand(event.At >= link->second.at, "the time is less than in the link's line before");
+    Demand(link != open_.end(), "RecordedLinkClosed");
+    Demand(event.At >= link->second.at, "RecordedTimeBack");
     link->second.at = event.At;
     if (name == "reply") return TakeReply(link->second, event.At, BytesOf(fields[4]));
     if (name == "request") event.Request = BytesOf(fields[4]);
@@ -97,12 +96,12 @@ class RecordingReader {
   }
 
   void Open(const RecordedEvent& event) {
-    Demand(known_.insert(event.Link).second, "the link was opened before");
+    Demand(known_.insert(event.Link).second, "RecordedLinkAgain");
     open_[event.Link] = {};
   }
 
   void TakeReply(OpenLink& link, milliseconds at, Bytes reply) {
-    Demand(link.unanswered.has_value(), "there is no request that this could be the reply to");
+    Demand(link.unanswered.has_value(), "RecordedNoRequest");
     RecordedEvent& event = events_[*std::exchange(link.unanswered, std::nullopt)];
     event.Reply = std::move(reply);
     event.ReplyAfter = at - event.At;
@@ -115,8 +114,7 @@ class RecordingReader {
 
 }  // namespace
 
-std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text,
-                                                         std::string& reason) {
+std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text, NamedText& reason) {
   RecordingReader reader;
   std::size_t number = 0;
   try {
@@ -124,8 +122,8 @@ std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text,
       ++number;
       reader.Take(TakeUpTo(text, '\n'), number);
     } while (!text.empty());
-  } catch (const std::invalid_argument& error) {
-    reason = "line " + std::to_string(number) + ": " + error.what();
+  } catch (const RecordingError& error) {
+    reason = {"RecordedLine", {std::to_string(number)}, {{error.name}}};
     return std::nullopt;
   }
   return std::move(reader).Events();

@@ -43,8 +43,7 @@ struct RecordedEvent {
 };
 
 // The events in the file's order; else nothing, and the reason with the number of the line.
-std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text,
-                                                         std::string& reason);
+std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text, NamedText& reason);
 
 // Writes a recording while it happens. Every line is with the system when the call returns. May be
 // called from several threads.

@@ -13,14 +13,11 @@ namespace {
 constexpr std::size_t kShownBytes = 64;
 constexpr milliseconds kConnectLimitMs{5000};
 
-std::string BytesText(const Bytes& bytes) {
-  return bytes.empty() ? "no answer" : FrameHex(bytes, kShownBytes);
-}
-
 class Player {
  public:
-  Player(const Endpoint& place, const ReplayTimes& times, std::ostream& out)
-      : place_(place), times_(times), out_(out) {}
+  Player(const Endpoint& place, const ReplayTimes& times, const ProjectorTexts& texts,
+         std::ostream& out)
+      : place_(place), times_(times), texts_(texts), out_(out) {}
 
   void Play(const RecordedEvent& event) {
     if (event.Kind == RecordedKind::kOpened) return Open(event);
@@ -33,8 +30,8 @@ class Player {
   }
 
   bool Summarize() const {
-    out_ << exchanges_ << " exchanges over " << opened_ << " links, " << differences_
-         << " differences\n";
+    Tell(ProjectorText::kReplaySummary,
+         {std::to_string(exchanges_), std::to_string(opened_), std::to_string(differences_)});
     return differences_ == 0 && exchanges_ > 0;
   }
 
@@ -45,20 +42,19 @@ class Player {
     if (links_[event.Link]) {
       ++opened_;
     } else {
-      Differ(event) << "no connection to " << TextOf(place_) << "\n";
+      Differ(ProjectorText::kReplayNoLink, event, {TextOf(place_)});
     }
   }
 
   void Ask(const RecordedEvent& event, Channel& channel) {
     ++exchanges_;
     if (channel.Write(event.Request, times_.Answer) != ChannelStatus::kOk) {
-      Differ(event) << "the request cannot be sent\n";
-      return;
+      return Differ(ProjectorText::kReplayNotSent, event, {});
     }
     const Bytes reply = Collect(event, channel);
     if (reply == event.Reply) return;
-    Differ(event) << FrameName(names_, event.Request) << ": recorded " << BytesText(event.Reply)
-                  << ", now " << BytesText(reply) << "\n";
+    Differ(ProjectorText::kReplayDiffers, event,
+           {FrameName(texts_, event.Request), BytesText(event.Reply), BytesText(reply)});
   }
 
   // What comes until there are as many bytes as were recorded and as the answer itself announces,
@@ -78,15 +74,25 @@ class Player {
     return reply;
   }
 
-  std::ostream& Differ(const RecordedEvent& event) {
+  // The text's first place is the number of the line.
+  void Differ(ProjectorText key, const RecordedEvent& event, std::vector<std::string> values) {
     ++differences_;
-    return out_ << "line " << event.Line << ": ";
+    values.insert(values.begin(), std::to_string(event.Line));
+    Tell(key, values);
+  }
+
+  void Tell(ProjectorText key, const std::vector<std::string>& values) const {
+    out_ << FilledText(texts_[key], values) << "\n";
+  }
+
+  std::string BytesText(const Bytes& bytes) const {
+    return bytes.empty() ? texts_[ProjectorText::kReplayNoAnswer] : FrameHex(bytes, kShownBytes);
   }
 
   Endpoint place_;
   ReplayTimes times_;
+  const ProjectorTexts& texts_;
   std::ostream& out_;
-  const ProjectorTexts& names_ = ProjectorTextsOf(Language::kEnglish);
   std::map<std::uint64_t, std::unique_ptr<Channel>> links_;
   std::size_t exchanges_ = 0;
   std::size_t opened_ = 0;
@@ -109,8 +115,8 @@ const RecordedEvent* Playback::Find(ByteView request) {
 }
 
 bool ReplayTo(const std::vector<RecordedEvent>& events, const Endpoint& place,
-              const ReplayTimes& times, std::ostream& out) {
-  Player player(place, times, out);
+              const ReplayTimes& times, const ProjectorTexts& texts, std::ostream& out) {
+  Player player(place, times, texts, out);
   for (const RecordedEvent& event : events) player.Play(event);
   return player.Summarize();
 }

@@ -36,6 +36,6 @@ struct ReplayTimes {
 // as they were, without the recorded pauses. Writes a line for each answer that differs and for
 // each link that cannot be opened, and a summary at the end. True when all agree and there was one.
 bool ReplayTo(const std::vector<RecordedEvent>& events, const Endpoint& place,
-              const ReplayTimes& times, std::ostream& out);
+              const ReplayTimes& times, const ProjectorTexts& texts, std::ostream& out);
 
 }  // namespace warpline::sim

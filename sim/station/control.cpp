@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/conversions.h"
+#include "sim/texts/projector_texts.h"
 
 namespace warpline::sim {
 namespace {
@@ -49,9 +50,9 @@ std::string Strikes(Station& station, std::string_view) {
 }
 
 std::string AddFault(Station& station, std::string_view text) {
-  std::string reason;
+  NamedText reason;
   const std::optional<FaultRule> rule = ParseFaultRule(text, reason);
-  if (!rule) return Failed(reason);
+  if (!rule) return Failed(ProjectorTextsOf(Language::kEnglish).Say(reason));
   station.AddFault(*rule);
   if (rule->Chance == 1 && rule->Jitter.count() == 0) return Done();
   return Done({Row("seed", station.Snapshot().Seed)});
@@ -134,7 +135,7 @@ std::string ControlAnswer(Station& station, std::string_view line) {
   return row->run(station, rest);
 }
 
-bool ControlServer::Listen(const Endpoint& endpoint, std::string& reason) {
+bool ControlServer::Listen(const Endpoint& endpoint, NamedText& reason) {
   listener_ = Listener::Open(endpoint, reason);
   if (!listener_) return false;
   where_ = listener_->Where();

@@ -40,7 +40,7 @@ class ControlServer {
   ControlServer& operator=(const ControlServer&) = delete;
 
   // False with the reason when that is not possible.
-  bool Listen(const Endpoint& endpoint, std::string& reason);
+  bool Listen(const Endpoint& endpoint, NamedText& reason);
   Endpoint Where() const { return where_; }
   void Stop();
 

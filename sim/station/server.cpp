@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <system_error>
+
+#include "platform/files.h"
 
 namespace warpline::sim {
 namespace {
@@ -15,9 +18,16 @@ std::uint64_t RecordedNumber(int link) {
   return static_cast<std::uint64_t>(link) + 1;
 }
 
+NamedText ReasonOf(TerminalStatus status, const std::filesystem::path& path,
+                   std::error_code error) {
+  if (status == TerminalStatus::kUnknown) return {"NoPseudoTerminals"};
+  if (status == TerminalStatus::kNone) return {"NoPseudoTerminal"};
+  return {"CannotMakeSerial", {Utf8Of(path), SystemErrorText(error)}};
+}
+
 }  // namespace
 
-bool Server::Listen(const Endpoint& endpoint, std::string& reason) {
+bool Server::Listen(const Endpoint& endpoint, NamedText& reason) {
   listener_ = Listener::Open(endpoint, reason);
   if (!listener_) return false;
   where_ = listener_->Where();
@@ -26,8 +36,11 @@ bool Server::Listen(const Endpoint& endpoint, std::string& reason) {
   return true;
 }
 
-bool Server::OfferSerial(const std::filesystem::path& path, bool fast, std::string& reason) {
-  terminal_ = PseudoTerminal::Create(path, reason);
+bool Server::OfferSerial(const std::filesystem::path& path, bool fast, NamedText& reason) {
+  TerminalStatus status{};
+  std::error_code error;
+  terminal_ = PseudoTerminal::Create(path, status, error);
+  if (!terminal_) reason = ReasonOf(status, path, error);
   if (!terminal_) return false;
   fast_serial_ = fast;
   serial_thread_ = std::thread([this] { ServeSerial(); });
@@ -57,7 +70,7 @@ void Server::AcceptLinks() {
 
 // While every caller is refused there is no listener, as the system itself refuses best.
 std::unique_ptr<Channel> Server::NextCaller() {
-  std::string reason;
+  NamedText reason;
   if (station_.RefusesEveryLink()) {
     listener_.reset();
   } else if (!listener_) {

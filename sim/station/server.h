@@ -32,9 +32,9 @@ class Server {
   Server& operator=(const Server&) = delete;
 
   // Accept callers from now on. False with the reason when that is not possible.
-  bool Listen(const Endpoint& endpoint, std::string& reason);
+  bool Listen(const Endpoint& endpoint, NamedText& reason);
   // Bytes pass at the speed that the caller sets, or, when fast, as quickly as they can.
-  bool OfferSerial(const std::filesystem::path& path, bool fast, std::string& reason);
+  bool OfferSerial(const std::filesystem::path& path, bool fast, NamedText& reason);
 
   // Where it listens or listened, the port that was found included.
   Endpoint Where() const { return where_; }

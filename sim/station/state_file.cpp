@@ -70,19 +70,18 @@ std::string StateText(const SimulatedProjector& projector, const StateExtras& ex
   return json.dump(1, ' ', true, Json::error_handler_t::replace) + "\n";
 }
 
-std::optional<RegisterSet> StoredSetOf(std::string_view text, PanelSize panel,
-                                       std::string& reason) {
+std::optional<RegisterSet> StoredSetOf(std::string_view text, PanelSize panel, NamedText& reason) {
   try {
     const Json json = Json::parse(text);
     if (!IsPanel(json.at("panel"), panel)) {
-      reason = "it is from a projector with another panel size";
+      reason = {"StateOfAnotherPanel"};
       return std::nullopt;
     }
     RegisterSet registers = RegistersOf(json.at("stored"));
     if (RegistersFit(registers, panel)) return registers;
-    reason = "a stored register does not have its length or is not hexadecimal";
+    reason = {"StateRegister"};
   } catch (const Json::exception& error) {
-    reason = error.what();
+    reason = {"BadJson", {error.what()}};
   }
   return std::nullopt;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/register_set.h"
+#include "core/texts.h"
 #include "sim/device/projector.h"
 
 // The state file: one JSON object that shows what the projector holds, for people, scripts and
@@ -46,6 +47,6 @@ std::string_view PowerName(Power power);
 std::string StateText(const SimulatedProjector& projector, const StateExtras& extras);
 
 // The stored set of a state text, when it is one for that panel; else nothing, and the reason.
-std::optional<RegisterSet> StoredSetOf(std::string_view text, PanelSize panel, std::string& reason);
+std::optional<RegisterSet> StoredSetOf(std::string_view text, PanelSize panel, NamedText& reason);
 
 }  // namespace warpline::sim

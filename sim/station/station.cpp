@@ -21,23 +21,21 @@ RegisterSet StartingSet(const StationSetup& setup) {
     return NeutralRegisters(panel);
   }
   std::string text;
-  std::string reason;
+  NamedText reason;
   const std::error_code error = ReadWholeFile(*setup.State, text);
-  if (error) reason = SystemErrorText(error);
+  if (error) reason = {"SystemError", {SystemErrorText(error)}};
   if (!error) {
     if (const std::optional<RegisterSet> stored = StoredSetOf(text, panel, reason)) return *stored;
   }
   std::filesystem::path kept = *setup.State;
   kept += ".kept";
   std::filesystem::rename(*setup.State, kept, ignored);
-  setup.Log("The state file \"" + Utf8Of(*setup.State) + "\" cannot be used (" + reason +
-            "). The projector starts without a stored correction; the file is kept as \"" +
-            Utf8Of(kept) + "\".");
+  setup.Log({"StateUnusable", {Utf8Of(*setup.State), Utf8Of(kept)}, {reason}});
   return NeutralRegisters(panel);
 }
 
 StationSetup Completed(StationSetup setup) {
-  if (!setup.Log) setup.Log = [](const std::string&) {};
+  if (!setup.Log) setup.Log = [](const NamedText&) {};
   if (!setup.OnStrike) setup.OnStrike = [](const std::string&) {};
   return setup;
 }
@@ -164,8 +162,8 @@ Outgoing Station::Replayed(LinkMemory& memory, ByteView frame) {
   ++mismatch_count_;
   mismatches_.push_back(FrameHex(frame, frame.size()));
   if (mismatches_.size() > kKeptStrikes) mismatches_.erase(mismatches_.begin());
-  setup_.Log("mismatch: exchange " + std::to_string(projector_.Count().Exchanges) +
-             " is not in the recording: " + FrameHex(frame, kToldBytes));
+  setup_.Log(
+      {"Mismatch", {std::to_string(projector_.Count().Exchanges), FrameHex(frame, kToldBytes)}});
   return {};
 }
 
@@ -300,7 +298,7 @@ void Station::WriteFile(const std::filesystem::path& path, const std::string& by
   const std::error_code error = (FileAttributes(path) & kAlias) != 0
                                     ? make_error_code(std::errc::too_many_symbolic_link_levels)
                                     : ReplaceFileContents(path, bytes);
-  if (error) setup_.Log("Cannot write \"" + Utf8Of(path) + "\": " + SystemErrorText(error));
+  if (error) setup_.Log({"CannotWrite", {Utf8Of(path), SystemErrorText(error)}});
 }
 
 }  // namespace warpline::sim

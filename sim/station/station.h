@@ -24,7 +24,7 @@
 
 namespace warpline::sim {
 
-using Log = std::function<void(const std::string&)>;
+using Log = std::function<void(const NamedText&)>;
 
 // One exchange as it went over the line, the library's own operations included.
 struct LoggedExchange {
@@ -45,8 +45,9 @@ struct StationSetup {
   std::optional<std::vector<RecordedEvent>> Replay = {};
   std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
-  sim::Log Log = {};       // told, in sentences, what cannot be read or written
-  sim::Log OnStrike = {};  // told when a fault strikes: "exchange 7: kind=21:refuse"
+  sim::Log Log = {};  // told what cannot be read, written or answered
+  // Told when a fault strikes: "exchange 7: kind=21:refuse".
+  std::function<void(const std::string&)> OnStrike = {};
   std::uint64_t Seed = 1;  // of the faults that are left to chance
   int SpeedUp = 1;         // of warming up and cooling down
   std::function<Clock::time_point()> Now = &Clock::now;

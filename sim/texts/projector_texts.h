@@ -3,8 +3,8 @@
 #include "core/texts.h"
 
 // The texts of the simulated projector: its help, its complaints and its window. What other
-// programs read (rules of faults and why one is wrong, lines of the control port, the answers of a
-// replay, the line that tells where it listens) is the same in every language and stands in code.
+// programs read (rules of faults, lines of the control port, recordings, the line that tells where
+// it listens) is the same in every language. The rooms below name their texts by NamedText.
 
 namespace warpline::sim {
 
@@ -187,7 +187,51 @@ namespace warpline::sim {
   X(SaveTitle)                      \
   X(PngFiles)                       \
   X(CannotOpen)                     \
-  X(CannotSave)
+  X(CannotSave)                     \
+  X(DrawnSeed)                      \
+  X(SystemError)                    \
+  X(BadJson)                        \
+  X(NoSocket)                       \
+  X(CannotListen)                   \
+  X(NoPseudoTerminals)              \
+  X(NoPseudoTerminal)               \
+  X(CannotMakeSerial)               \
+  X(StateUnusable)                  \
+  X(StateOfAnotherPanel)            \
+  X(StateRegister)                  \
+  X(CannotWrite)                    \
+  X(Mismatch)                       \
+  X(NotAnObject)                    \
+  X(NoSuchKey)                      \
+  X(KeyNeedsByte)                   \
+  X(KeyNeedsSize)                   \
+  X(FaultNeedsWhen)                 \
+  X(FaultNeedsNumber)               \
+  X(FaultNeedsKind)                 \
+  X(FaultNeedsChance)               \
+  X(FaultNeedsWhat)                 \
+  X(FaultNeedsDelay)                \
+  X(FaultOfLinksHasNoKind)          \
+  X(RecordedLine)                   \
+  X(RecordedTitle)                  \
+  X(RecordedFields)                 \
+  X(RecordedLink)                   \
+  X(RecordedTime)                   \
+  X(RecordedTimeBack)               \
+  X(RecordedEventName)              \
+  X(RecordedRest)                   \
+  X(RecordedBytes)                  \
+  X(RecordedLinkClosed)             \
+  X(RecordedLinkAgain)              \
+  X(RecordedNoRequest)              \
+  X(ReplayNoLink)                   \
+  X(ReplayNotSent)                  \
+  X(ReplayDiffers)                  \
+  X(ReplayNoAnswer)                 \
+  X(ReplaySummary)                  \
+  X(NoPng)                          \
+  X(PngSize)                        \
+  X(PngDamaged)
 WARPLINE_TEXT_KEYS(ProjectorText, WARPLINE_PROJECTOR_TEXTS)
 
 using ProjectorTexts = TextTable<ProjectorText>;

@@ -166,7 +166,7 @@ std::string FaultPane::RuleText() const {
 }
 
 void FaultPane::Add() {
-  std::string reason;
+  NamedText reason;
   if (const auto rule = ParseFaultRule(RuleText(), reason)) station_.AddFault(*rule);
 }
 

@@ -202,16 +202,16 @@ void ProjectorFrame::OpenPicture() {
   if (Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   std::string bytes;
-  std::string reason;
+  NamedText reason;
   std::optional<RgbImage> picture;
   if (const std::error_code error = ReadWholeFile(PathOf(name), bytes)) {
-    reason = SystemErrorText(error);
+    reason = {"SystemError", {SystemErrorText(error)}};
   } else {
     picture = ImageOfPng(bytes, reason);
   }
   if (!picture) {
-    return ShowMessage(Wx(texts_.Fill(ProjectorText::kCannotOpen, {name, reason})), GetTitle(),
-                       wxOK | wxICON_ERROR);
+    return ShowMessage(Wx(texts_.Fill(ProjectorText::kCannotOpen, {name, texts_.Say(reason)})),
+                       GetTitle(), wxOK | wxICON_ERROR);
   }
   source_ = Resized(*picture, PanelSize{source_.Width, source_.Height});
   Redraw();

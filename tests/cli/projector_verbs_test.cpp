@@ -78,9 +78,9 @@ TEST_F(ProjectorVerbsTest, ShippedProfilesTakeWhatTheirNamesSay) {
   for (const auto& entry :
        std::filesystem::directory_iterator(SourceFolder() / "examples/profiles")) {
     SCOPED_TRACE(entry.path().filename());
-    std::string reason;
+    NamedText reason;
     const auto profile = sim::ParseProfile(TempFolder::Read(entry.path()), reason);
-    ASSERT_TRUE(profile) << reason;
+    ASSERT_TRUE(profile) << Said(reason);
     classes.insert(profile->Projector.ModelClass);
     const bool applies = !Holds(profile->Name, "no Apply");
     const bool stores = !Holds(profile->Name, "no Store");

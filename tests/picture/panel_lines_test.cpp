@@ -14,6 +14,7 @@
 #include "picture/wall.h"
 #include "sim/device/projector.h"
 #include "tests/files/file_fixture.h"
+#include "tests/support/said.h"
 #include "tests/support/sim_hex.h"
 #include "tests/support/source_folder.h"
 
@@ -180,10 +181,10 @@ TEST(Picture, MatchesAGoldenOne) {
   ASSERT_NE(example, examples.end());
   const RgbImage shown =
       PanelPicture(TestPicture(panel), BuildRegisters(example->Correction, panel));
-  std::string reason;
+  NamedText reason;
   const auto golden =
       ImageOfPng(TempFolder::Read(SourceFolder() / "tests/picture/cylinder.png"), reason);
-  ASSERT_TRUE(golden) << reason;
+  ASSERT_TRUE(golden) << Said(reason);
   ASSERT_EQ(golden->Pixels.size(), shown.Pixels.size());
   int most = 0;
   double sum = 0;
@@ -287,29 +288,29 @@ constexpr const char* kHugePng =
 
 TEST(Picture, OfTooManyPixelsIsNotDecoded) {
   const Bytes huge = FromHex(kHugePng);
-  std::string reason;
+  NamedText reason;
   EXPECT_FALSE(ImageOfPng(std::string(huge.begin(), huge.end()), reason));
-  EXPECT_EQ(reason, "it has 16384x16384 pixels; 2 each way to 64000000 in all can be used");
+  EXPECT_EQ(Said(reason), "it has 16384x16384 pixels; 2 each way to 64000000 in all can be used");
 }
 
 TEST(Picture, IsWrittenAndReadAsAPng) {
   const RgbImage picture = TestPicture(kPanel);
   const std::optional<std::string> png = PngOf(picture);
   ASSERT_TRUE(png);
-  std::string reason;
+  NamedText reason;
   const std::optional<RgbImage> read = ImageOfPng(*png, reason);
-  ASSERT_TRUE(read) << reason;
+  ASSERT_TRUE(read) << Said(reason);
   EXPECT_EQ((PanelSize{read->Width, read->Height}), kPanel);
   EXPECT_EQ(read->Pixels, picture.Pixels);
   const Bytes transparent = FromHex(kTransparentPng);
   const auto on_black = ImageOfPng(std::string(transparent.begin(), transparent.end()), reason);
-  ASSERT_TRUE(on_black) << reason;
+  ASSERT_TRUE(on_black) << Said(reason);
   EXPECT_EQ(ToHex(on_black->Pixels), "FF0000008000000000FFFFFF");
   EXPECT_FALSE(ImageOfPng(png->substr(0, png->size() / 2), reason));
-  EXPECT_EQ(reason, "it is damaged");
+  EXPECT_EQ(Said(reason), "it is damaged");
   EXPECT_FALSE(ImageOfPng("", reason));
   EXPECT_FALSE(ImageOfPng("GIF89a", reason));
-  EXPECT_NE(reason, "");
+  EXPECT_EQ(Said(reason), "it is no PNG picture");
 }
 
 }  // namespace

@@ -4,6 +4,9 @@
 
 #include <sstream>
 
+#include "platform/files.h"
+#include "tests/support/temp_folder.h"
+
 namespace warpline::sim {
 namespace {
 
@@ -22,6 +25,10 @@ std::string SaidBy(Words words, const char* language, int expected_code) {
 }
 
 TEST(ProjectorOptions, RefuseWrongUsage) {
+  const TempFolder folder;
+  const auto profile = [&](const char* name, const char* text) {
+    return Utf8Of(folder.Write(name, text));
+  };
   const std::tuple<Words, const char*, const char*> cases[] = {
       {{"--panel", "63x100"}, "64 to 4096", "64～4096"},
       {{"--panel", "1024"}, "64 to 4096", "64～4096"},
@@ -38,6 +45,9 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {{"--power", "off"}, "--power: off not in {on,standby}", "--power: 「off」"},
       {{"--state", "a", "--state", "b"}, "--state may be given only once", "--state は 1 回"},
       {{"--fault", "nth=1:explode"}, "nth=1:explode", "--fault のルール"},
+      {{"--fault", "every=0:cut"}, "every= needs", "every= には 1 以上"},
+      {{"--profile", profile("profile", R"({"clas": 4})")}, "key \"clas\"", "キー「clas」はあ"},
+      {{"--profile", profile("broken", "{")}, "used: [json.", "JSON の内容が"},
       {{"--frobnicate"}, "not expected: --frobnicate", "「--frobnicate」は使用"},
       {{"--replay-to", "127.0.0.1:1"}, "--replay", "--replay-to には --replay も"},
       {{"--replay", "r", "--record", "r"}, "--record", "同時に"},

@@ -48,7 +48,7 @@ struct ScriptedPeer {
   std::string Port() const { return std::to_string(listener->Where().Port); }
 
   std::function<void(Channel&)> script;
-  std::string reason = {};
+  NamedText reason = {};
   std::unique_ptr<Listener> listener = Listener::Open({}, reason);
   const std::atomic<bool> stopping{false};
   std::jthread thread{[this] {
@@ -69,7 +69,7 @@ void ReadUntilClosed(Channel& channel) {
 }
 
 TEST(Standin, OpensLoopbackAndNothingElse) {
-  std::string reason;
+  NamedText reason;
   const std::string free_port = std::to_string(Listener::Open({}, reason)->Where().Port);
   const std::tuple<const char*, std::int32_t, const char*, const char*, std::int32_t> cases[] = {
       {"nobody listens", 1, "127.0.0.1", free_port.c_str(), kOpenConnect},
@@ -203,8 +203,8 @@ TEST(Standin, ReportsAReplyThatDoesNotFit) {
 TEST(Standin, ServesUsbOnItsPort) {
   Station station({});
   Server server(station);
-  std::string reason;
-  ASSERT_TRUE(server.Listen({Endpoint{}.Address, 7207}, reason)) << reason;
+  NamedText reason;
+  ASSERT_TRUE(server.Listen({Endpoint{}.Address, 7207}, reason)) << Said(reason);
   BeamlinkStandin library;
   const std::int32_t handle = library.Open(2, "USB7", "", kBeamlinkBlocking);
   PJRunningStatus running{};
@@ -212,7 +212,7 @@ TEST(Standin, ServesUsbOnItsPort) {
   EXPECT_EQ(library.GetRunningStatus(handle, &running), kBeamlinkOk);
   Server second(station);
   EXPECT_FALSE(second.Listen({Endpoint{}.Address, 7207}, reason));
-  EXPECT_NE(reason.find("127.0.0.1:7207"), std::string::npos) << reason;
+  EXPECT_EQ(Said(reason), "Cannot listen on 127.0.0.1:7207; another program may use this port.");
 }
 
 TEST(Standin, LetsThreadsShareALink) {

@@ -7,6 +7,7 @@
 #include "sim/station/server.h"
 #include "standin/beamlink_standin.h"
 #include "tests/support/comes_true.h"
+#include "tests/support/said.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
@@ -16,8 +17,8 @@ constexpr std::int32_t kSerialKind = 0;
 
 struct SerialWorld {
   explicit SerialWorld(bool fast = true) {
-    std::string reason;
-    EXPECT_TRUE(server.OfferSerial(path, fast, reason)) << reason;
+    NamedText reason;
+    EXPECT_TRUE(server.OfferSerial(path, fast, reason)) << Said(reason);
     ::setenv("WARPLINE_COM3", path.c_str(), 1);
   }
   ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
@@ -51,9 +52,10 @@ TEST(Serial, CarriesEveryByteUnchanged) {
 TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
   const TempFolder folder;
   const std::filesystem::path path = folder / "projector";
-  std::string reason;
-  const auto terminal = PseudoTerminal::Create(path, reason);
-  ASSERT_TRUE(terminal) << reason;
+  TerminalStatus made{};
+  std::error_code error;
+  const auto terminal = PseudoTerminal::Create(path, made, error);
+  ASSERT_TRUE(terminal) << error;
   ::setenv("WARPLINE_COM5", path.c_str(), 1);
   for (const int speed : {4800, 9600, 19200, 38400}) {
     SerialStatus status{};
@@ -82,17 +84,19 @@ TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
 TEST(Serial, CleansUpAndRespectsWhatIsThere) {
   SerialWorld world;
   EXPECT_TRUE(std::filesystem::is_symlink(world.path));
-  std::string reason;
-  EXPECT_EQ(PseudoTerminal::Create(world.path, reason), nullptr) << "in use";
+  Server second(world.station);
+  NamedText reason;
+  EXPECT_FALSE(second.OfferSerial(world.path, true, reason)) << "in use";
   world.server.Stop();
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(world.path)));
 
   const std::filesystem::path file = world.folder.Write("file", "kept");
-  EXPECT_EQ(PseudoTerminal::Create(file, reason), nullptr);
-  EXPECT_NE(reason.find("file"), std::string::npos) << reason;
+  EXPECT_FALSE(second.OfferSerial(file, true, reason));
+  EXPECT_NE(Said(reason).find("Cannot make the serial device \"" + file.string() + "\": "),
+            std::string::npos);
   EXPECT_EQ(TempFolder::Read(file), "kept");
   std::filesystem::create_symlink(world.folder / "gone", world.folder / "left");
-  EXPECT_TRUE(PseudoTerminal::Create(world.folder / "left", reason)) << reason;
+  EXPECT_TRUE(second.OfferSerial(world.folder / "left", true, reason)) << Said(reason);
 }
 
 }  // namespace

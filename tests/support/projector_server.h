@@ -11,6 +11,7 @@
 
 #include "sim/station/server.h"
 #include "sim/station/station.h"
+#include "tests/support/said.h"
 
 // A simulated projector that serves a free loopback port for as long as the object lives.
 
@@ -20,9 +21,9 @@ namespace warpline {
 inline std::vector<sim::FaultRule> FaultRules(const std::vector<std::string>& texts) {
   std::vector<sim::FaultRule> rules;
   for (const std::string& text : texts) {
-    std::string reason;
+    NamedText reason;
     const std::optional<sim::FaultRule> rule = sim::ParseFaultRule(text, reason);
-    if (!rule) throw std::invalid_argument(reason);
+    if (!rule) throw std::invalid_argument(Said(reason));
     rules.push_back(*rule);
   }
   return rules;
@@ -35,8 +36,8 @@ class ProjectorServer {
       : ProjectorServer(sim::StationSetup{.Projector = projector, .Faults = FaultRules(faults)}) {}
 
   explicit ProjectorServer(sim::StationSetup setup) : station_(Telling(std::move(setup))) {
-    std::string reason;
-    if (!server_.Listen({}, reason)) throw std::runtime_error(reason);
+    NamedText reason;
+    if (!server_.Listen({}, reason)) throw std::runtime_error(Said(reason));
   }
 
   // A test that has failed says what its projector was told to do wrong.

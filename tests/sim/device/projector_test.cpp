@@ -8,6 +8,7 @@
 #include "sim/device/power.h"
 #include "sim/device/profile.h"
 #include "tests/support/feed_projector.h"
+#include "tests/support/said.h"
 #include "tests/support/sim_hex.h"
 
 namespace warpline::sim {
@@ -284,9 +285,9 @@ TEST(FrameDecoder, StandsWhatAFixedSeedBringsUp) {
 }
 
 TEST(Profile, KeepsWhatIsMissing) {
-  std::string reason;
+  NamedText reason;
   const auto profile = ParseProfile(R"({"class": 4, "reply5": 13, "panel": "800x600"})", reason);
-  ASSERT_TRUE(profile) << reason;
+  ASSERT_TRUE(profile) << Said(reason);
   EXPECT_EQ(profile->Projector.ModelClass, 4);
   EXPECT_EQ(profile->Projector.Reply5, 13);
   EXPECT_EQ(profile->Projector.Panel, (PanelSize{800, 600}));
@@ -306,9 +307,9 @@ TEST(Profile, IsRefusedWithAReason) {
       {"boolean", {R"({"takes_commands": 1})"}}};
   for (const auto& [part, texts] : cases) {
     for (const char* text : texts) {
-      std::string reason;
+      NamedText reason;
       EXPECT_FALSE(ParseProfile(text, reason)) << text;
-      EXPECT_NE(reason.find(part), std::string::npos) << text << ": " << reason;
+      EXPECT_NE(Said(reason).find(part), std::string::npos) << text << ": " << Said(reason);
     }
   }
 }

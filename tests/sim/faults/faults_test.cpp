@@ -25,10 +25,11 @@ TEST(FaultRules, RefuseWhatMakesNoSense) {
       {"no kind=", {"kind=20:halfopen"}}};
   for (const auto& [part, texts] : cases) {
     for (const char* text : texts) {
-      std::string reason;
+      NamedText reason;
       EXPECT_EQ(ParseFaultRule(text, reason), std::nullopt) << text;
-      EXPECT_NE(reason.find(part), std::string::npos) << reason;
-      EXPECT_NE(reason.find(text), std::string::npos) << reason;
+      const std::string said = Said(reason);
+      EXPECT_NE(said.find(part), std::string::npos) << said;
+      EXPECT_NE(said.find(text), std::string::npos) << said;
     }
   }
 }
@@ -51,9 +52,9 @@ TEST(FaultRules, StrikeWhatTheyName) {
       {"kind=block", {kBlock}, {kStore}},
       {"nth=7", {kProbe, kRunning}, {}}};
   for (const auto& [when, struck, spared] : cases) {
-    std::string reason;
+    NamedText reason;
     const auto rule = ParseFaultRule(when + std::string(":cut"), reason);
-    ASSERT_TRUE(rule) << reason;
+    ASSERT_TRUE(rule) << Said(reason);
     for (const char* frame : struck) {
       EXPECT_TRUE(Matches(*rule, 7, FromHex(frame))) << when << " " << frame;
     }
@@ -82,9 +83,9 @@ TEST(FaultRules, SpoilTheReply) {
       {"cutmid", true, "21DF00", 0, false, true}};
   for (const auto& [what, executed, reply, delay, byte_by_byte, cut] : cases) {
     SCOPED_TRACE(what);
-    std::string reason;
+    NamedText reason;
     const auto rule = ParseFaultRule("nth=1:" + std::string(what), reason);
-    ASSERT_TRUE(rule) << reason;
+    ASSERT_TRUE(rule) << Said(reason);
     EXPECT_EQ(IsExecuted(rule->Effect), executed);
     const Outgoing outgoing = Spoil(*rule, FromHex("21DF0000010203"));
     EXPECT_EQ(ToHex(outgoing.Reply), reply);

@@ -18,9 +18,9 @@ namespace {
 const std::string kTitle = std::string(kRecordingTitle) + "\n";
 
 std::vector<RecordedEvent> Parsed(const std::string& text) {
-  std::string reason;
+  NamedText reason;
   const auto events = ParseRecording(text, reason);
-  EXPECT_TRUE(events) << reason;
+  EXPECT_TRUE(events) << Said(reason);
   return events.value_or(std::vector<RecordedEvent>());
 }
 
@@ -73,9 +73,9 @@ TEST(Recording, TellsWhatIsWrongAndWhere) {
       {"line 2: name and bytes", {kTitle + "1\t0\topened\tx\t01\n"}}};
   for (const auto& [said, texts] : cases) {
     for (const std::string& text : texts) {
-      std::string reason;
+      NamedText reason;
       EXPECT_FALSE(ParseRecording(text, reason)) << text;
-      EXPECT_TRUE(reason.starts_with(said)) << text << reason;
+      EXPECT_TRUE(Said(reason).starts_with(said)) << text << Said(reason);
     }
   }
   EXPECT_EQ(Parsed(std::string(kRecordingTitle) + "\r\n\r\n1\t0\topened\r\n").size(), 1u);
@@ -96,7 +96,7 @@ TEST(Replay, AnswersTheToolFromTheRecording) {
   const TempFolder folder;
   Station station({.Replay = Parsed(kTitle + kSession),
                    .State = folder / "state.json",
-                   .Log = [&log](const std::string& text) { log.push_back(text); }});
+                   .Log = [&log](const NamedText& text) { log.push_back(Said(text)); }});
   const int link = station.OpenLink();
   const auto send = [&](const char* hex) {
     return ToHex(station.Exchange(link, FromHex(hex)).Reply);
@@ -123,17 +123,18 @@ TEST(Replay, AnswersTheToolFromTheRecording) {
 // What a projector answered is what one like it answers again, and another one does not.
 TEST(Replay, ComparesAProjectorWithTheRecording) {
   constexpr ReplayTimes kTimes{.Silence = milliseconds(30)};
+  const ProjectorTexts& texts = ProjectorTextsOf(Language::kEnglish);
   std::ostringstream recorded;
   Recorder recorder(recorded);
   Station station(
       {.Projector = {.Panel = {}, .ModelClass = 4}, .Faults = FaultRules({"kind=mode:timeout"})});
   Server recording(station, &recorder);
-  std::string reason;
-  ASSERT_TRUE(recording.Listen({}, reason)) << reason;
+  NamedText reason;
+  ASSERT_TRUE(recording.Listen({}, reason)) << Said(reason);
   const std::string asked =
       kTitle + kSession + "2\t0\topened\n2\t0\trequest\tx\t01DE0000020100E2\n";
   std::ostringstream told;
-  EXPECT_FALSE(ReplayTo(Parsed(asked), recording.Where(), kTimes, told));
+  EXPECT_FALSE(ReplayTo(Parsed(asked), recording.Where(), kTimes, texts, told));
   EXPECT_EQ(told.str(),
             "line 3: Model class?: recorded 20 85 00 00 03 0B 00 04 B7, now 20 85 00 00 03 00 00 "
             "04 AC\n"
@@ -147,13 +148,18 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   const ProjectorServer same({.Panel = {}, .ModelClass = 4}, {"kind=mode:timeout"});
   told.str("");
   const auto port = PortNumber(same.Port());
-  EXPECT_TRUE(ReplayTo(events, {.Port = *port}, kTimes, told)) << told.str();
+  EXPECT_TRUE(ReplayTo(events, {.Port = *port}, kTimes, texts, told)) << told.str();
   EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences\n");
   const ProjectorServer replaying(StationSetup{.Replay = events});
   const auto place = Endpoint{.Port = *PortNumber(replaying.Port())};
-  EXPECT_TRUE(ReplayTo(events, place, kTimes, told)) << "answers as another class did";
-  EXPECT_FALSE(ReplayTo({}, {.Port = *port}, kTimes, told)) << "nothing was compared";
-  EXPECT_FALSE(ReplayTo(events, recording.Where(), kTimes, told)) << "nobody is there";
+  EXPECT_TRUE(ReplayTo(events, place, kTimes, texts, told)) << "answers as another class did";
+  EXPECT_FALSE(ReplayTo({}, {.Port = *port}, kTimes, texts, told)) << "nothing was compared";
+  told.str("");
+  EXPECT_FALSE(
+      ReplayTo(events, recording.Where(), kTimes, ProjectorTextsOf(Language::kJapanese), told))
+      << "nobody is there";
+  const std::string no_link = " 行目：" + TextOf(recording.Where()) + " に接続できません\n";
+  EXPECT_EQ(told.str(), "2" + no_link + "14" + no_link + "交信 0 回、接続 0 回、相違 2 件\n");
 }
 
 TEST(FrameNames, TellEveryFrameApart) {

@@ -23,7 +23,7 @@ struct World {
             .Faults = FaultRules(faults),
             .State = folder / "state.json",
             .Picture = folder / "picture.png",
-            .Log = [this](const std::string& text) { log.push_back(text); }};
+            .Log = [this](const NamedText& text) { log.push_back(Said(text)); }};
   }
   json State() const { return json::parse(TempFolder::Read(folder / "state.json")); }
 
@@ -247,8 +247,8 @@ std::string Ask(Channel& channel, std::string_view line) {
 TEST(Control, WorksOverItsPort) {
   ProjectorServer server;
   ControlServer control(server.Station());
-  std::string reason;
-  ASSERT_TRUE(control.Listen({}, reason)) << reason;
+  NamedText reason;
+  ASSERT_TRUE(control.Listen({}, reason)) << Said(reason);
   ConnectStatus status{};
   const auto first = ConnectTcp(control.Where(), kEnough, status);
   const auto second = ConnectTcp(control.Where(), kEnough, status);
