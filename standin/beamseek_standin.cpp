@@ -8,11 +8,13 @@
 
 namespace warpline::sim {
 
-csResData ResultOf(const std::vector<DiscoveredProjector>& projectors) {
-  csResData result{};
+SearchResult ResultOf(const std::vector<DiscoveredProjector>& projectors) {
+  SearchResult result;
+  csResData& record = result.Record;
   for (const DiscoveredProjector& projector : projectors) {
-    if (result.iPjNum == kMostSearchProjectors) break;
-    auto& entry = result.PJData[result.iPjNum++];
+    if (record.iPjNum == kMostSearchProjectors) break;
+    result.PowerState.at(record.iPjNum) = projector.Answer.PowerState;
+    auto& entry = record.PJData[record.iPjNum++];
     entry.bSelectable = projector.Answer.Selectable && projector.Answer.TcpPort == kDefaultLanPort;
     for (int part = 0; part < 4; ++part) {
       entry.ucIP[part] = static_cast<std::uint8_t>(projector.Address >> (24 - 8 * part) & 255);
@@ -68,13 +70,13 @@ class BeamseekStandin::Search {
     stop_ = false;
     if (window_) window_->ShowSearching(last_address_);
     thread_ = std::thread([this, with_window = window_ != nullptr] {
-      const csResData found = ResultOf(DiscoverProjectors(range_, stop_));
+      const SearchResult found = ResultOf(DiscoverProjectors(range_, stop_));
       if (stop_) return;
       if (with_window) {
         const std::lock_guard lock(mutex_);
         found_ = found;
       } else {
-        result_ = found;
+        result_ = found.Record;
         Notify(kSearchFinished, 0);
       }
     });
@@ -87,9 +89,9 @@ class BeamseekStandin::Search {
   }
 
   // The caller reads the record on the thread of the windows, so that is where it changes.
-  std::optional<csResData> TakeResult() {
+  std::optional<SearchResult> TakeResult() {
     const std::lock_guard lock(mutex_);
-    if (found_) result_ = *found_;
+    if (found_) result_ = found_->Record;
     return std::exchange(found_, std::nullopt);
   }
 
@@ -104,7 +106,7 @@ class BeamseekStandin::Search {
   std::unique_ptr<SelectionWindow> window_;
   std::atomic<bool> stop_{false};
   std::mutex mutex_;
-  std::optional<csResData> found_;
+  std::optional<SearchResult> found_;
   std::thread thread_;
 };
 

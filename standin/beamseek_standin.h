@@ -20,8 +20,8 @@
 
 namespace warpline::sim {
 
-// The record for what was found; those beyond its capacity are left out.
-csResData ResultOf(const std::vector<DiscoveredProjector>& projectors);
+// What was found; projectors beyond the record's capacity are left out.
+SearchResult ResultOf(const std::vector<DiscoveredProjector>& projectors);
 
 class BeamseekStandin {
  public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,10 +15,17 @@
 
 namespace warpline::sim {
 
+// What a search has found: the tool's record, and what that has no field for.
+struct SearchResult {
+  csResData Record{};
+  // Of the projectors in the record, as PJRunningStatus counts.
+  std::array<std::uint8_t, kMostSearchProjectors> PowerState{};
+};
+
 // What a window asks and tells. Valid as long as the window lives.
 struct SelectionWindowHost {
   // The projectors of a search that has ended; nothing while it runs and once they were taken.
-  std::function<std::optional<csResData>()> TakeResult;
+  std::function<std::optional<SearchResult>()> TakeResult;
   // The user's decision, a ConnectSelectCode; index is that of the chosen projector.
   std::function<void(std::uint32_t code, std::uint32_t index)> Notify;
 };

@@ -1,5 +1,7 @@
 #include "standin/search_texts.h"
 
+#include <array>
+
 namespace warpline {
 
 namespace embedded {
@@ -13,6 +15,13 @@ const SearchTexts& SearchTextsOf(Language language) {
   static const SearchTexts japanese(embedded::Embedded_search_ja());
   static const SearchTexts english(embedded::Embedded_search_en());
   return language == Language::kJapanese ? japanese : english;
+}
+
+SearchText StateOf(bool selectable, std::uint8_t power_state) {
+  static constexpr std::array kStates{SearchText::kStandby, SearchText::kReady,
+                                      SearchText::kWarmingUp, SearchText::kCoolingDown};
+  if (!selectable) return SearchText::kUnselectable;
+  return power_state < kStates.size() ? kStates[power_state] : SearchText::kReady;
 }
 
 }  // namespace sim

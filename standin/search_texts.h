@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "core/texts.h"
 
 // The texts of the search library's selection window.
@@ -15,6 +17,9 @@ namespace warpline::sim {
   X(AddressColumn)               \
   X(StateColumn)                 \
   X(Ready)                       \
+  X(Standby)                     \
+  X(WarmingUp)                   \
+  X(CoolingDown)                 \
   X(Unselectable)                \
   X(SearchAgain)                 \
   X(ReadMe)                      \
@@ -25,5 +30,8 @@ WARPLINE_TEXT_KEYS(SearchText, WARPLINE_SEARCH_TEXTS)
 using SearchTexts = TextTable<SearchText>;
 
 const SearchTexts& SearchTextsOf(Language language);
+
+// What the list says of a projector in that power state, which is counted as in PJRunningStatus.
+SearchText StateOf(bool selectable, std::uint8_t power_state);
 
 }  // namespace warpline::sim

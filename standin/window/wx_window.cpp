@@ -132,7 +132,7 @@ class SelectionDialog : public wxDialog {
 
   void LookForResult() {
     if (!host_.TakeResult) return;
-    const std::optional<csResData> result = host_.TakeResult();
+    const std::optional<SearchResult> result = host_.TakeResult();
     if (!result) return;
     timer_.Stop();
     found_ = *result;
@@ -142,16 +142,16 @@ class SelectionDialog : public wxDialog {
 
   void FillList() {
     const wxColour grey = wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT);
-    for (int i = 0; i < found_.iPjNum; ++i) {
-      const auto& entry = found_.PJData[i];
+    for (int i = 0; i < found_.Record.iPjNum; ++i) {
+      const auto& entry = found_.Record.PJData[i];
+      const bool selectable = entry.bSelectable != 0;
       list_->InsertItem(i, Text(entry.cName));
       list_->SetItem(i, 1, Text(AddressText(entry.ucIP)));
-      list_->SetItem(
-          i, 2, Text(texts_[entry.bSelectable ? SearchText::kReady : SearchText::kUnselectable]));
-      if (!entry.bSelectable) list_->SetItemTextColour(i, grey);
+      list_->SetItem(i, 2, Text(texts_[StateOf(selectable, found_.PowerState.at(i))]));
+      if (!selectable) list_->SetItemTextColour(i, grey);
     }
     state_->SetLabel(
-        Text(texts_[found_.iPjNum > 0 ? SearchText::kFound : SearchText::kNothingFound]));
+        Text(texts_[found_.Record.iPjNum > 0 ? SearchText::kFound : SearchText::kNothingFound]));
     OfferOne();
     ShowChoice();
   }
@@ -159,11 +159,11 @@ class SelectionDialog : public wxDialog {
   // The projector used last, else the first one that can be chosen.
   void OfferOne() {
     int offered = -1;
-    for (int i = found_.iPjNum - 1; i >= 0; --i) {
-      if (found_.PJData[i].bSelectable) offered = i;
+    for (int i = found_.Record.iPjNum - 1; i >= 0; --i) {
+      if (found_.Record.PJData[i].bSelectable) offered = i;
     }
-    for (int i = 0; i < found_.iPjNum; ++i) {
-      const auto& entry = found_.PJData[i];
+    for (int i = 0; i < found_.Record.iPjNum; ++i) {
+      const auto& entry = found_.Record.PJData[i];
       if (entry.bSelectable && Text(AddressText(entry.ucIP)) == last_address_) offered = i;
     }
     if (offered < 0) return;
@@ -175,8 +175,8 @@ class SelectionDialog : public wxDialog {
   // The chosen projector, or -1 when there is none or it cannot be chosen.
   int Choice() const {
     const long index = list_->GetFirstSelected();
-    if (index < 0 || index >= found_.iPjNum) return -1;
-    return found_.PJData[index].bSelectable ? static_cast<int>(index) : -1;
+    if (index < 0 || index >= found_.Record.iPjNum) return -1;
+    return found_.Record.PJData[index].bSelectable ? static_cast<int>(index) : -1;
   }
 
   void ShowChoice() { ok_->Enable(Choice() >= 0); }
@@ -190,7 +190,7 @@ class SelectionDialog : public wxDialog {
   const SearchTexts& texts_;
   wxTimer timer_;
   wxString last_address_;
-  csResData found_{};
+  SearchResult found_;
   bool decided_ = false;
   wxStaticText* state_ = nullptr;
   wxListView* list_ = nullptr;

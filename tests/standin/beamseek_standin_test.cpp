@@ -6,6 +6,7 @@
 
 #include <mutex>
 
+#include "standin/search_texts.h"
 #include "tests/support/comes_true.h"
 
 namespace warpline::sim {
@@ -86,32 +87,40 @@ Created Create(BeamseekStandin& library, Told& told, std::int32_t flags) {
   return created;
 }
 
-csResData WaitForResult(const SelectionWindowHost& host) {
-  std::optional<csResData> result;
+SearchResult WaitForResult(const SelectionWindowHost& host) {
+  std::optional<SearchResult> result;
   EXPECT_TRUE(ComesTrue([&] { return (result = host.TakeResult()).has_value(); })) << "no result";
-  return result.value_or(csResData{});
+  return result.value_or(SearchResult{});
 }
 
-TEST(BeamseekStandin, MarksWhatCannotBeChosen) {
-  const std::tuple<const char*, std::uint16_t, bool, std::int32_t> rows[] = {
-      {"both", 7142, true, 1},
-      {"refuses", 7142, false, 0},
-      {"another port", 7143, true, 0},
-      {"neither", 1, false, 0}};
-  for (const auto& [name, port, says_so, selectable] : rows) {
-    const csResData result = ResultOf({{0x7F0203FE, {port, 5, 0, says_so, std::string(31, 'n')}}});
+TEST(BeamseekStandin, SaysWhatCanBeChosenAndInWhichState) {
+  const std::tuple<const char*, std::uint16_t, bool, std::uint8_t, std::int32_t, const char*>
+      rows[] = {{"standby", 7142, true, 0, 1, "Standby"},
+                {"on", 7142, true, 1, 1, "Ready"},
+                {"warming up", 7142, true, 2, 1, "Warming up"},
+                {"cooling down", 7142, true, 3, 1, "Cooling down"},
+                {"no such state", 7142, true, 4, 1, "Ready"},
+                {"refuses", 7142, false, 0, 0, "Cannot be chosen"},
+                {"another port", 7143, true, 1, 0, "Cannot be chosen"},
+                {"neither", 1, false, 2, 0, "Cannot be chosen"}};
+  for (const auto& [name, port, says_so, power, selectable, state] : rows) {
+    const SearchResult found =
+        ResultOf({{0x7F0203FE, {port, 5, power, says_so, std::string(31, 'n')}}});
+    const csResData& result = found.Record;
     ASSERT_EQ(result.iPjNum, 1);
+    const SearchText text = StateOf(result.PJData[0].bSelectable != 0, found.PowerState[0]);
+    EXPECT_EQ(SearchTextsOf(Language::kEnglish)[text], state) << name;
     EXPECT_EQ(result.PJData[0].bSelectable, selectable) << name;
     EXPECT_EQ(AddressText(result.PJData[0].ucIP), "127.2.3.254");
     EXPECT_EQ(std::string(result.PJData[0].cName), std::string(31, 'n'));
   }
-  EXPECT_EQ(ResultOf(std::vector<DiscoveredProjector>(65)).iPjNum, 64);
+  EXPECT_EQ(ResultOf(std::vector<DiscoveredProjector>(65)).Record.iPjNum, 64);
 }
 
 // One projector, and where it is found.
 struct LeftProjector {
   std::unique_ptr<DiscoveryResponder> responder =
-      DiscoveryResponder::Open({0x7F000002, 0}, {7142, 5, 1, true, "Left"});
+      DiscoveryResponder::Open({0x7F000002, 0}, {7142, 5, 3, true, "Left"});
   DiscoveryRange range{0x7F000002, 1, responder->Where().Port, milliseconds(600'000)};
 };
 
@@ -176,12 +185,12 @@ TEST(BeamseekStandin, LetsTheWindowDecide) {
   EXPECT_EQ(library.SetLastPJ(search.handle, "192.168.100.100..more"), 1);
   EXPECT_EQ(library.Start(search.handle), 1);
   EXPECT_EQ(search.result->iPjNum, 0) << "the record changes on the windows' thread alone";
-  EXPECT_EQ(WaitForResult(window.host).iPjNum, 1);
+  EXPECT_EQ(WaitForResult(window.host).PowerState[0], 3);
   EXPECT_EQ(search.result->iPjNum, 1);
   EXPECT_FALSE(window.host.TakeResult()) << "taken";
   EXPECT_EQ(library.Restart(search.handle, kRestartGoOn), 1);
   EXPECT_EQ(library.Restart(search.handle, kRestartFromStart), 1);
-  EXPECT_EQ(WaitForResult(window.host).iPjNum, 1);
+  EXPECT_EQ(WaitForResult(window.host).Record.iPjNum, 1);
   window.host.Notify(kSearchSelected, 7);
   EXPECT_EQ(told.Wait(1), (Notes{{2000, 7}})) << "2005 is only told where there is no window";
   EXPECT_EQ(window.alive, 1);
