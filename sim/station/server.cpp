@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <system_error>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -24,6 +25,33 @@ NamedText ReasonOf(TerminalStatus status, const std::filesystem::path& path,
   if (status == TerminalStatus::kNone) return {"NoPseudoTerminal"};
   return {"CannotMakeSerial", {Utf8Of(path), SystemErrorText(error)}};
 }
+
+// A caller's channel that counts as closed once nothing has passed for kIdleLimitMs: who only stays
+// connected must not keep others out.
+class IdleLimitedChannel : public Channel {
+ public:
+  IdleLimitedChannel(std::unique_ptr<Channel> channel, const Station& station)
+      : channel_(std::move(channel)), station_(station), last_used_(station.Now()) {}
+
+  ReadResult Read(std::span<std::uint8_t> buffer, milliseconds time_out) override {
+    const ReadResult read = channel_->Read(buffer, time_out);
+    const Clock::time_point now = station_.Now();
+    if (read.Status == ChannelStatus::kOk) last_used_ = now;
+    if (now - last_used_ >= kIdleLimitMs) return {ChannelStatus::kClosed, 0};
+    return read;
+  }
+
+  ChannelStatus Write(ByteView bytes, milliseconds time_out) override {
+    const ChannelStatus status = channel_->Write(bytes, time_out);
+    last_used_ = station_.Now();
+    return status;
+  }
+
+ private:
+  std::unique_ptr<Channel> channel_;
+  const Station& station_;
+  Clock::time_point last_used_;
+};
 
 }  // namespace
 
@@ -83,7 +111,7 @@ std::unique_ptr<Channel> Server::NextCaller() {
 
 void Server::StartLink(std::unique_ptr<Channel> channel, const Reception& reception) {
   ServedLink& link = links_.emplace_back();
-  link.channel = std::move(channel);
+  link.channel = std::make_unique<IdleLimitedChannel>(std::move(channel), station_);
   link.thread = std::thread([this, &link, reception] {
     if (reception.How == Welcome::kServed) ServeLink(*link.channel, reception.Link);
     if (reception.How == Welcome::kIgnored) IgnoreLink(*link.channel);

@@ -16,10 +16,11 @@
 
 namespace warpline::sim {
 
-inline constexpr std::size_t kMaxLinks = 16;      // a caller beyond is turned away
-inline constexpr milliseconds kFrameGapMs{1000};  // a frame that stops for longer is dropped
-inline constexpr milliseconds kStopCheckMs{20};   // how long a stop may go unnoticed
-inline constexpr milliseconds kSlowByteMs{2};     // between the bytes of a slow reply
+inline constexpr std::size_t kMaxLinks = 16;         // a caller beyond is turned away
+inline constexpr milliseconds kIdleLimitMs{30'000};  // a caller idle for so long loses its place
+inline constexpr milliseconds kFrameGapMs{1000};     // a frame that stops for longer is dropped
+inline constexpr milliseconds kStopCheckMs{20};      // how long a stop may go unnoticed
+inline constexpr milliseconds kSlowByteMs{2};        // between the bytes of a slow reply
 inline constexpr milliseconds kWriteLimitMs{5000};
 
 class Server {

@@ -110,6 +110,9 @@ class Station {
 
   StationSnapshot Snapshot();
 
+  // The time by which it works.
+  Clock::time_point Now() const { return setup_.Now(); }
+
   // Changes with everything that a snapshot shows, but for a power change's remaining time.
   std::uint64_t Revision();
 

@@ -323,13 +323,31 @@ TEST(LinkFaults, ServeASingleCallerAtATime) {
 }
 
 TEST(LinkFaults, AreNotNeededToTurnAwayTheSeventeenthCaller) {
-  ProjectorServer server;
+  std::atomic<int> second{0};
+  ProjectorServer server(
+      StationSetup{.Now = [&] { return Clock::time_point(std::chrono::seconds(second)); }});
   std::list<Requester> requesters;
   for (std::size_t i = 0; i < kMaxLinks; ++i) {
     EXPECT_EQ(Send(requesters.emplace_back(Connect(server), false), kProbe), kBeamlinkOk);
   }
-  EXPECT_FALSE(Send(server));
-  EXPECT_EQ(Send(requesters.front(), kProbe), kBeamlinkOk);
+  Requester& busy = requesters.front();
+  for (const int idle : {0, 29}) {
+    second = idle;
+    EXPECT_FALSE(Send(server)) << idle;
+    EXPECT_EQ(Send(busy, kProbe), kBeamlinkOk);
+  }
+  second = 58;
+  EXPECT_TRUE(ComesTrue([&] { return Send(server); })) << "idle callers keep their places";
+  EXPECT_EQ(Send(busy, kProbe), kBeamlinkOk);
+
+  server.SetFaults({"always:halfopen"});
+  std::list<std::unique_ptr<Channel>> ignored;
+  while (ignored.size() < kMaxLinks) ignored.push_back(Connect(server));
+  server.SetFaults({});
+  EXPECT_TRUE(ComesTrue([&] {
+    second += 30;
+    return Send(server);
+  })) << "those that are ignored keep theirs";
 }
 
 TEST(LinkFaults, RestartLosesWhatWasOnlyApplied) {
