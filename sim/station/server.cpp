@@ -137,8 +137,7 @@ void Server::JoinEnded() {
 void Server::ServeSerial() {
   while (!stopping_) {
     if (!terminal_->WaitForPeer(kStopCheckMs)) continue;
-    PacedLine paced(*terminal_);
-    Channel& line = fast_serial_ ? terminal_->Line() : paced;
+    SerialLine line(*terminal_, fast_serial_, stopping_);
     ServeLink(line, station_.OpenLink());
   }
 }

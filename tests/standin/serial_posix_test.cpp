@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <list>
+#include <thread>
 
 #include "sim/station/server.h"
 #include "standin/beamlink_standin.h"
 #include "tests/support/comes_true.h"
+#include "tests/support/environment.h"
 #include "tests/support/said.h"
 #include "tests/support/temp_folder.h"
 
@@ -19,12 +21,11 @@ struct SerialWorld {
   explicit SerialWorld(bool fast = true) {
     NamedText reason;
     EXPECT_TRUE(server.OfferSerial(path, fast, reason)) << Said(reason);
-    ::setenv("WARPLINE_COM3", path.c_str(), 1);
   }
-  ~SerialWorld() { ::unsetenv("WARPLINE_COM3"); }
 
   TempFolder folder;
   std::filesystem::path path = folder / "projector";
+  EnvironmentValue port{"WARPLINE_COM3", path};
   Station station{StationSetup{}};
   Server server{station};
   BeamlinkStandin library;
@@ -56,13 +57,12 @@ TEST(Serial, KnowsTheSpeedThatTheProgramSets) {
   std::error_code error;
   const auto terminal = PseudoTerminal::Create(path, made, error);
   ASSERT_TRUE(terminal) << error;
-  ::setenv("WARPLINE_COM5", path.c_str(), 1);
+  const EnvironmentValue number("WARPLINE_COM5", path);
   for (const int speed : {4800, 9600, 19200, 38400}) {
     SerialStatus status{};
     const auto port = OpenSerialPort(5, speed, status);
     EXPECT_EQ(terminal->Speed(), speed);
   }
-  ::unsetenv("WARPLINE_COM5");
   EXPECT_EQ(LineTime(480, 4800), std::chrono::seconds(1));
   EXPECT_EQ(LineTime(1, 38400).count(), 260);
 }
@@ -79,6 +79,34 @@ TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
         << "the link stays open";
     EXPECT_EQ(world.station.Snapshot().Links, round);
   }
+}
+
+// Who writes to a reader that never reads would wait for ten minutes.
+TEST(Serial, StopsWritingToOneWhoDoesNotRead) {
+  constexpr milliseconds kEndless{600'000};
+  const TempFolder folder;
+  const EnvironmentValue port("WARPLINE_COM5", folder / "projector");
+  std::string reason;
+  const auto terminal = PseudoTerminal::Create(folder / "projector", reason);
+  const auto listener = Listener::Open({}, reason);
+  ASSERT_TRUE(terminal && listener) << reason;
+  SerialStatus serial{};
+  ConnectStatus tcp{};
+  const auto silent_port = OpenSerialPort(5, 38400, serial);
+  const auto silent_caller = ConnectTcp(listener->Where(), kEndless, tcp);
+  std::atomic<bool> stopping{false};
+  const std::unique_ptr<Channel> lines[] = {std::make_unique<SerialLine>(*terminal, true, stopping),
+                                            listener->Accept(kEndless, stopping)};
+  std::atomic<int> ended{0};
+  std::list<std::jthread> writers;
+  for (const auto& line : lines) {
+    while (line->Write(Bytes(10'000), milliseconds(1)) == ChannelStatus::kOk) {
+    }
+    writers.emplace_back(
+        [&] { ended += line->Write(Bytes(1), kEndless) == ChannelStatus::kClosed; });
+  }
+  stopping = true;
+  EXPECT_TRUE(ComesTrue([&] { return ended == 2; })) << ended;
 }
 
 TEST(Serial, CleansUpAndRespectsWhatIsThere) {
