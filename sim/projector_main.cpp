@@ -91,18 +91,6 @@ std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::p
   return std::nullopt;
 }
 
-// A file that records; null, and told, when it cannot be written.
-std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path,
-                                          const ProjectorTexts& texts) {
-  // A link that somebody laid here would lead to a file that is none of ours.
-  if ((warpline::FileAttributes(path) & warpline::kAlias) == 0) {
-    auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
-    if (*file) return file;
-  }
-  std::cerr << texts.Fill(ProjectorText::kRecordingNotWritable, {warpline::Utf8Of(path)}) << "\n";
-  return nullptr;
-}
-
 int Serve(ProjectorOptions options, Recorder* recorder) {
   options.Station.Log = [&texts = TextsOf(options)](const warpline::NamedText& text) {
     std::cerr << texts.Say(text) << std::endl;
@@ -138,8 +126,13 @@ int Run(ProjectorOptions options) {
     return agrees ? 0 : 1;
   }
   if (!options.Record) return Serve(std::move(options), nullptr);
-  const std::unique_ptr<std::ofstream> file = OpenRecord(*options.Record, TextsOf(options));
-  if (!file) return 1;
+  const std::unique_ptr<std::ofstream> file = warpline::sim::OpenRecord(*options.Record);
+  if (!file) {
+    std::cerr << TextsOf(options).Fill(ProjectorText::kRecordingNotWritable,
+                                       {warpline::Utf8Of(*options.Record)})
+              << "\n";
+    return 1;
+  }
   Recorder recorder(*file);
   const int exit_code = Serve(options, &recorder);
   if (*file) return exit_code;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/conversions.h"
+#include "platform/files.h"
 #include "sim/recording/frame_names.h"
 
 namespace warpline::sim {
@@ -127,6 +128,13 @@ std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text, 
     return std::nullopt;
   }
   return std::move(reader).Events();
+}
+
+std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path) {
+  // A link that somebody laid here would lead to a file that is none of ours.
+  if ((FileAttributes(path) & kAlias) != 0) return nullptr;
+  auto file = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+  return *file ? std::move(file) : nullptr;
 }
 
 Recorder::Recorder(std::ostream& out, std::function<Clock::time_point()> now)

@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <ostream>
@@ -44,6 +47,10 @@ struct RecordedEvent {
 
 // The events in the file's order; else nothing, and the reason with the number of the line.
 std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text, NamedText& reason);
+
+// A new file to record into, in an old one's place; null when it cannot be written. A symbolic link
+// is not followed.
+std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path);
 
 // Writes a recording while it happens. Every line is with the system when the call returns. May be
 // called from several threads.
