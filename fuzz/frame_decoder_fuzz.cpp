@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/support/feed_projector.h"
+#include "fuzz/feed_projector.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string fault = warpline::sim::FeedProjector({data, size});

@@ -177,12 +177,7 @@ TEST(MainController, PreviewOfAFaultyCurveIsReported) {
 TEST(MainController, SaveQuestionInItsThreePlaces) {
   using Answers = std::deque<MessageAnswer>;
   const Answers yes{MessageAnswer::kYes};
-  const struct {
-    std::string name;
-    bool changed, goes_on;
-    Answers answers;
-    std::deque<const char*> saves;  // chosen in the save dialog, which is cancelled afterwards
-  } cases[] = {
+  const std::tuple<std::string, bool, bool, Answers, std::deque<const char*>> cases[] = {
       {"nothing changed", false, true, {}, {}},
       {"yes, saved", true, true, yes, {"a.wlt"}},
       {"yes, dialog cancelled", true, false, yes, {}},
@@ -204,20 +199,20 @@ TEST(MainController, SaveQuestionInItsThreePlaces) {
   const std::pair<std::string, bool (*)(ControllerRig&)> places[] = {
       {"screen type", select}, {"open", open}, {"close", close}};
   for (const auto& [place, run] : places) {
-    for (const auto& row : cases) {
-      SCOPED_TRACE(place + ": " + row.name);
+    for (const auto& [name, changed, goes_on, answers, saves] : cases) {
+      SCOPED_TRACE(place + ": " + name);
       ControllerRig rig;
       rig.WriteSphere();
-      if (row.changed) rig.controller.MoveSlider(1, 40);
+      if (changed) rig.controller.MoveSlider(1, 40);
       const CorrectionData before = rig.global.Correction;
-      rig.display.answers = row.answers;
-      for (const char* save : row.saves) rig.view.saves.push_back(rig.temp / save);
-      EXPECT_EQ(run(rig), row.goes_on);
+      rig.display.answers = answers;
+      for (const char* save : saves) rig.view.saves.push_back(rig.temp / save);
+      EXPECT_EQ(run(rig), goes_on);
       EXPECT_EQ(rig.display.answers.size(), 0U);
-      const bool dropped = place == "close" && row.name == "no";
-      EXPECT_EQ(rig.controller.HasUnsavedChanges(), !row.goes_on || dropped);
+      const bool dropped = place == "close" && name == "no";
+      EXPECT_EQ(rig.controller.HasUnsavedChanges(), !goes_on || dropped);
       EXPECT_EQ(rig.busy.depth, 0);
-      if (row.goes_on) continue;
+      if (goes_on) continue;
       EXPECT_EQ(rig.display.messages.at(0).text, "Do you want to save the change?");
       EXPECT_EQ(rig.global.Correction, before);
       EXPECT_TRUE(rig.library.calls.empty());

@@ -13,6 +13,11 @@ namespace warpline {
 
 using Words = std::vector<std::string>;
 
+inline Words operator+(Words words, const Words& more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
 struct CliResult {
   int exit_code = 0;
   std::string out;
@@ -20,11 +25,9 @@ struct CliResult {
 };
 
 inline CliResult RunCli(const Words& words, const std::string& language = "en") {
-  Words all = words;
-  all.insert(all.end(), {"--language", language});
   std::ostringstream out;
   std::ostringstream err;
-  const int exit_code = RunCommandLine(all, out, err);
+  const int exit_code = RunCommandLine(words + Words{"--language", language}, out, err);
   return {exit_code, out.str(), err.str()};
 }
 

@@ -27,23 +27,17 @@ TEST_F(PreviewVerbTest, SaysWhatIsWrong) {
   const std::string read_only = Put("read_only.svg", "old");
   std::filesystem::permissions(read_only, std::filesystem::perms::owner_read);
   const std::string no_folder = SystemErrorText(ReplaceFileContents(folder_ / "none/out.svg", ""));
-  const struct {
-    Words words;
-    int exit_code;
-    std::string error;  // part of what is said
-  } cases[] = {
+  const std::tuple<Words, int, std::string> cases[] = {
       {{file}, 2, "-o"},
       {{Name("none.wlt"), "-o", picture}, 1, "o such"},
       {{file, "-o", Name("none/out.svg")}, 1, Name("none/out.svg") + ": " + no_folder},
       {{file, "-o", read_only}, 1, "Failed writing file."},
       {{cubic, "-o", picture}, 1, "[3] Wrong value."},  // through two points
   };
-  for (const auto& row : cases) {
-    Words words{"preview"};
-    words.insert(words.end(), row.words.begin(), row.words.end());
-    const CliResult result = RunCli(words);
-    EXPECT_EQ(result.exit_code, row.exit_code) << result;
-    EXPECT_TRUE(Holds(result.err, row.error)) << result;
+  for (const auto& [arguments, exit_code, part_of_error] : cases) {
+    const CliResult result = RunCli(Words{"preview"} + arguments);
+    EXPECT_EQ(result.exit_code, exit_code) << result;
+    EXPECT_TRUE(Holds(result.err, part_of_error)) << result;
     EXPECT_EQ(TempFolder::Read(picture), "");
   }
 }

@@ -107,22 +107,20 @@ TEST_F(ProjectorVerbsTest, ModeIsSetAndPrinted) {
 }
 
 TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
-  const struct {
-    const char *rule, *text, *code;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
       {"kind=prepare:timeout", "There is no projector response.", "  Error : -3\n"},
       {"kind=2:checksum", "A receive error has occurred.", "  Error : -5\n"},
       {"kind=17:refuse", "The projector has failed in command execution.", "  Error : 2\n"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.rule);
-    const Words words{"apply", bent_, "--lan", Start({row.rule}), "--timeout", "500"};
+  for (const auto& [rule, text, code] : rows) {
+    SCOPED_TRACE(rule);
+    const Words words{"apply", bent_, "--lan", Start({rule}), "--timeout", "500"};
     const CliResult english = RunCli(words);
     EXPECT_EQ(english.exit_code, 1);
-    EXPECT_EQ(english.err, std::string(row.text) + row.code);
+    EXPECT_EQ(english.err, std::string(text) + code);
     const CliResult japanese = RunCli(words, "ja");
     EXPECT_EQ(japanese.exit_code, 1);
-    EXPECT_TRUE(japanese.err.ends_with(row.code)) << japanese.err;
+    EXPECT_TRUE(japanese.err.ends_with(code)) << japanese.err;
     EXPECT_FALSE(Holds(japanese.err, "projector")) << japanese.err;
   }
   const std::string address = Start();

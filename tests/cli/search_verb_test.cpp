@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "sim/line/discovery.h"
@@ -22,16 +21,10 @@ constexpr std::uint32_t kRight = 0x7F000003;  // 127.0.0.3
 // Puts the search on a port of this test's own.
 class SearchVerbTest : public testing::Test {
  protected:
-  void SetUp() override {
-    left_ = sim::DiscoveryResponder::Open({kLeft, 0}, {7142, 5, 1, true, "Left wall"});
-    ASSERT_TRUE(left_);
-    port_.emplace("WARPLINE_DISCOVERY_PORT", std::to_string(Port()));
-  }
-
   std::uint16_t Port() const { return left_->Where().Port; }
 
-  Responder left_;
-  std::optional<EnvironmentValue> port_;
+  Responder left_ = sim::DiscoveryResponder::Open({kLeft, 0}, {7142, 5, 1, true, "Left wall"});
+  EnvironmentValue port_{"WARPLINE_DISCOVERY_PORT", std::to_string(Port())};
 };
 
 TEST_F(SearchVerbTest, ListsWhatAnswers) {

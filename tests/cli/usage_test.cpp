@@ -4,12 +4,8 @@
 namespace warpline {
 namespace {
 
-struct UsageRow {
-  const char *words, *english, *japanese;
-};
-
 // FLAT stands for a correction file that is there, '' for an empty word.
-constexpr UsageRow kUsageRows[] = {
+constexpr const char* kUsageRows[][3] = {
     {"", "A verb is missing.", "コマンドを指定してください"},
     {"--language", "--language needs a value.", "--language に値を指定してください"},
     {"seek", "no verb \"seek\"", "「seek」というコマンドはありません"},
@@ -57,21 +53,19 @@ constexpr UsageRow kUsageRows[] = {
 TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
   const TempFolder folder;
   const std::string flat = folder.Write("flat.wlt", kFlatFile).string();
-  for (const UsageRow& row : kUsageRows) {
+  for (const auto& [line, english, japanese] : kUsageRows) {
     Words words;
-    std::istringstream stream(row.words);
+    std::istringstream stream(line);
     for (std::string word; stream >> word;) {
       words.push_back(word == "FLAT" ? flat : word == "''" ? "" : word);
     }
     // The last word may be an option that lacks its value, so the language goes in front.
-    for (const auto& [language, text] : {std::pair("en", row.english), {"ja", row.japanese}}) {
-      Words all{"--language", language};
-      all.insert(all.end(), words.begin(), words.end());
+    for (const auto& [language, text] : {std::pair("en", english), {"ja", japanese}}) {
       std::ostringstream out, err;
-      EXPECT_EQ(RunCommandLine(all, out, err), 2) << row.words;
-      EXPECT_EQ(out.str(), "") << row.words;
-      EXPECT_TRUE(Holds(err.str(), text)) << row.words << ": " << err.str();
-      EXPECT_TRUE(Holds(err.str(), "--help")) << row.words << ": " << err.str();
+      EXPECT_EQ(RunCommandLine(Words{"--language", language} + words, out, err), 2) << line;
+      EXPECT_EQ(out.str(), "") << line;
+      EXPECT_TRUE(Holds(err.str(), text)) << line << ": " << err.str();
+      EXPECT_TRUE(Holds(err.str(), "--help")) << line << ": " << err.str();
     }
   }
 }

@@ -1,10 +1,13 @@
 #include "tests/cli/cli_run.h"
+#include "tests/support/sim_hex.h"
 #include "tests/support/source_folder.h"
 
 // The verbs that need no projector.
 
 namespace warpline {
 namespace {
+
+using sim::kClear, sim::kMode1, sim::kPrepare, sim::kShow, sim::kStore;
 
 using WorkTest = FilesTest;
 
@@ -66,18 +69,14 @@ TEST_F(WorkTest, CurveOfBothKindsOfFile) {
   EXPECT_EQ(RunCli({"curve", shape, "--samples", "3"}).out, "0.75\n0.875\n1\n");
 }
 
-constexpr const char* kPrepare = "021A000002020121";
-constexpr const char* kClear = "01DF0000020000E2";
-constexpr const char* kShow = "01DF0000020100E3";
 constexpr const char* kHorizontal = "01DF0000140200100000000000008000E0000000000000000066";
 constexpr const char* kVertical = "01DF0000140300100000000000008000E0000000000000000067";
-constexpr const char* kModeOne = "01DE0000020100E2";
 
 TEST_F(WorkTest, FramesOfEverySequence) {
   const Words apply{
       kPrepare, kClear, kHorizontal, kVertical, "01DF0000051000010000F6", "01DF0000051100010000F7",
       kShow};
-  const Words store{"01DF0000021200F4", kModeOne};
+  const Words store{kStore, kMode1};
   const std::pair<Words, Words> rows[] = {
       {{"apply"}, apply},
       {{"store"}, store},
@@ -86,14 +85,13 @@ TEST_F(WorkTest, FramesOfEverySequence) {
       {{"1,0"}, {kShow, kClear}},
       {{"18"}, {"01DE0000020000E1"}},
       {{"18", "--mode", "2"}, {"01DE0000020200E3"}},
-      {{"19"}, {kModeOne}},
+      {{"19"}, {kMode1}},
   };
   const std::string flat = Put("flat.wlt", kFlatFile);
   ASSERT_EQ(RunCli({"registers", flat, "--panel", "16x16", "-o", Name("flat.wlr")}).exit_code, 0);
   for (const auto& [send, frames] : rows) {
     SCOPED_TRACE(send.front());
-    Words words{"frames", flat, "--panel", "16x16", "--send"};
-    words.insert(words.end(), send.begin(), send.end());
+    Words words = Words{"frames", flat, "--panel", "16x16", "--send"} + send;
     const CliResult result = RunCli(words);
     EXPECT_EQ(result.exit_code, 0) << result;
     EXPECT_EQ(LinesOf(result.out), frames);
@@ -104,10 +102,8 @@ TEST_F(WorkTest, FramesOfEverySequence) {
 
 TEST_F(WorkTest, StoreByTheWholeBlock) {
   const std::string flat = Put("flat.wlt", kFlatFile);
-  const auto store = [&flat](Words more) {
-    Words words{"frames", flat, "--send", "21"};
-    words.insert(words.end(), more.begin(), more.end());
-    return RunCli(words);
+  const auto store = [&flat](const Words& more) {
+    return RunCli(Words{"frames", flat, "--send", "21"} + more);
   };
   // Header, count, address, data length: 1536 bytes of tables and 22 of short fields.
   EXPECT_EQ(store({"--class", "4"}).out.substr(0, 22), "01FC00061D006004001606");
@@ -128,9 +124,7 @@ TEST_F(WorkTest, FramesOfRegistersThatDoNotFitAreRefused) {
   text.replace(text.find("h_scroll=0000"), 13, "h_scroll=00");
   const std::string brief = Put("brief.wlr", text), whole = Put("whole.wlr", kFlatRegisters);
   for (const Words& words : {Words{"frames", brief}, {"frames", whole, "--panel", "16x22"}}) {
-    Words all = words;
-    all.insert(all.end(), {"--send", "apply"});
-    const CliResult result = RunCli(all);
+    const CliResult result = RunCli(words + Words{"--send", "apply"});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err, words[1] + ": The length of parameter is not correct.\n");

@@ -12,20 +12,16 @@ namespace warpline {
 namespace {
 
 TEST(Language, OfSystemAndCommandLine) {
-  const struct {
-    bool japanese_system;
-    int language;
-    std::vector<const char*> command_lines;
-  } rows[] = {
+  const std::tuple<bool, int, std::vector<const char*>> rows[] = {
       {true, 1, {"", "E file.wlt", "a/E", "-X -J"}},  // the last switch wins
       {true, 0, {"/E", "-X", "/JA", "-", "--J"}},     // any other switch is English
       {false, 1, {"-J", "-j", "/j", " \t /J\t\tfile.wlt  "}},
       {false, 0, {"", "J", "/J /E"}},
   };
-  for (const auto& row : rows) {
-    for (const char* line : row.command_lines) {
-      EXPECT_EQ(DecideLanguage(row.japanese_system, line), row.language)
-          << line << (row.japanese_system ? ", Japanese system" : ", other system");
+  for (const auto& [japanese_system, language, command_lines] : rows) {
+    for (const char* line : command_lines) {
+      EXPECT_EQ(DecideLanguage(japanese_system, line), language)
+          << line << (japanese_system ? ", Japanese system" : ", other system");
     }
   }
 }
@@ -116,13 +112,8 @@ constexpr MessageCategory kUnknown = static_cast<MessageCategory>(6);
 constexpr int kLowest = std::numeric_limits<int>::min();
 constexpr int kHighest = std::numeric_limits<int>::max();
 
-struct MessageCase {
-  MessageCategory category;
-  std::vector<int> codes;
-  const char* text;  // in English, without the code
-};
-
-const std::vector<MessageCase> kCases{
+// The texts are in English, without the code.
+const std::tuple<MessageCategory, std::vector<int>, const char*> kCases[]{
     {kOpen, {-2}, "Specified COM port is not supported."},
     {kOpen, {-3}, "Specified communications device is being used by another application."},
     {kOpen, {-4}, "Failure in the initialization of WinSock."},
@@ -171,12 +162,12 @@ class MessagesTest : public testing::Test, protected Recorded {
 };
 
 TEST_F(MessagesTest, FailuresOfTheProjectorCarryTheirCodeAndThoseOfFilesDoNot) {
-  for (const MessageCase& row : kCases) {
-    for (const int code : row.codes) {
-      SCOPED_TRACE(testing::Message() << static_cast<int>(row.category) << ", " << code);
-      messages.ShowMessage(row.category, code);
-      const std::string end = row.category == kFile ? "" : "  Error : " + std::to_string(code);
-      ExpectShown(row.text + end);
+  for (const auto& [category, codes, text] : kCases) {
+    for (const int code : codes) {
+      SCOPED_TRACE(testing::Message() << static_cast<int>(category) << ", " << code);
+      messages.ShowMessage(category, code);
+      const std::string end = category == kFile ? "" : "  Error : " + std::to_string(code);
+      ExpectShown(text + end);
     }
   }
 }

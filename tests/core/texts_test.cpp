@@ -91,13 +91,6 @@ TEST(TextFiles, FillPlacesByNumber) {
   EXPECT_EQ(FilledText("", {"a"}), "");
 }
 
-const std::string& Japanese(int number) {
-  return CatalogueText(number);
-}
-const std::string& English(int number) {
-  return CatalogueText(number + kEnglishOffset);
-}
-
 std::string OnOneLine(const std::string& text) {
   std::string line;
   for (const char c : text) line += c == '\n' ? "\\n" : std::string(1, c);
@@ -110,7 +103,7 @@ TEST(Catalogue, EveryTextIsTheOneOfTheList) {
   int number = 0;
   for (std::string line; std::getline(list, line);) {
     ++number;
-    const std::string text = English(number) + "|" + Japanese(number);
+    const std::string text = CatalogueText(number + kEnglishOffset) + "|" + CatalogueText(number);
     EXPECT_EQ(std::to_string(number) + "|" + OnOneLine(text), line);
   }
   EXPECT_EQ(number, kMessageCount);

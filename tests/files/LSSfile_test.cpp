@@ -13,11 +13,7 @@ constexpr const char* kSaveRefused = "Failed writing file.";
 
 TEST(OpenDataFile, ShowsTheMessagesOfAFailureInOrder) {
   const TempFolder folder;
-  const struct {
-    const char *name, *type;
-    std::string bytes;
-    Texts messages;
-  } rows[] = {
+  const std::tuple<const char*, const char*, std::string, Texts> rows[] = {
       {"accepted", "wls", kShape, {}},
       {"no last line end", "wls", kShape + "CorreFixed=0", {}},
       {"half a line end at the end", "wls", kShape + "CorreFixed=0\r", {}},
@@ -38,12 +34,10 @@ TEST(OpenDataFile, ShowsTheMessagesOfAFailureInOrder) {
       {"a long key", "wls", kShape + std::string(1 << 20, ' ') + "=", {kBadValue}},
       {"the register lines' own", "wlr", kScroll5G, {kBadLength, kBadValue, kBadValue}},
   };
-  for (const auto& row : rows) {
+  for (const auto& [name, type, bytes, messages] : rows) {
     FileWorld world;
-    EXPECT_EQ(world.file.OpenDataFile(folder.Write("file", row.bytes), row.type),
-              row.messages.empty())
-        << row.name;
-    EXPECT_EQ(world.display.Texts(), row.messages) << row.name;
+    EXPECT_EQ(world.file.OpenDataFile(folder.Write("file", bytes), type), messages.empty()) << name;
+    EXPECT_EQ(world.display.Texts(), messages) << name;
   }
 }
 
@@ -110,11 +104,7 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
   folder.Write("old.wlt", "old");
   std::filesystem::create_directory(folder / "folder.wlt");
   const std::vector<std::string> names = folder.Names();
-  const struct {
-    const char *name, *file, *type;
-    double coordinate;
-    const char* message;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, double, const char*> rows[] = {
       {"read-only", "read_only.wlt", "wlt", 0.0, kSaveRefused},
       {"attributes come before the contents", "read_only.wlt", "wlt", std::nan(""), kSaveRefused},
       {"folder", "folder.wlt", "wlt", 0.0, kSaveRefused},
@@ -122,14 +112,14 @@ TEST(SaveDataFile, FailuresLeaveTheOldFileAndNoOther) {
       {"no number in a new file", "new.wlt", "wlt", std::nan(""), "Failed to save the file."},
       {"unknown type word", "old.wlt", "txt", 0.0, kBadValue},
   };
-  for (const auto& row : rows) {
+  for (const auto& [name, file, type, coordinate, message] : rows) {
     FileWorld world;
-    world.data.Correction.Curves[kVertical].CorreDataPts[7].X = row.coordinate;
-    EXPECT_FALSE(world.file.SaveDataFile(folder / row.file, row.type, world.data)) << row.name;
-    EXPECT_EQ(world.display.Texts(), Texts{row.message}) << row.name;
-    EXPECT_EQ(folder.Names(), names) << row.name;
-    EXPECT_EQ(TempFolder::Read(folder / "old.wlt"), "old") << row.name;
-    EXPECT_EQ(TempFolder::Read(read_only), "old") << row.name;
+    world.data.Correction.Curves[kVertical].CorreDataPts[7].X = coordinate;
+    EXPECT_FALSE(world.file.SaveDataFile(folder / file, type, world.data)) << name;
+    EXPECT_EQ(world.display.Texts(), Texts{message}) << name;
+    EXPECT_EQ(folder.Names(), names) << name;
+    EXPECT_EQ(TempFolder::Read(folder / "old.wlt"), "old") << name;
+    EXPECT_EQ(TempFolder::Read(read_only), "old") << name;
   }
 }
 

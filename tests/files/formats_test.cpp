@@ -114,11 +114,7 @@ TEST(WltFile, StoresWhatLinesSay) {
   const auto projection_v = [](const CorrectionData& data) -> double { return data.Projection[1]; };
   const auto slot_0 = [](const CorrectionData& data) { return data.Curves[0].CorreDataPts[0].Y; };
   const auto slot_5 = [](const CorrectionData& data) { return data.Curves[0].CorreDataPts[5].X; };
-  const struct {
-    std::string text;
-    double (*field)(const CorrectionData&);
-    double expected;
-  } rows[] = {
+  const std::tuple<std::string, double (*)(const CorrectionData&), double> rows[] = {
       {kVersion3 + " Distortion V = - 1 5 0 ", kDistortionV, -150},
       {kVersion3 + "Distortion=7", kDistortionH, 7},
       {kVersion3 + "ScreenTypeV=4", screen_type, 4},
@@ -148,10 +144,10 @@ TEST(WltFile, StoresWhatLinesSay) {
       {kVersion2 + "CorreDataPtsX5H=500000", slot_5, 0.5},
       {kVersion3 + "CorreDataPtsX05H=1000000", slot_5, 1.0},
   };
-  for (const auto& row : rows) {
+  for (const auto& [text, field, expected] : rows) {
     FileWorld world;
-    world.Read("wlt", row.text);
-    EXPECT_EQ(row.field(world.data.Correction), row.expected) << row.text;
+    world.Read("wlt", text);
+    EXPECT_EQ(field(world.data.Correction), expected) << text;
   }
 }
 
@@ -249,12 +245,7 @@ TEST(WlsFile, ReadsIntoTheHorizontalStagingCurveAlone) {
 
 TEST(WlsFile, WritesTheGoldenFile) {
   FileWorld world;
-  CurveDefinition& curve = world.data.Correction.Curves[kHorizontal];
-  curve = {0, 1, 16, 5, {}};
-  for (std::size_t slot = 0; slot < kMaxCurvePoints; ++slot) {
-    const double base = 60000.0 * static_cast<double>(slot);
-    curve.CorreDataPts[slot] = {(base + 1) / 1e6, (base + 2) / 1e6};
-  }
+  world.data.Correction.Curves[kHorizontal] = EveryFieldDifferent().Curves[kHorizontal];
   EXPECT_EQ(world.Written("wls"), TempFolder::Read(SourceFolder() / "tests/files/golden_2_0.wls"));
 }
 

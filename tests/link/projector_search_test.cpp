@@ -77,29 +77,25 @@ TEST(ProjectorSearch, ShowsEachFailureInOneMessage) {
   const char* const create = "ConnectSelectCreate() に失敗しました。";
   const char* const start = "ConnectSelectStart() 戻り値が FALSE でした";
   const char* const handle = "Handle Error!!";
-  const struct {
-    const char* name;
-    std::int32_t FakeBeamseek::*spoilt;
-    std::uint32_t code;  // notified after a good start, 0: none
-    Calls calls;
-    const char* text;
-  } rows[] = {
+  using Result = std::int32_t FakeBeamseek::*;
+  // code: notified after a good start, 0: none
+  const std::tuple<const char*, Result, std::uint32_t, Calls, const char*> rows[] = {
       {"create", &FakeBeamseek::create_result, 0, {"Create 1"}, create},
       {"handle", &FakeBeamseek::handle, 0, {"Create 1"}, handle},
       {"start", &FakeBeamseek::start_result, 0, StartedAnd({"Destroy"}), start},
       {"repeat", &FakeBeamseek::restart_result, 2004, StartedAnd({"Restart 1", "Destroy"}), handle},
       {"go on", &FakeBeamseek::restart_result, 2003, StartedAnd({"Restart 0", "Destroy"}), handle},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, spoilt, code, calls, text] : rows) {
+    SCOPED_TRACE(name);
     SearchRig rig;
-    rig.library.*row.spoilt = 0;
-    EXPECT_EQ(rig.search.Start(kOptions), row.code != 0);
-    if (row.code != 0) rig.library.Notify(row.code);
+    rig.library.*spoilt = 0;
+    EXPECT_EQ(rig.search.Start(kOptions), code != 0);
+    if (code != 0) rig.library.Notify(code);
     rig.search.Poll();
     EXPECT_FALSE(rig.search.IsRunning());
-    EXPECT_EQ(rig.library.calls, row.calls);
-    const RecordedMessage expected{"Warpline Tool 3.0", row.text, MessageIcon::kCritical};
+    EXPECT_EQ(rig.library.calls, calls);
+    const RecordedMessage expected{"Warpline Tool 3.0", text, MessageIcon::kCritical};
     EXPECT_EQ(rig.display.messages, std::vector<RecordedMessage>{expected});
   }
 }

@@ -225,13 +225,7 @@ TEST(SampleCurve, RefusesImpossibleLineCounts) {
   for (const int count : {0, -5, 2050}) EXPECT_EQ(fault_of(count), FaultCode::kIndexOutOfRange);
 }
 
-struct EvaluationCase {
-  const char* name;
-  CurveDefinition curve;
-  Points expected;
-};
-
-std::vector<EvaluationCase> EvaluationCases() {
+TEST(EvaluateCurve, FollowsEveryMethod) {
   const auto arch = Curve(kQuadratic, {{0, 0.8}, {0.5, 1}, {1, 0.8}});
   const auto triangle = Curve(kStraightLine, {{0, 0.75}, {0.5, 1}, {1, 0.75}});
   const auto doubled = Curve(kStraightLine, {{0, 0.8}, {0.5, 0.9}, {0.5, 1.0}, {1, 0.9}});
@@ -250,7 +244,7 @@ std::vector<EvaluationCase> EvaluationCases() {
   const auto four = Curve(kBSpline, {{0, 0.8}, {0.1, 1}, {0.7, 0.85}, {1, 0.9}});
   const Points arcs = {{0.8 / 9, 8.125 / 9}, {2.0 / 9, 8.5 / 9}, {0.4, 0.925},
                        {0.6, 8.0 / 9},       {0.8, 7.925 / 9},   {1, 0.9}};
-  return {
+  const std::tuple<const char*, CurveDefinition, Points> cases[] = {
       {"arch", arch, {{0, 0.8}, {0.25, 0.95}, {0.5, 1}, {0.9, 0.872}, {1, 0.8}}},
       {"triangle", triangle, {{0, 0.75}, {0.25, 0.875}, {0.5, 1}, {0.75, 0.875}, {1, 0.75}}},
       {"a straight line takes the earlier of two pairs", doubled, {{0.5, 0.9}, {0.75, 0.95}}},
@@ -264,13 +258,10 @@ std::vector<EvaluationCase> EvaluationCases() {
        Curve(kBSpline, {{0, 0.8}, {1, 0.9}}),
        {{0, 0}, {0.5, 0}, {1, 0}}},
   };
-}
-
-TEST(EvaluateCurve, FollowsEveryMethod) {
-  for (const EvaluationCase& row : EvaluationCases()) {
-    SCOPED_TRACE(row.name);
-    const PreparedCurve prepared = PrepareCurve(row.curve);
-    for (const CurvePoint& point : row.expected) {
+  for (const auto& [name, curve, expected] : cases) {
+    SCOPED_TRACE(name);
+    const PreparedCurve prepared = PrepareCurve(curve);
+    for (const CurvePoint& point : expected) {
       EXPECT_NEAR(EvaluateCurve(prepared, point.X), point.Y, 1e-12) << "x = " << point.X;
     }
   }

@@ -163,11 +163,15 @@ TEST(Wall, ShowsStraightLinesWhenTheSettingIsRight) {
   }
 }
 
+RgbImage White(PanelSize size) {
+  RgbImage image = BlackImage(size);
+  std::ranges::fill(image.Pixels, std::uint8_t{255});
+  return image;
+}
+
 // Four fifths of the image: as many pixels as the panel has.
 TEST(Wall, PictureFillsItsShareOfTheImage) {
-  RgbImage white = BlackImage({160, 120});
-  std::ranges::fill(white.Pixels, std::uint8_t{255});
-  const RgbImage image = WallPicture(white, {WallShape::kFlat}, {200, 150});
+  const RgbImage image = WallPicture(White({160, 120}), {WallShape::kFlat}, {200, 150});
   const std::tuple<int, int, int> cases[] = {{19, 75, 44},    {20, 75, 255}, {179, 75, 255},
                                              {180, 75, 44},   {100, 14, 44}, {100, 15, 255},
                                              {100, 134, 255}, {100, 135, 44}};
@@ -211,12 +215,6 @@ std::vector<PanelLine> Columns(const std::vector<std::int32_t>& scales) {
   return PanelLinesOf(scales, kPanel.Height, {});
 }
 
-RgbImage White() {
-  RgbImage image = BlackImage(kPanel);
-  std::ranges::fill(image.Pixels, std::uint8_t{255});
-  return image;
-}
-
 // The length of a white row or column in pixels, those at its ends counted by their brightness.
 double Extent(int count, const std::function<const std::uint8_t*(int)>& at) {
   double sum = 0;
@@ -234,12 +232,13 @@ TEST(Picture, MakesEachLineAsLongAsItsScaleSays) {
   std::vector<std::int32_t> columns;
   for (int y = 0; y < kPanel.Height; ++y) rows.push_back(kUnitScale + 250 * y);
   for (int x = 0; x < kPanel.Width; ++x) columns.push_back(kUnitScale + 90 * (x % 100));
-  const RgbImage by_rows = WarpedPicture(White(), Rows(rows), Columns(Flat(kPanel.Width)));
+  const RgbImage by_rows = WarpedPicture(White(kPanel), Rows(rows), Columns(Flat(kPanel.Width)));
   for (int y = 0; y < kPanel.Height; ++y) {
     const double meant = kPanel.Width * 32768.0 / rows[static_cast<std::size_t>(y)];
     EXPECT_NEAR(Extent(kPanel.Width, [&](int x) { return by_rows.At(x, y); }), meant, 0.02) << y;
   }
-  const RgbImage by_columns = WarpedPicture(White(), Rows(Flat(kPanel.Height)), Columns(columns));
+  const RgbImage by_columns =
+      WarpedPicture(White(kPanel), Rows(Flat(kPanel.Height)), Columns(columns));
   for (int x = 0; x < kPanel.Width; ++x) {
     const double meant = kPanel.Height * 32768.0 / columns[static_cast<std::size_t>(x)];
     EXPECT_NEAR(Extent(kPanel.Height, [&](int y) { return by_columns.At(x, y); }), meant, 0.02)

@@ -204,11 +204,8 @@ TEST(SharedLibraryPosix, IsNotLookedForInTheSystemsOwnPlaces) {
 }
 
 TEST(SystemPosix, LanguageComesFromTheFirstVariableSet) {
-  const struct {
-    const char* name;
-    std::optional<std::string> lc_all, lc_messages, lang;
-    bool japanese;
-  } rows[] = {
+  using Value = std::optional<std::string>;
+  const std::tuple<const char*, Value, Value, Value, bool> rows[] = {
       {"nothing set", {}, {}, {}, false},
       {"LANG", {}, {}, "ja_JP.UTF-8", true},
       {"LC_MESSAGES before LANG", {}, "en_US.UTF-8", "ja_JP.UTF-8", false},
@@ -216,11 +213,11 @@ TEST(SystemPosix, LanguageComesFromTheFirstVariableSet) {
       {"empty is not set", "", "", "ja_JP", true},
       {"another language", "C.UTF-8", {}, {}, false},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    const EnvironmentValue all("LC_ALL", row.lc_all), messages("LC_MESSAGES", row.lc_messages);
-    const EnvironmentValue lang("LANG", row.lang);
-    EXPECT_EQ(SystemLanguageIsJapanese(), row.japanese);
+  for (const auto& [name, lc_all, lc_messages, lang, japanese] : rows) {
+    SCOPED_TRACE(name);
+    const EnvironmentValue first("LC_ALL", lc_all), second("LC_MESSAGES", lc_messages);
+    const EnvironmentValue third("LANG", lang);
+    EXPECT_EQ(SystemLanguageIsJapanese(), japanese);
   }
 }
 

@@ -17,12 +17,7 @@ using Names = std::vector<std::string>;
 
 TEST(FileAttributesWin, AreTheSystemsOwn) {
   const TempFolder folder;
-  struct Row {
-    const char* name;
-    DWORD attributes;
-    std::uint32_t expected;
-  };
-  const std::array<Row, 6> rows{{
+  const std::tuple<const char*, DWORD, std::uint32_t> rows[] = {
       {"plain", FILE_ATTRIBUTE_NORMAL, 0},
       {"archive", FILE_ATTRIBUTE_ARCHIVE, kArchive},
       {"read-only", FILE_ATTRIBUTE_READONLY, kReadOnly},
@@ -32,13 +27,13 @@ TEST(FileAttributesWin, AreTheSystemsOwn) {
        FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
            FILE_ATTRIBUTE_ARCHIVE,
        kReadOnly | kHidden | kSystemFile | kArchive},
-  }};
-  for (const Row& row : rows) {
-    const fs::path path = folder.Write(row.name, "x");
-    ASSERT_TRUE(::SetFileAttributesW(path.c_str(), row.attributes)) << row.name;
+  };
+  for (const auto& [name, attributes, expected] : rows) {
+    const fs::path path = folder.Write(name, "x");
+    ASSERT_TRUE(::SetFileAttributesW(path.c_str(), attributes)) << name;
     // Not every system keeps the archive bit of a file that has others.
     constexpr std::uint32_t kAlways = ~std::uint32_t{kArchive};
-    EXPECT_EQ(FileAttributes(path) & (kAlways | row.expected), row.expected) << row.name;
+    EXPECT_EQ(FileAttributes(path) & (kAlways | expected), expected) << name;
     ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
   }
 }
@@ -62,20 +57,16 @@ TEST(FilesWin, JapaneseAndLongPathsHoldFiles) {
   fs::path deep = folder.Path();
   while (deep.native().size() < 400)
     deep /= PathOf("とても長い名前のフォルダー・投写画面の補正データ");
-  struct Row {
-    const char* name;
-    fs::path folder;
-  };
-  const std::array<Row, 2> rows{{
+  const std::pair<const char*, fs::path> rows[] = {
       {"Japanese", folder / "曲面 スクリーン" / "表示"},
       {"longer than the old limit", deep},
-  }};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
+  };
+  for (const auto& [name, place] : rows) {
+    SCOPED_TRACE(name);
     std::error_code error;
-    fs::create_directories(row.folder, error);
+    fs::create_directories(place, error);
     ASSERT_FALSE(error) << error.message();
-    const fs::path path = row.folder / PathOf("補正.wlt");
+    const fs::path path = place / PathOf("補正.wlt");
     ASSERT_EQ(ReplaceFileContents(path, "first"), std::error_code());
     ASSERT_EQ(ReplaceFileContents(path, "second"), std::error_code());
     std::string bytes;
@@ -84,7 +75,7 @@ TEST(FilesWin, JapaneseAndLongPathsHoldFiles) {
     EXPECT_GT(FreeSpace(path, error), 0u);
     EXPECT_FALSE(error);
     EXPECT_EQ(FileAttributes(path) & ~std::uint32_t{kArchive}, 0u);
-    EXPECT_EQ(NamesIn(row.folder), (std::vector<std::wstring>{path.filename().native()}))
+    EXPECT_EQ(NamesIn(place), (std::vector<std::wstring>{path.filename().native()}))
         << "no temporary stays";
     for (fs::path gone = path; gone != folder.Path(); gone = gone.parent_path()) {
       EXPECT_TRUE(fs::remove(gone)) << gone;

@@ -246,11 +246,14 @@ TEST(Server, ServesASecondLinkAndForgetsTheFirst) {
             kOpenConnect);
 }
 
+std::unique_ptr<Channel> Connect(const ProjectorServer& server) {
+  ConnectStatus status{};
+  return ConnectTcp(server.Where(), kLong, status);
+}
+
 TEST(Server, DropsWhatFollowsARefusedFrame) {
   ProjectorServer server;
-  ConnectStatus status{};
-  const Endpoint endpoint{Endpoint{}.Address, *PortNumber(server.Port())};
-  const std::unique_ptr<Channel> channel = ConnectTcp(endpoint, kLong, status);
+  const std::unique_ptr<Channel> channel = Connect(server);
   ASSERT_TRUE(channel);
   channel->Write(FromHex("01DF0000020000E301DF0000020100E3"), kLong);
   Bytes buffer(64);
@@ -259,15 +262,9 @@ TEST(Server, DropsWhatFollowsARefusedFrame) {
   EXPECT_EQ(server.Snapshot().Count.Shows, 0u);
 }
 
-constexpr milliseconds kEnough{5000};
 constexpr milliseconds kShort{60};
 
-std::unique_ptr<Channel> Connect(const ProjectorServer& server) {
-  ConnectStatus status{};
-  return ConnectTcp({Endpoint{}.Address, *PortNumber(server.Port())}, kEnough, status);
-}
-
-BeamlinkResult Send(Requester& requester, const char* frame, milliseconds time = kEnough) {
+BeamlinkResult Send(Requester& requester, const char* frame, milliseconds time = kLong) {
   Bytes reply;
   return requester.Exchange(FromHex(frame), reply, time);
 }

@@ -66,33 +66,33 @@ class FakeBeamlink {
     return {0x21, 0xDF, 0, 0, 1, 0, 1};
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL Open(std::int32_t kind, const char* first,
-                                                 const char* second, std::int32_t mode) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJCommDevOpen(std::int32_t kind, const char* first,
+                                                          const char* second, std::int32_t mode) {
     return Current()->Note("open " + std::to_string(kind) + " '" + first + "' '" + second + "' " +
                                std::to_string(mode),
                            kHandle);
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL Close(std::int32_t handle) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJCommDevClose(std::int32_t handle) {
     return Current()->Note("close" + Suffix(handle));
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL SetAckTimeout(std::int32_t handle,
-                                                          std::int32_t milliseconds) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJCommDevSetAckTimeout(std::int32_t handle,
+                                                                   std::int32_t milliseconds) {
     return Current()->Note("timeout " + std::to_string(milliseconds) + Suffix(handle));
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL RunningStatus(std::int32_t handle,
-                                                          PJRunningStatus* status) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJGetRunningStatus(std::int32_t handle,
+                                                               PJRunningStatus* status) {
     status->Power = 1;
     return Current()->Note("running" + Suffix(handle));
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL AnyCommand(std::int32_t handle,
-                                                       const std::uint8_t* send,
-                                                       std::int32_t send_length,
-                                                       std::uint8_t* reply,
-                                                       std::int32_t* reply_length) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJAnyCommand(std::int32_t handle,
+                                                         const std::uint8_t* send,
+                                                         std::int32_t send_length,
+                                                         std::uint8_t* reply,
+                                                         std::int32_t* reply_length) {
     const std::string frame = HexOf(Frame(send, send + send_length));
     const std::int32_t result = Current()->Note("send " + frame + Suffix(handle));
     if (result != kBeamlinkOk) return result;
@@ -105,17 +105,17 @@ class FakeBeamlink {
     return result;
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL Status(std::int32_t handle, PJStatus* status) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJGetStatus(std::int32_t handle, PJStatus* status) {
     *status = {1, Current()->input};
     return Current()->Note("status" + Suffix(handle));
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL SetInput(std::int32_t handle, std::int32_t input) {
+  static std::int32_t WARPLINE_LIBRARY_CALL PJSetInput(std::int32_t handle, std::int32_t input) {
     return Current()->Note("input " + std::to_string(input) + Suffix(handle));
   }
 
-  static std::int32_t WARPLINE_LIBRARY_CALL PanelInformation(std::int32_t handle,
-                                                             PJPcViewerInformation* information) {
+  static std::int32_t WARPLINE_LIBRARY_CALL
+  PJGetPcViewerInformation(std::int32_t handle, PJPcViewerInformation* information) {
     *information = Current()->panel;
     return Current()->Note("panel" + Suffix(handle));
   }
@@ -127,14 +127,9 @@ class FakeBeamlink {
 
   static BeamlinkFunctions MakeFunctions() {
     BeamlinkFunctions functions;
-    functions.PJCommDevOpen = Open;
-    functions.PJCommDevClose = Close;
-    functions.PJCommDevSetAckTimeout = SetAckTimeout;
-    functions.PJGetRunningStatus = RunningStatus;
-    functions.PJAnyCommand = AnyCommand;
-    functions.PJGetStatus = Status;
-    functions.PJSetInput = SetInput;
-    functions.PJGetPcViewerInformation = PanelInformation;
+#define WARPLINE_FAKE(name, parameters) functions.name = name;
+    WARPLINE_BEAMLINK_REQUIRED(WARPLINE_FAKE)
+#undef WARPLINE_FAKE
     return functions;
   }
 

@@ -21,15 +21,15 @@ class FakeBeamseek {
   FakeBeamseek& operator=(const FakeBeamseek&) = delete;
 
   const BeamseekFunctions* Functions() {
-    functions_.ConnectSelectCreate = Create;
-    functions_.ConnectSelectSetLastPJ = SetLastPJ;
-    functions_.ConnectSelectStart = Start;
-    functions_.ConnectSelectRestart = Restart;
-    functions_.ConnectSelectDestroy = Destroy;
+#define WARPLINE_FAKE(name, parameters) functions_.name = name;
+    WARPLINE_BEAMSEEK_REQUIRED(WARPLINE_FAKE)
+#undef WARPLINE_FAKE
     return &functions_;
   }
 
-  void Notify(std::uint32_t code, std::uint32_t first = 0) { callback_(code, first, 0, user_); }
+  void Notify(std::uint32_t code, std::uint32_t first = 0) {
+    callback_(code, first, 0, user_);
+  }
 
   void AddProjector(std::array<std::uint8_t, 4> address, const char* name, bool selectable) {
     auto& entry = result.PJData[result.iPjNum++];
@@ -53,10 +53,11 @@ class FakeBeamseek {
   csAdapterList adapters{};
 
  private:
-  static std::int32_t WARPLINE_LIBRARY_CALL Create(const csAdapterList* adapters,
-                                                   ConnectSelectCallback* callback, void* user,
-                                                   std::int32_t flags, std::int32_t* handle,
-                                                   const csResData** result) {
+  static std::int32_t WARPLINE_LIBRARY_CALL ConnectSelectCreate(const csAdapterList* adapters,
+                                                                ConnectSelectCallback* callback,
+                                                                void* user, std::int32_t flags,
+                                                                std::int32_t* handle,
+                                                                const csResData** result) {
     current_->calls.push_back("Create " + std::to_string(flags));
     current_->adapters = *adapters;
     current_->callback_ = callback;
@@ -65,20 +66,22 @@ class FakeBeamseek {
     *result = &current_->result;
     return current_->create_result;
   }
-  static std::int32_t WARPLINE_LIBRARY_CALL SetLastPJ(std::int32_t handle, const char* address) {
+  static std::int32_t WARPLINE_LIBRARY_CALL ConnectSelectSetLastPJ(std::int32_t handle,
+                                                                   const char* address) {
     return current_->Note(handle, std::string("SetLastPJ ") + address, 0);
   }
-  static std::int32_t WARPLINE_LIBRARY_CALL Start(std::int32_t handle) {
+  static std::int32_t WARPLINE_LIBRARY_CALL ConnectSelectStart(std::int32_t handle) {
     current_->Note(handle, "Start", 0);
     current_->on_start();
     return current_->start_result;
   }
-  static std::int32_t WARPLINE_LIBRARY_CALL Restart(std::int32_t handle, std::int32_t flag) {
+  static std::int32_t WARPLINE_LIBRARY_CALL ConnectSelectRestart(std::int32_t handle,
+                                                                 std::int32_t flag) {
     current_->Note(handle, "Restart " + std::to_string(flag), 0);
     current_->on_restart();
     return current_->restart_result;
   }
-  static std::int32_t WARPLINE_LIBRARY_CALL Destroy(std::int32_t handle) {
+  static std::int32_t WARPLINE_LIBRARY_CALL ConnectSelectDestroy(std::int32_t handle) {
     return current_->Note(handle, "Destroy", 1);
   }
 

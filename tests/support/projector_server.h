@@ -52,6 +52,7 @@ class ProjectorServer {
   ProjectorServer(const ProjectorServer&) = delete;
   ProjectorServer& operator=(const ProjectorServer&) = delete;
 
+  Endpoint Where() const { return server_.Where(); }
   std::string Address() const { return "127.0.0.1"; }
   std::string Port() const { return std::to_string(server_.Where().Port); }
 

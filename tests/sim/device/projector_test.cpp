@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <random>
 
+#include "fuzz/feed_projector.h"
 #include "sim/device/power.h"
 #include "sim/device/profile.h"
-#include "tests/support/feed_projector.h"
 #include "tests/support/said.h"
 #include "tests/support/sim_hex.h"
 

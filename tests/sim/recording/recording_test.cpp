@@ -94,23 +94,19 @@ constexpr const char* kSession =
 TEST(Replay, AnswersTheToolFromTheRecording) {
   std::vector<std::string> log;
   const TempFolder folder;
-  Station station({.Replay = Parsed(kTitle + kSession),
-                   .State = folder / "state.json",
-                   .Log = [&log](const NamedText& text) { log.push_back(Said(text)); }});
-  const int link = station.OpenLink();
-  const auto send = [&](const char* hex) {
-    return ToHex(station.Exchange(link, FromHex(hex)).Reply);
-  };
-  EXPECT_EQ(send("01DF00000608000200334467"), "21DF0000010001") << "recorded later on";
-  EXPECT_EQ(send("01DF0000020100E3"), "21DF0000010001");
-  EXPECT_EQ(station.Snapshot().Working[kHorizontal][kScroll], "3344") << "the picture follows";
-  EXPECT_EQ(send("01DF0000020100E3"), "21DF0000010203") << "the next one";
-  EXPECT_EQ(send("00850000010086"), "20850000030B0004B7") << "from the start again";
-  EXPECT_EQ(send("01DF000000E0"), "") << "was not answered then either";
+  LinkedStation at({.Replay = Parsed(kTitle + kSession),
+                    .State = folder / "state.json",
+                    .Log = [&log](const NamedText& text) { log.push_back(Said(text)); }});
+  EXPECT_EQ(at.Send("01DF00000608000200334467"), "21DF0000010001") << "recorded later on";
+  EXPECT_EQ(at.Send("01DF0000020100E3"), "21DF0000010001");
+  EXPECT_EQ(at.Scroll(), "3344") << "the picture follows";
+  EXPECT_EQ(at.Send("01DF0000020100E3"), "21DF0000010203") << "the next one";
+  EXPECT_EQ(at.Send("00850000010086"), "20850000030B0004B7") << "from the start again";
+  EXPECT_EQ(at.Send("01DF000000E0"), "") << "was not answered then either";
   EXPECT_TRUE(log.empty());
 
-  EXPECT_EQ(send("01DF0000021200F4"), "") << "never recorded";
-  const StationSnapshot state = station.Snapshot();
+  EXPECT_EQ(at.Send("01DF0000021200F4"), "") << "never recorded";
+  const StationSnapshot state = at.station.Snapshot();
   EXPECT_EQ(state.Mismatches, 1u);
   EXPECT_EQ(state.Exchanges.back().Fault, kMismatch);
   EXPECT_EQ(state.Count.Stores, 0u);
@@ -147,13 +143,11 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   EXPECT_EQ(events.size(), 10u);
   const ProjectorServer same({.Panel = {}, .ModelClass = 4}, {"kind=mode:timeout"});
   told.str("");
-  const auto port = PortNumber(same.Port());
-  EXPECT_TRUE(ReplayTo(events, {.Port = *port}, kTimes, texts, told)) << told.str();
+  EXPECT_TRUE(ReplayTo(events, same.Where(), kTimes, texts, told)) << told.str();
   EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences\n");
   const ProjectorServer replaying(StationSetup{.Replay = events});
-  const auto place = Endpoint{.Port = *PortNumber(replaying.Port())};
-  EXPECT_TRUE(ReplayTo(events, place, kTimes, texts, told)) << "answers as another class did";
-  EXPECT_FALSE(ReplayTo({}, {.Port = *port}, kTimes, texts, told)) << "nothing was compared";
+  EXPECT_TRUE(ReplayTo(events, replaying.Where(), kTimes, texts, told)) << "answers as another class did";
+  EXPECT_FALSE(ReplayTo({}, same.Where(), kTimes, texts, told)) << "nothing was compared";
   told.str("");
   EXPECT_FALSE(
       ReplayTo(events, recording.Where(), kTimes, ProjectorTextsOf(Language::kJapanese), told))
