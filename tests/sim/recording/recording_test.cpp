@@ -146,7 +146,8 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   EXPECT_TRUE(ReplayTo(events, same.Where(), kTimes, texts, told)) << told.str();
   EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences\n");
   const ProjectorServer replaying(StationSetup{.Replay = events});
-  EXPECT_TRUE(ReplayTo(events, replaying.Where(), kTimes, texts, told)) << "answers as another class did";
+  EXPECT_TRUE(ReplayTo(events, replaying.Where(), kTimes, texts, told))
+      << "answers as another class did";
   EXPECT_FALSE(ReplayTo({}, same.Where(), kTimes, texts, told)) << "nothing was compared";
   told.str("");
   EXPECT_FALSE(
