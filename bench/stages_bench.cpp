@@ -11,6 +11,7 @@
 #include "link/command_frames.h"
 #include "model/profile.h"
 #include "model/registers.h"
+#include "picture/deviation.h"
 
 // The stages between a correction and the bytes that leave, at two panel sizes and for every way of
 // drawing a curve.
@@ -93,6 +94,14 @@ void Registers(benchmark::State& state) {
   for (auto step : state) benchmark::DoNotOptimize(BuildRegisters(correction, panel));
 }
 BENCHMARK(Registers)->Apply(EveryPanelAndCurve);
+
+// Both axes, as every slider's move asks for it: well below a millisecond.
+void FindDeviation(benchmark::State& state) {
+  const CorrectionData correction = CorrectionFor(state);
+  const PanelSize panel = PanelOf(state);
+  for (auto step : state) benchmark::DoNotOptimize(DeviationOf(correction, panel));
+}
+BENCHMARK(FindDeviation)->Apply(EveryPanelAndCurve);
 
 // All frames that Apply sends.
 void Frames(benchmark::State& state) {

@@ -86,22 +86,27 @@ std::int32_t PanelExtension(const AxisParameters& parameters, std::span<const do
   return RoundTo<std::int32_t>(static_cast<double>(width) * kUnitScale / line_length);
 }
 
-AxisRegisters BuildAxisRegisters(const AxisCorrection& axis, int line_length, int line_count) {
-  const std::vector<double> samples = SampleCurve(axis.Curve, line_count);
-  const std::vector<double> profile =
-      LineSizeProfile(axis.Parameters, axis.Projection, samples, line_length);
+AxisRegisters EncodeAxisRegisters(const AxisParameters& parameters, std::span<const double> profile,
+                                  int line_length) {
   const std::vector<std::int32_t> q = LineScales(profile, line_length);
   AxisRegisters registers;
-  registers[kPanelExt] = WordText(PanelExtension(axis.Parameters, profile, line_length));
-  registers[kScroll] = WordText(axis.Parameters.Position);
-  registers[kOptCenter] = ByteText(axis.Parameters.Optical);
-  registers[kLinearity] = ByteText(axis.Parameters.Linearity);
+  registers[kPanelExt] = WordText(PanelExtension(parameters, profile, line_length));
+  registers[kScroll] = WordText(parameters.Position);
+  registers[kOptCenter] = ByteText(parameters.Optical);
+  registers[kLinearity] = ByteText(parameters.Linearity);
   registers[kCompDisp] = "00";
-  registers[kStadium] = ByteText(axis.Parameters.Stadium);
+  registers[kStadium] = ByteText(parameters.Stadium);
   registers[kCorre0] = WordText(q[0]);
   registers[kCorre1] = ByteText(q[1] - q[0]);
   registers[kCorre2] = SecondDifferenceTable(q);
   return registers;
+}
+
+AxisRegisters BuildAxisRegisters(const AxisCorrection& axis, int line_length, int line_count) {
+  const std::vector<double> samples = SampleCurve(axis.Curve, line_count);
+  return EncodeAxisRegisters(
+      axis.Parameters, LineSizeProfile(axis.Parameters, axis.Projection, samples, line_length),
+      line_length);
 }
 
 RegisterSet BuildRegisters(const CorrectionData& correction, PanelSize panel) {

@@ -19,6 +19,10 @@ inline constexpr std::int32_t kUnitScale = 32768;  // the scale of a line that k
 // throws, and Fault(kDoesNotFit) when an intermediate leaves its 16 or 32 bits.
 AxisRegisters BuildAxisRegisters(const AxisCorrection& axis, int line_length, int line_count);
 
+// The same from the profile on (2..2049 line sizes in pixels, each at least 1).
+AxisRegisters EncodeAxisRegisters(const AxisParameters& parameters, std::span<const double> profile,
+                                  int line_length);
+
 // Both axes for a panel.
 RegisterSet BuildRegisters(const CorrectionData& correction, PanelSize panel);
 

@@ -2,6 +2,7 @@
 
 #include "sim/recording/recording.h"
 #include "sim/station/station.h"
+#include "tests/support/said.h"
 #include "tests/support/temp_folder.h"
 
 namespace warpline::sim {
@@ -13,7 +14,7 @@ using Write = std::string (*)(const fs::path&);  // returns what was said of a f
 
 std::string SaidByStation(StationSetup setup) {
   std::string said;
-  setup.Log = [&said](const std::string& text) { said += text; };
+  setup.Log = [&said](const NamedText& text) { said += Said(text); };
   const Station station(std::move(setup));
   return said;
 }
