@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/correction_file.h"
+#include "app/deviation_report.h"
 #include "app/fault_report.h"
 #include "app/save_name.h"
 #include "app/startup.h"
@@ -50,7 +51,18 @@ PreviewDrawing MainController::Preview() const {
     drawing = Redraw(global_.Correction, global_.SecondCopy);
     return true;
   });
-  return drawing;
+  const std::optional<warpline::Deviation> deviation = Deviation();
+  if (drawing.empty() || !deviation) return drawing;
+  return Over(DrawDeviation(*deviation, global_.Panel), drawing);
+}
+
+std::optional<warpline::Deviation> MainController::Deviation() const {
+  return FindDeviation(global_.Correction, global_.Panel);
+}
+
+std::string MainController::DeviationText() const {
+  const std::optional<warpline::Deviation> deviation = Deviation();
+  return deviation ? warpline::DeviationText(global_, *deviation) : std::string();
 }
 
 void MainController::SelectScreenType(int type) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "app/engine.h"
@@ -70,8 +71,16 @@ class MainController {
   // What the line at the window's foot says while nothing is under way.
   StatusLine Status() const { return StatusOf(engine_); }
 
-  // The preview drawing of the model. Empty after a fault, which has been shown.
+  // The preview drawing of the model, over marks at the lines where the projector cannot follow.
+  // Empty after a fault, which has been shown.
   PreviewDrawing Preview() const;
+
+  // Where the projector whose panel was last reported cannot follow the model. Nothing for a model
+  // without registers, as Apply says.
+  std::optional<warpline::Deviation> Deviation() const;
+
+  // The same in words. Empty when it follows, or for nothing.
+  std::string DeviationText() const;
 
   // Choosing in the screen list. Asks for unsaved changes first; on abort nothing changes and the
   // list is set back.

@@ -12,6 +12,7 @@ namespace {
 constexpr double kCentreX = kPreviewWidth / 2;
 constexpr double kCentreY = kPreviewHeight / 2;
 constexpr double kCircleRadius = kPreviewHeight / 2;
+constexpr double kNarrowestArea = 4;
 constexpr double kUnitsPerModelUnit = 15;  // the window's own unit
 constexpr PanelSize kModelPanel{static_cast<int>(kPreviewWidth), static_cast<int>(kPreviewHeight)};
 
@@ -167,6 +168,16 @@ PreviewDrawing DrawBands(const CorrectionData& correction) {
   return drawing;
 }
 
+PreviewArea AreaOver(const LineRange& lines, int line_count, Axis axis) {
+  const double extent = 2 * HalfLength(axis == kHorizontal ? kVertical : kHorizontal);
+  const double first = lines.First * extent / line_count;
+  const double last = (lines.Last + 1) * extent / line_count;
+  const double size = std::max(last - first, kNarrowestArea);
+  const double from = std::clamp((first + last - size) / 2, 0.0, extent - size);
+  if (axis == kHorizontal) return {kPreviewRed, {0, from}, kPreviewWidth, size};
+  return {kPreviewRed, {from, 0}, size, kPreviewHeight};
+}
+
 }  // namespace
 
 PreviewDrawing Redraw(const CorrectionData& correction,
@@ -182,6 +193,21 @@ PreviewDrawing Redraw(const CorrectionData& correction,
     }
   }
   return DrawBands(correction);
+}
+
+PreviewDrawing DrawDeviation(const Deviation& deviation, PanelSize panel) {
+  PreviewDrawing drawing;
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    for (const LineRange& lines : deviation[axis].Ranges) {
+      drawing.push_back(AreaOver(lines, LineCount(panel, axis), axis));
+    }
+  }
+  return drawing;
+}
+
+PreviewDrawing Over(PreviewDrawing lower, const PreviewDrawing& upper) {
+  lower.insert(lower.end(), upper.begin(), upper.end());
+  return lower;
 }
 
 PreviewDrawing DrawAuxLine() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/correction.h"
+#include "picture/deviation.h"
 
 // The preview drawing as shapes. It always shows a model panel of 800 by 600 units, whatever the
 // projector's panel is: the origin is the panel's top left corner, x grows to the right and y
@@ -36,6 +37,9 @@ inline constexpr PreviewColour kPreviewGreen{0, 255, 0};      // guide lines
 inline constexpr PreviewColour kPreviewBlue{0, 0, 255};       // aspect and position marks
 inline constexpr PreviewColour kPreviewWhite{255, 255, 255};  // auxiliary lines
 inline constexpr PreviewColour kPreviewYellow{255, 255, 0};   // bands
+inline constexpr PreviewColour kPreviewRed{255, 0, 0};        // lines that the projector misses
+
+inline constexpr std::uint8_t kPreviewAreaAlpha = 120;  // of 255: what shows of an area's colour
 
 struct PreviewPolyline {
   PreviewColour colour;
@@ -58,7 +62,15 @@ struct PreviewEllipse {
   double radius_x = 0;
   double radius_y = 0;
 };
-using PreviewShape = std::variant<PreviewPolyline, PreviewLine, PreviewBox, PreviewEllipse>;
+// A box that is filled, without an outline, and lets the ground shine through.
+struct PreviewArea {
+  PreviewColour colour;
+  PreviewPoint corner;  // top left
+  double width = 0;
+  double height = 0;
+};
+using PreviewShape =
+    std::variant<PreviewPolyline, PreviewLine, PreviewBox, PreviewEllipse, PreviewArea>;
 using PreviewDrawing = std::vector<PreviewShape>;
 
 // The drawing for a correction, compared with the reference parameters (those last reset, loaded or
@@ -66,6 +78,14 @@ using PreviewDrawing = std::vector<PreviewShape>;
 // four bands and the frame. Throws what sampling a curve throws.
 PreviewDrawing Redraw(const CorrectionData& correction,
                       const std::array<AxisParameters, kAxisCount>& reference);
+
+// An area over each range of lines that are off, for below the other shapes: across the whole model
+// panel, as far along it as those lines lie along a panel of that size, and wide enough to be seen.
+// Empty where the projector follows.
+PreviewDrawing DrawDeviation(const Deviation& deviation, PanelSize panel);
+
+// The shapes of upper painted over those of lower.
+PreviewDrawing Over(PreviewDrawing lower, const PreviewDrawing& upper);
 
 // The auxiliary lines that can be laid over any drawing.
 PreviewDrawing DrawAuxLine();

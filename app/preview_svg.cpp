@@ -26,12 +26,12 @@ std::string Attribute(std::string_view name, const std::string& value) {
   return text;
 }
 
-std::string Stroke(PreviewColour colour) {
+std::string Painted(std::string_view name, PreviewColour colour) {
   const std::array<std::uint8_t, 3> parts{colour.red, colour.green, colour.blue};
   std::string text = HexOf(parts);
   std::transform(text.begin(), text.end(), text.begin(),
                  [](char c) { return static_cast<char>(std::tolower(c)); });
-  return Attribute("stroke", std::string("#").append(text));
+  return Attribute(name, std::string("#").append(text));
 }
 
 // The opening of a shape's element, without its end.
@@ -50,9 +50,7 @@ struct ElementOf {
         {{"x1", line.from.x}, {"y1", line.from.y}, {"x2", line.to.x}, {"y2", line.to.y}});
   }
   std::string operator()(const PreviewBox& box) const {
-    return Element(
-        "rect", box.colour,
-        {{"x", box.corner.x}, {"y", box.corner.y}, {"width", box.width}, {"height", box.height}});
+    return Element("rect", box.colour, {}).append(Place(box));
   }
   std::string operator()(const PreviewEllipse& ellipse) const {
     return Element("ellipse", ellipse.colour,
@@ -60,6 +58,13 @@ struct ElementOf {
                     {"cy", ellipse.centre.y},
                     {"rx", ellipse.radius_x},
                     {"ry", ellipse.radius_y}});
+  }
+  std::string operator()(const PreviewArea& area) const {
+    std::string text("<rect");
+    text.append(Painted("fill", area.colour));
+    text.append(Attribute("fill-opacity", Number(kPreviewAreaAlpha / 255.0)));
+    text.append(Attribute("stroke", "none"));
+    return text.append(Place(area));
   }
 
  private:
@@ -71,9 +76,20 @@ struct ElementOf {
   static std::string Element(std::string_view name, PreviewColour colour,
                              std::initializer_list<NamedNumber> numbers) {
     std::string text("<");
-    text.append(name).append(Stroke(colour));
+    text.append(name).append(Painted("stroke", colour));
+    return text.append(Numbers(numbers));
+  }
+
+  static std::string Numbers(std::initializer_list<NamedNumber> numbers) {
+    std::string text;
     for (const NamedNumber& row : numbers) text.append(Attribute(row.name, Number(row.value)));
     return text;
+  }
+
+  template <typename Box>
+  static std::string Place(const Box& box) {
+    return Numbers(
+        {{"x", box.corner.x}, {"y", box.corner.y}, {"width", box.width}, {"height", box.height}});
   }
 };
 
@@ -92,7 +108,8 @@ struct View {
     Include(line.from);
     Include(line.to);
   }
-  void operator()(const PreviewBox& box) {
+  template <typename Box>
+  void operator()(const Box& box) {
     Include(box.corner);
     Include({box.corner.x + box.width, box.corner.y + box.height});
   }

@@ -38,7 +38,9 @@ inline constexpr int kMessageCount = 219;
   X(NothingSent)               \
   X(Connecting)                \
   X(SendingStep)               \
-  X(SendingStopped)
+  X(SendingStopped)            \
+  X(DeviationHorizontal)       \
+  X(DeviationVertical)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

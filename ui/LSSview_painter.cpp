@@ -1,5 +1,6 @@
 #include "ui/LSSview_painter.h"
 
+#include <wx/brush.h>
 #include <wx/graphics.h>
 
 #include <variant>
@@ -45,6 +46,16 @@ class ShapePainter {
         At({shape.centre.x - shape.radius_x, shape.centre.y - shape.radius_y});
     context_.DrawEllipse(corner.m_x, corner.m_y, 2 * shape.radius_x * placement_.scale,
                          2 * shape.radius_y * placement_.scale);
+  }
+
+  void operator()(const PreviewArea& shape) {
+    const PreviewColour& colour = shape.colour;
+    context_.SetPen(*wxTRANSPARENT_PEN);
+    context_.SetBrush(wxBrush(wxColour(colour.red, colour.green, colour.blue, kPreviewAreaAlpha)));
+    const wxPoint2DDouble corner = At(shape.corner);
+    context_.DrawRectangle(corner.m_x, corner.m_y, shape.width * placement_.scale,
+                           shape.height * placement_.scale);
+    context_.SetBrush(*wxTRANSPARENT_BRUSH);
   }
 
  private:

@@ -1,4 +1,5 @@
 #include "tests/app/controller_rig.h"
+#include "tests/support/curves.h"
 
 namespace warpline {
 namespace {
@@ -166,10 +167,19 @@ TEST(MainController, CommandInsideACommandDoesNothing) {
   EXPECT_EQ(rig.Frames(), kInitializeFrames);
 }
 
-TEST(MainController, PreviewOfAFaultyCurveIsReported) {
+TEST(MainController, PreviewMarksDeviationsAndReportsFaults) {
   ControllerRig rig;
   EXPECT_EQ(rig.controller.Preview().size(), 13U);
+  EXPECT_EQ(rig.controller.DeviationText(), "");
+  rig.H() = rig.V() = Parameters(150, -13);
+  rig.V().Distortion = 0;
+  EXPECT_EQ(rig.controller.Preview().size(), 14U) << "with an area";
+  rig.global.Panel = {1280, 800};
+  EXPECT_EQ(rig.controller.DeviationText(),
+            "The projector cannot follow the horizontal correction between rows 0 and 799: up to "
+            "1280 pixels off.");
   rig.global.Correction.Curves[kHorizontal].CorreDataPts[1].X = 0;
+  EXPECT_FALSE(rig.controller.Deviation());
   EXPECT_TRUE(rig.controller.Preview().empty());
   EXPECT_EQ(rig.display.Texts(), Texts{"[3] Wrong value."});
 }

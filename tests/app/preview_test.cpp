@@ -199,22 +199,30 @@ TEST(PlacePreview, LargestPanelInTheMiddle) {
 }
 
 TEST(PreviewSvg, HoldsEveryKindOfShape) {
-  const PreviewDrawing drawing{
-      PreviewPolyline{kPreviewYellow, {{2.0 / 15, 0}, {-20, 1}}},
-      PreviewLine{kPreviewGreen, {0, 0}, {20, 20}},
-      PreviewBox{{1, 16, 255}, {0, 0}, 800, 600},
-      PreviewEllipse{kPreviewBlue, {400, 300}, 450, 300.5},
-  };
+  const Deviation deviation{AxisDeviation{2, 0, {{0, 0}, {384, 767}}},
+                            AxisDeviation{2, 9, {{256, 639}}}};
+  const PreviewDrawing drawing =
+      Over(DrawDeviation(deviation, {1024, 768}),
+           {
+               PreviewPolyline{kPreviewYellow, {{2.0 / 15, 0}, {-20, 1}}},
+               PreviewLine{kPreviewGreen, {0, 0}, {20, 20}},
+               PreviewBox{{1, 16, 255}, {0, 0}, 800, 600},
+               PreviewEllipse{kPreviewBlue, {400, 300}, 450, 300.5},
+           });
+  const std::string red = "<rect fill=\"#ff0000\" fill-opacity=\"0.471\" stroke=\"none\" ";
   EXPECT_EQ(PreviewSvg(drawing),
             "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"920\" height=\"621\""
             " viewBox=\"-60 -10.5 920 621\">\n"
             "<rect fill=\"#000000\" x=\"-60\" y=\"-10.5\" width=\"920\" height=\"621\"/>\n"
-            "<g fill=\"none\" stroke-width=\"2\" stroke-linejoin=\"round\">\n"
-            "<polyline stroke=\"#ffff00\" points=\"0.133,0 -20,1\"/>\n"
-            "<line stroke=\"#00ff00\" x1=\"0\" y1=\"0\" x2=\"20\" y2=\"20\"/>\n"
-            "<rect stroke=\"#0110ff\" x=\"0\" y=\"0\" width=\"800\" height=\"600\"/>\n"
-            "<ellipse stroke=\"#0000ff\" cx=\"400\" cy=\"300\" rx=\"450\" ry=\"300.5\"/>\n"
-            "</g>\n</svg>\n");
+            "<g fill=\"none\" stroke-width=\"2\" stroke-linejoin=\"round\">\n" +
+                red + "x=\"0\" y=\"0\" width=\"800\" height=\"4\"/>\n" + red +
+                "x=\"0\" y=\"300\" width=\"800\" height=\"300\"/>\n" + red +
+                "x=\"200\" y=\"0\" width=\"300\" height=\"600\"/>\n"
+                "<polyline stroke=\"#ffff00\" points=\"0.133,0 -20,1\"/>\n"
+                "<line stroke=\"#00ff00\" x1=\"0\" y1=\"0\" x2=\"20\" y2=\"20\"/>\n"
+                "<rect stroke=\"#0110ff\" x=\"0\" y=\"0\" width=\"800\" height=\"600\"/>\n"
+                "<ellipse stroke=\"#0000ff\" cx=\"400\" cy=\"300\" rx=\"450\" ry=\"300.5\"/>\n"
+                "</g>\n</svg>\n");
 }
 
 }  // namespace

@@ -105,6 +105,7 @@ TEST(PreviewWindow, PaintsEveryShapeInPlaceAndColour) {
       PreviewLine{kPreviewGreen, {400, 0}, {400, 600}},
       PreviewBox{kPreviewCyan, {500, 100}, 200, 100},
       PreviewEllipse{kPreviewBlue, {600, 400}, 100, 50},
+      PreviewArea{kPreviewRed, {0, 400}, 400, 200},
   };
   const wxImage image = Painted(drawing, wxSize(1600, 900));
   const struct {
@@ -120,6 +121,8 @@ TEST(PreviewWindow, PaintsEveryShapeInPlaceAndColour) {
       {"ellipse, right", 700, 400, "b"},
       {"ellipse, top", 600, 350, "b"},
       {"nothing filled", 600, 150, ""},
+      {"area", 200, 500, "r"},
+      {"line below the area's edge", 400, 500, "g"},
       {"polyline stays open", 200, 200, ""},
   };
   for (const auto& row : rows) {
