@@ -40,6 +40,7 @@ namespace warpline {
   X(PictureOutput)            \
   X(AuxOption)                \
   X(PanelOption)              \
+  X(CheckPanelOption)         \
   X(AxisOption)               \
   X(CurveAxisOption)          \
   X(PreviewOption)            \

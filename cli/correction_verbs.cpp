@@ -35,8 +35,10 @@ int RunRegisters(const VerbInput& input, Session& session) {
   const std::optional<PanelSize> panel = input.Panel();
   if (!panel) return kExitUsage;
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
+  const CorrectionData& correction = session.engine.global.Correction;
   FileData data;
-  data.Registers = BuildRegisters(session.engine.global.Correction, *panel);
+  data.Registers = BuildRegisters(correction, *panel);
+  TellDeviation(session, input.Path("FILE"), correction, *panel);
   if (!input.Has("-o")) return PrintRegisters(data, session);
   return session.Save(input.Path("-o"), kTypeWlr, data) ? kExitOk : kExitFailed;
 }

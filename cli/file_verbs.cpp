@@ -47,28 +47,39 @@ bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view 
   return file.OpenDataFile(path, type);
 }
 
-// The message text; nothing when the file was accepted.
-std::optional<std::string> CheckOne(const std::filesystem::path& path, Language language) {
+struct CheckedFile {
+  bool accepted = false;
+  std::string text;                          // why it was not
+  std::optional<CorrectionData> correction;  // of an accepted correction data file
+};
+
+CheckedFile CheckOne(const std::filesystem::path& path, Language language) {
   CollectingDisplay display;
   NoBusyIndicator busy;
   Engine engine(display, busy);
   ApplyLanguage(engine.global, language);
   const std::string type = TypeOf(path).value_or(std::string(kTypeWlt));
   const auto read = [&] { return ReadAny(engine.files, path, type, engine.messages); };
-  return ReportingFaults(engine.messages, read) ? std::nullopt : std::optional(display.line);
+  const bool accepted = ReportingFaults(engine.messages, read);
+  CheckedFile checked{accepted, display.line, std::nullopt};
+  if (accepted && type == kTypeWlt) checked.correction = engine.files.Staging().Correction;
+  return checked;
 }
 
 }  // namespace
 
 int RunCheck(const VerbInput& input, Session& session) {
+  const std::optional<PanelSize> panel = input.Panel();
+  if (!panel) return kExitUsage;
   int exit_code = kExitOk;
   for (const std::string& name : input.Texts("FILE")) {
-    const std::optional<std::string> text =
-        CheckOne(PathOf(name), LanguageOf(session.engine.global));
-    if (text) exit_code = kExitFailed;
-    session.out << (text ? session.texts.Fill(CliText::kCheckFailed, {name, *text})
-                         : session.texts.Fill(CliText::kCheckOk, {name}))
+    const CheckedFile file = CheckOne(PathOf(name), LanguageOf(session.engine.global));
+    if (!file.accepted) exit_code = kExitFailed;
+    session.out << (file.accepted ? session.texts.Fill(CliText::kCheckOk, {name})
+                                  : session.texts.Fill(CliText::kCheckFailed, {name, file.text}))
                 << '\n';
+    if (!file.correction || !input.Has("--panel")) continue;
+    TellDeviation(session, PathOf(name), *file.correction, *panel);
   }
   return exit_code;
 }

@@ -1,5 +1,7 @@
+#include <optional>
 #include <system_error>
 
+#include "app/deviation_report.h"
 #include "app/preview_geometry.h"
 #include "app/preview_svg.h"
 #include "cli/verbs.h"
@@ -10,14 +12,16 @@
 namespace warpline {
 
 int RunPreview(const VerbInput& input, Session& session) {
+  const std::optional<PanelSize> panel = input.Panel();
+  if (!panel) return kExitUsage;
   if (!ReadCorrection(session, input.Path("FILE"))) return kExitFailed;
   const CorrectionData& correction = session.engine.global.Correction;
   // Compared with itself nothing differs, so that the bands are drawn.
   PreviewDrawing drawing = Redraw(correction, correction.Axes);
-  if (input.Has("--aux")) {
-    const PreviewDrawing lines = DrawAuxLine();
-    drawing.insert(drawing.end(), lines.begin(), lines.end());
+  if (const std::optional<Deviation> deviation = FindDeviation(correction, *panel)) {
+    drawing = Over(DrawDeviation(*deviation, *panel), drawing);
   }
+  if (input.Has("--aux")) drawing = Over(drawing, DrawAuxLine());
   const std::filesystem::path picture = input.Path("-o");
   const bool written = session.OnFile(picture, [&] {
     if (!session.engine.files.MayWrite(picture)) return false;

@@ -1,6 +1,7 @@
 #include "cli/session.h"
 
 #include "app/correction_file.h"
+#include "app/deviation_report.h"
 #include "app/fault_report.h"
 #include "app/status_line.h"
 #include "platform/files.h"
@@ -70,6 +71,18 @@ bool ReadRegisters(Session& session, const std::filesystem::path& path) {
   return session.OnFile(path, [&] {
     return OpenRegisters(session.engine.files, session.engine.global, session.engine.messages,
                          path);
+  });
+}
+
+void TellDeviation(Session& session, const std::filesystem::path& path,
+                   const CorrectionData& correction, PanelSize panel) {
+  session.OnFile(path, [&] {
+    const Deviation deviation = DeviationOf(correction, panel);
+    for (const Axis axis : {kHorizontal, kVertical}) {
+      const std::string text = DeviationText(session.engine.global, axis, deviation[axis]);
+      if (!text.empty()) session.display.Show({}, text, MessageIcon::kWarning);
+    }
+    return true;
   });
 }
 

@@ -99,4 +99,9 @@ class Session {
 bool ReadCorrection(Session& session, const std::filesystem::path& path);
 bool ReadRegisters(Session& session, const std::filesystem::path& path);
 
+// Says on standard error where a projector with that panel cannot follow the correction that was
+// read from the file, or that no registers can be built from it.
+void TellDeviation(Session& session, const std::filesystem::path& path,
+                   const CorrectionData& correction, PanelSize panel);
+
 }  // namespace warpline

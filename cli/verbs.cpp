@@ -36,7 +36,10 @@ constexpr ArgumentRow kFramesArguments[] = {
     {"--reply5", "B", Take::kOptional, T::kReplyOption},
     {"--mode", "M", Take::kOptional, T::kModeOption},
 };
-constexpr ArgumentRow kCheckArguments[] = {{"FILE", "", Take::kMany, T::kAnyFiles}};
+constexpr ArgumentRow kCheckArguments[] = {
+    {"FILE", "", Take::kMany, T::kAnyFiles},
+    {"--panel", "WxH", Take::kOptional, T::kCheckPanelOption},
+};
 constexpr ArgumentRow kConvertArguments[] = {
     {"IN", "", Take::kRequired, T::kInputFile},
     {"OUT", "", Take::kRequired, T::kOutputFile},
@@ -63,6 +66,7 @@ constexpr ArgumentRow kVerifyArguments[] = {
 constexpr ArgumentRow kPreviewArguments[] = {
     {"FILE", "", Take::kRequired, T::kCorrectionFile},
     {"-o", "OUT.svg", Take::kRequired, T::kPictureOutput},
+    kPanel,
     {"--aux", "", Take::kFlag, T::kAuxOption},
 };
 

@@ -14,6 +14,7 @@
 #include "core/catalogue.h"
 #include "model/profile.h"
 #include "model/registers.h"
+#include "picture/deviation.h"
 #include "platform/files.h"
 
 // verify: what a simulated projector shows, by its state file, against what a correction means.
@@ -21,8 +22,6 @@
 namespace warpline {
 
 namespace {
-
-constexpr double kAllowedDifference = 1.0;  // pixels
 
 // The first line's scale and the step to the second have registers of their own, which nothing
 // holds to what fits; the lines behind are second differences, held to four bits.
@@ -164,7 +163,7 @@ Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts&
   std::string places;
   for (const Axis axis : {kHorizontal, kVertical}) {
     const Difference& difference = results[axis].from_profile;
-    if (difference.pixels <= kAllowedDifference) continue;
+    if (difference.pixels <= kAllowedDeviation) continue;
     if (!places.empty()) places += ", ";
     places += LineName(axis, difference.line, texts);
   }

@@ -159,6 +159,24 @@ TEST_F(WorkTest, CheckTellsEachFile) {
   EXPECT_EQ(japanese.out.find("not correct"), std::string::npos) << japanese.out;
 }
 
+TEST_F(WorkTest, CheckAndRegistersTellWhereTheProjectorCannotFollow) {
+  std::string text = TempFolder::Read(SourceFolder() / "examples/corner_wall.wlt");
+  text.replace(text.find("DistortionV=24"), 14, "DistortionV=150");
+  const std::string sharp = Put("sharp.wlt", text.replace(text.find("calV=-16"), 8, "calV=-17"));
+  const std::string cut = Put("cut.wlt", text.replace(text.find("calV=-17"), 8, "calV=-13"));
+  const std::string start =
+      ": The projector cannot follow the vertical correction between columns ";
+  const std::string told = sharp + start + "513 and 1023: up to 3.9 pixels off.\n" + cut + start +
+                           "0 and 1023: up to 768 pixels off.\n";
+  const CliResult checked = RunCli({"check", sharp, cut, "--panel", "1024x768"});
+  EXPECT_EQ(checked.exit_code, 0) << checked;
+  EXPECT_EQ(checked.err, told);
+  EXPECT_EQ(RunCli({"check", sharp, cut}).out + RunCli({"check", cut}).err, checked.out);
+  EXPECT_EQ(RunCli({"registers", sharp}).err + RunCli({"registers", cut}).err, told);
+  EXPECT_TRUE(Holds(RunCli({"registers", cut}, "ja").err, "列 0～1023"));
+  EXPECT_EQ(RunCli({"check", sharp, "--panel", "1024"}).exit_code, 2);
+}
+
 TEST_F(WorkTest, MissingFilesSaySo) {
   for (const char* name : {"gone.wlt", "gone.wlr", "gone.wls", "gone.ini"}) {
     const CliResult check = RunCli({"check", Name(name)});
