@@ -1,7 +1,9 @@
 #include "picture/wall.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "picture/rows.h"
@@ -11,6 +13,32 @@ namespace {
 
 constexpr double kShownShare = 0.8;  // of the image, by a flat wall's picture
 constexpr double kGroundLight = 44;
+
+constexpr std::array<std::string_view, kWallShapeCount> kShapeWords{
+    "flat", "cylinder", "bow", "sphere", "corner", "ceiling"};
+constexpr std::array<std::string_view, 3> kAxisWords{"top", "middle", "bottom"};
+
+// The part of the text up to the next colon, which is taken off.
+std::string_view NextPart(std::string_view& text) {
+  const std::string_view part = text.substr(0, text.find(':'));
+  text.remove_prefix(std::min(part.size() + 1, text.size()));
+  return part;
+}
+
+bool ReadNumber(std::string_view text, double least, double most, double& number) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && stop == end && number >= least && number <= most;
+}
+
+template <typename Enum, std::size_t kCount>
+bool ReadWord(std::string_view text, const std::array<std::string_view, kCount>& words,
+              Enum& value) {
+  const auto found = std::ranges::find(words, text);
+  if (found == words.end()) return false;
+  value = static_cast<Enum>(found - words.begin());
+  return true;
+}
 
 // How far a round screen of that curvature lies behind its foremost (or before its rearmost) point.
 double Bulge(double squared, double curvature) {
@@ -60,7 +88,85 @@ bool PositionAtDepth(const Wall& wall, PanelSize panel, double x, double y, doub
          position[1] <= panel.Height;
 }
 
+// What part of the wall an image shows.
+struct View {
+  double Metres;  // an image pixel
+  double Middle;  // the height of the image's middle, metres below the lens's axis
+};
+
+View ViewOf(const Wall& wall, PanelSize panel, PanelSize size) {
+  const double width = wall.Distance / kThrowRatio;
+  const double height = width * panel.Height / panel.Width;
+  return {std::max(width / size.Width, height / size.Height) / kShownShare,
+          height * (0.5 - AxisRow(wall.Axis, panel) / panel.Height)};
+}
+
+// Where the light of a panel position lands, metres from the lens's axis; nothing when it misses
+// the wall, or meets it so flatly that the search does not settle.
+std::optional<std::array<double, 2>> PlaceOf(const Wall& wall, PanelSize panel, double column,
+                                             double row) {
+  constexpr int kSteps = 100;
+  constexpr double kSettled = 1e-6;  // metres
+  const double focal = kThrowRatio * panel.Width;
+  const double across = (column - panel.Width / 2.0) / focal;
+  const double down = (row - AxisRow(wall.Axis, panel)) / focal;
+  double depth = wall.Distance;
+  for (int i = 0; i < kSteps; ++i) {
+    const double next = WallDepth(wall, across * depth, down * depth);
+    if (next <= 0) return std::nullopt;
+    if (std::abs(next - depth) < kSettled) return std::array{across * next, down * next};
+    depth = next;
+  }
+  return std::nullopt;
+}
+
+// Metres from the lens's axis.
+struct Edges {
+  double Left = -std::numeric_limits<double>::infinity();
+  double Right = std::numeric_limits<double>::infinity();
+  double Top = Left;
+  double Bottom = Right;
+};
+
+// The largest upright rectangle inside the uncorrected picture.
+std::optional<Edges> StraightEdges(const Wall& wall, PanelSize panel) {
+  constexpr int kParts = 64;  // of an edge
+  Edges edges;
+  for (int i = 0; i <= kParts; ++i) {
+    const double column = static_cast<double>(panel.Width) * i / kParts;
+    const double row = static_cast<double>(panel.Height) * i / kParts;
+    const auto left = PlaceOf(wall, panel, 0, row);
+    const auto right = PlaceOf(wall, panel, panel.Width, row);
+    const auto top = PlaceOf(wall, panel, column, 0);
+    const auto bottom = PlaceOf(wall, panel, column, panel.Height);
+    if (!left || !right || !top || !bottom) return std::nullopt;
+    edges = {std::max(edges.Left, (*left)[0]), std::min(edges.Right, (*right)[0]),
+             std::max(edges.Top, (*top)[1]), std::min(edges.Bottom, (*bottom)[1])};
+  }
+  return edges;
+}
+
+// Half of what was there shines through.
+void Tint(RgbImage& image, int x, int y) {
+  static constexpr std::array kColour{96, 255, 160};
+  if (x < 0 || y < 0 || x >= image.Width || y >= image.Height) return;
+  std::uint8_t* const pixel = image.Pixels.data() + (image.At(x, y) - image.Pixels.data());
+  for (std::size_t i = 0; i < kColour.size(); ++i) {
+    pixel[i] = static_cast<std::uint8_t>((pixel[i] + kColour[i]) / 2);
+  }
+}
+
 }  // namespace
+
+std::optional<Wall> WallOf(std::string_view text) {
+  Wall wall;
+  const bool read = std::ranges::count(text, ':') == 3 &&
+                    ReadWord(NextPart(text), kShapeWords, wall.Shape) &&
+                    ReadNumber(NextPart(text), kMinDistance, kMaxDistance, wall.Distance) &&
+                    ReadNumber(NextPart(text), -1, 1, wall.Curvature) &&
+                    ReadWord(NextPart(text), kAxisWords, wall.Axis);
+  return read ? std::optional(wall) : std::nullopt;
+}
 
 double WallDepth(const Wall& wall, double x, double y) {
   const double behind = wall.Curvature == 0 ? 0 : Behind(wall, x, y);
@@ -75,15 +181,12 @@ bool PanelPositionAt(const Wall& wall, PanelSize panel, double x, double y,
 
 RgbImage WallPicture(const RgbImage& panel_picture, const Wall& wall, PanelSize size) {
   const PanelSize panel{panel_picture.Width, panel_picture.Height};
-  const double width = wall.Distance / kThrowRatio;
-  const double height = width * panel.Height / panel.Width;
-  const double metres =
-      std::max(width / size.Width, height / size.Height) / kShownShare;  // an image pixel
-  const double middle = height * (0.5 - AxisRow(wall.Axis, panel) / panel.Height);
+  const View view = ViewOf(wall, panel, size);
+  const double metres = view.Metres;
   RgbImage image = BlackImage(size);
   ForEachRow(size.Height, [&](int row) {
     std::uint8_t* pixel = image.Pixels.data() + (image.At(0, row) - image.Pixels.data());
-    const double y = (row + 0.5 - size.Height / 2.0) * metres + middle;
+    const double y = (row + 0.5 - size.Height / 2.0) * metres + view.Middle;
     for (int column = 0; column < size.Width; ++column, pixel += 3) {
       const double x = (column + 0.5 - size.Width / 2.0) * metres;
       double sum[3]{};
@@ -105,6 +208,25 @@ RgbImage WallPicture(const RgbImage& panel_picture, const Wall& wall, PanelSize 
     }
   });
   return image;
+}
+
+void DrawStraightFrame(RgbImage& wall_picture, const Wall& wall, PanelSize panel) {
+  const std::optional<Edges> edges = StraightEdges(wall, panel);
+  if (!edges) return;
+  const View view = ViewOf(wall, panel, {wall_picture.Width, wall_picture.Height});
+  const auto column = [&](double x) {
+    return static_cast<int>(std::floor(x / view.Metres + wall_picture.Width / 2.0));
+  };
+  const auto row = [&](double y) {
+    return static_cast<int>(
+        std::floor((y - view.Middle) / view.Metres + wall_picture.Height / 2.0));
+  };
+  for (int x = column(edges->Left); x <= column(edges->Right); ++x) {
+    for (const double y : {edges->Top, edges->Bottom}) Tint(wall_picture, x, row(y));
+  }
+  for (int y = row(edges->Top) + 1; y < row(edges->Bottom); ++y) {
+    for (const double x : {edges->Left, edges->Right}) Tint(wall_picture, column(x), y);
+  }
 }
 
 }  // namespace warpline

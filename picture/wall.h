@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <optional>
+#include <string_view>
 
 #include "picture/picture.h"
 
@@ -33,12 +35,17 @@ enum class LensAxis { kTop, kMiddle, kBottom };
 
 struct Wall {
   WallShape Shape = WallShape::kCylinder;
-  double Distance = 4;   // metres, kMinDistance..kMaxDistance
-  double Curvature = 0;  // -1..1. Round screens: 1 / radius in metres, above 0 the middle comes
-                         // towards the projector; corners: each wall turns away by that much of 45
-                         // degrees
+  double Distance = 4;      // metres, kMinDistance..kMaxDistance
+  double Curvature = -0.4;  // -1..1. Round screens: 1 / radius in metres, above 0 the middle comes
+                            // towards the projector; corners: each wall turns away by that much of
+                            // 45 degrees
   LensAxis Axis = LensAxis::kBottom;
 };
+
+// The wall that a text names, "SHAPE:DISTANCE:CURVATURE:AXIS" as in "cylinder:4:-0.4:bottom". The
+// shape is flat, cylinder, bow (the upright one), sphere, corner or ceiling, the axis top, middle
+// or bottom; nothing when a word is none of these or a number is outside its range.
+std::optional<Wall> WallOf(std::string_view text);
 
 // The wall's depth at a place, metres; 0 where there is no wall.
 double WallDepth(const Wall& wall, double x, double y);
@@ -51,5 +58,10 @@ bool PanelPositionAt(const Wall& wall, PanelSize panel, double x, double y,
 // The wall as an image of that size with the panel's picture on it: a flat wall's picture fills
 // four fifths of it. A wall without light on it is shaded by its slope.
 RgbImage WallPicture(const RgbImage& panel_picture, const Wall& wall, PanelSize size);
+
+// Draws faint straight lines into the picture of a wall: the largest upright rectangle that lies
+// inside the uncorrected picture of a panel, so that a corrected one can be compared with it. Draws
+// nothing where an edge of the uncorrected picture misses the wall.
+void DrawStraightFrame(RgbImage& wall_picture, const Wall& wall, PanelSize panel);
 
 }  // namespace warpline

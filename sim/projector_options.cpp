@@ -28,7 +28,8 @@ struct RawOptions {
   using Words = std::vector<std::string>;
   using Number = std::optional<std::uint64_t>;
 
-  Word listen, panel, profile, control, record, replay, replay_to, serial, state, picture, language;
+  Word listen, panel, profile, control, record, replay, replay_to, serial, state, picture, wall;
+  Word language;
   Word power = "on";
   Words faults;
   Number usb, model_class, reply5, seed;
@@ -73,6 +74,7 @@ std::vector<OptionRow> OptionRows() {
       {"--language", &R::language, Text::kOptionLanguage, {"ja", "en"}},
       {"--state", &R::state, Text::kOptionState},
       {"--picture", &R::picture, Text::kOptionPicture},
+      {"--wall", &R::wall, Text::kOptionWall},
       {"--fault", &R::faults, Text::kOptionFault},
       {"--seed", &R::seed, Text::kOptionSeed},
       {"--control", &R::control, Text::kOptionControl},
@@ -222,7 +224,8 @@ class OptionReader {
     options_.Replay = PathIfAny(raw_.replay);
     return DescribeProjector(options_.Station.Projector) && ChoosePlaces() &&
            ReadPlaceIfAny("--control", raw_.control, options_.Control) &&
-           ReadPlaceIfAny("--replay-to", raw_.replay_to, options_.ReplayTo) && ReadFaults();
+           ReadPlaceIfAny("--replay-to", raw_.replay_to, options_.ReplayTo) && ReadFaults() &&
+           ReadWall();
   }
 
   const ProjectorOptions& Options() const { return options_; }
@@ -275,6 +278,12 @@ class OptionReader {
       options_.Station.Faults.push_back(*rule);
     }
     return true;
+  }
+
+  bool ReadWall() {
+    if (raw_.wall.empty()) return true;
+    options_.Station.Wall = WallOf(raw_.wall);
+    return options_.Station.Wall || Fail(Text::kBadWall);
   }
 
   bool ReadProfile(ProjectorSetup& projector) {

@@ -288,8 +288,10 @@ void Station::WriteState() {
 void Station::WritePicture() {
   if (!setup_.Picture) return;
   const bool on = projector_.Setup().PowerState == Power::kOn;
-  const std::optional<std::string> png =
-      PngOf(on ? PanelPicture(source_, projector_.Working()) : BlackImage(setup_.Projector.Panel));
+  const PanelSize panel = setup_.Projector.Panel;
+  RgbImage image = on ? PanelPicture(source_, projector_.Working()) : BlackImage(panel);
+  if (setup_.Wall) image = WallPicture(image, *setup_.Wall, panel);
+  const std::optional<std::string> png = PngOf(image);
   if (png) WriteFile(*setup_.Picture, *png);
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "picture/picture.h"
+#include "picture/wall.h"
 #include "sim/device/power.h"
 #include "sim/device/projector.h"
 #include "sim/faults/fault_box.h"
@@ -45,7 +46,8 @@ struct StationSetup {
   std::optional<std::vector<RecordedEvent>> Replay = {};
   std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
-  sim::Log Log = {};  // told what cannot be read, written or answered
+  std::optional<warpline::Wall> Wall = {};  // that the picture falls on; none: the bare panel
+  sim::Log Log = {};                        // told what cannot be read, written or answered
   // Told when a fault strikes: "exchange 7: kind=21:refuse".
   std::function<void(const std::string&)> OnStrike = {};
   std::uint64_t Seed = 1;  // of the faults that are left to chance

@@ -36,6 +36,7 @@ namespace warpline::sim {
   X(OptionLanguage)                 \
   X(OptionState)                    \
   X(OptionPicture)                  \
+  X(OptionWall)                     \
   X(OptionFault)                    \
   X(OptionSeed)                     \
   X(OptionControl)                  \
@@ -55,6 +56,7 @@ namespace warpline::sim {
   X(NotLoopback)                    \
   X(BadPort)                        \
   X(BadPanel)                       \
+  X(BadWall)                        \
   X(BadProfile)                     \
   X(BadFault)                       \
   X(RecordingUnusable)              \

@@ -34,6 +34,13 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {{"--panel", "1024"}, "64 to 4096", "64～4096"},
       {{"--panel", "1024x4097"}, "64 to 4096", "64～4096"},
       {{"--panel", "99999999999x1"}, "64 to 4096", "64～4096"},
+      {{"--wall", "cylinder:4:-0.4"}, "--wall needs", "--wall には"},
+      {{"--wall", "cylinder:4:-0.4:bottom:"}, "--wall needs", "--wall には"},
+      {{"--wall", "barrel:4:0:top"}, "--wall needs", "--wall には"},
+      {{"--wall", "flat:0.9:0:top"}, "--wall needs", "--wall には"},
+      {{"--wall", "sphere:4:nan:top"}, "--wall needs", "--wall には"},
+      {{"--wall", "sphere:4:1m:top"}, "--wall needs", "--wall には"},
+      {{"--wall", "sphere:4:0:left"}, "--wall needs", "--wall には"},
       {{"--listen", "0.0.0.0:7142"}, "loopback", "ループバック"},
       {{"--listen", "127.0.0.1"}, "port", "ポート"},
       {{"--listen", "127.0.0.1:70000"}, "port", "ポート"},
@@ -81,14 +88,14 @@ TEST(ProjectorOptions, UnderstandEverything) {
   std::ostringstream out;
   std::ostringstream err;
   int exit_code = -1;
-  const auto options =
-      ParseProjectorOptions({"--listen", "127.0.0.9:0", "--panel",   "1920x1200", "--no-panel-info",
-                             "--class",  "4",           "--reply5",  "11",        "--power",
-                             "standby",  "--headless",  "--state",   "s.json",    "--picture",
-                             "p.png",    "--fault",     "nth=1:cut", "--fault",   "kind=any:slow",
-                             "--serial", "tty",         "--seed",    "42",        "--speed-up",
-                             "20"},
-                            out, err, exit_code);
+  const auto options = ParseProjectorOptions(
+      {"--listen", "127.0.0.9:0", "--panel",          "1920x1200", "--no-panel-info",
+       "--class",  "4",           "--reply5",         "11",        "--power",
+       "standby",  "--headless",  "--state",          "s.json",    "--picture",
+       "p.png",    "--fault",     "nth=1:cut",        "--fault",   "kind=any:slow",
+       "--serial", "tty",         "--seed",           "42",        "--speed-up",
+       "20",       "--wall",      "bow:20:-.5:middle"},
+      out, err, exit_code);
   ASSERT_TRUE(options) << err.str();
   EXPECT_EQ(TextOf(*options->Listen), "127.0.0.9:0");
   EXPECT_EQ(options->Station.Projector.Panel, (PanelSize{1920, 1200}));
@@ -103,6 +110,11 @@ TEST(ProjectorOptions, UnderstandEverything) {
   EXPECT_EQ(options->Station.Seed, 42u);
   EXPECT_EQ(options->Station.SpeedUp, 20);
   EXPECT_FALSE(options->LeftToChance);
+  ASSERT_TRUE(options->Station.Wall);
+  EXPECT_EQ(options->Station.Wall->Shape, WallShape::kCylinderUpright);
+  EXPECT_EQ(options->Station.Wall->Distance, 20);
+  EXPECT_EQ(options->Station.Wall->Curvature, -0.5);
+  EXPECT_EQ(options->Station.Wall->Axis, LensAxis::kMiddle);
 }
 
 TEST(ProjectorOptions, ChooseThePlaceToServe) {

@@ -71,6 +71,10 @@ TEST(Station, RebuildsTheLineScalesAndDrawsThemBeforeItAnswers) {
   at.Send("01DF000009040005000090051F20C6");
   at.Send(kShow);
   EXPECT_NE(picture(), flat);
+  StationSetup setup = world.Setup();
+  setup.Wall.emplace();
+  const Station on_wall(setup);
+  EXPECT_NE(picture(), flat) << "bent";
 }
 
 TEST(Station, KeepsTheStoredSetOverARestart) {
