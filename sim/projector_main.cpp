@@ -105,7 +105,7 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
   if (!options.Headless) {
     const warpline::sim::WindowRequest request{
         station, TextOf(server, options), options.Language,
-        [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }};
+        [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }, options.Station.Wall};
     options.Headless = !RunWindow(request);
     if (options.Headless) std::cerr << TextsOf(options)[ProjectorText::kNoWindow] << std::endl;
   }

@@ -95,6 +95,12 @@ namespace warpline::sim {
   X(TabRegisters)                   \
   X(TabFrames)                      \
   X(TabFaults)                      \
+  X(ShownSet)                       \
+  X(KeptSet)                        \
+  X(NoCorrection)                   \
+  X(SomeCorrection)                 \
+  X(SameCorrection)                 \
+  X(OtherCorrection)                \
   X(Power)                          \
   X(PowerStandby)                   \
   X(PowerOn)                        \
@@ -151,6 +157,11 @@ namespace warpline::sim {
   X(Curvature)                      \
   X(Radius)                         \
   X(Angle)                          \
+  X(Flat)                           \
+  X(Convex)                         \
+  X(Concave)                        \
+  X(UncorrectedHint)                \
+  X(Uncorrected)                    \
   X(LensAxis)                       \
   X(AxisTop)                        \
   X(AxisMiddle)                     \

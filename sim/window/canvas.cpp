@@ -11,7 +11,7 @@ namespace warpline::sim {
 
 Canvas::Canvas(wxWindow* parent) : wxPanel(parent, wxID_ANY) {
   SetBackgroundStyle(wxBG_STYLE_PAINT);
-  SetMinSize(FromDIP(wxSize(320, 240)));
+  SetMinSize(FromDIP(wxSize(160, 120)));
   SetName("canvas");
   Bind(wxEVT_PAINT, &Canvas::Paint, this);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {

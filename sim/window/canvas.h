@@ -15,6 +15,7 @@ class Canvas : public wxPanel {
   explicit Canvas(wxWindow* parent);
 
   void Show(const RgbImage& image);
+  const wxBitmap& Shown() const { return bitmap_; }
 
   // 0: as large as it fits.
   void SetZoom(int zoom);

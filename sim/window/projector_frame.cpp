@@ -13,8 +13,9 @@ namespace warpline::sim {
 namespace {
 
 constexpr int kLookMilliseconds = 30;
-constexpr int kPaneWidth = 450;   // DIP
-constexpr int kBannerBorder = 6;  // DIP
+constexpr int kPaneWidth = 450;     // DIP
+constexpr int kRoomForPanes = 850;  // DIP; a narrower window shows the picture alone
+constexpr int kBannerBorder = 6;    // DIP
 
 PanelSize SizeOf(const wxSize& size) {
   return {std::max(size.GetWidth(), 2), std::max(size.GetHeight(), 2)};
@@ -48,11 +49,16 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
   Bind(wxEVT_CHAR_HOOK, &ProjectorFrame::PressKey, this);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
+    ArrangePanes();
     WrapBanner();
   });
-  ChooseView(false);
+  ChooseView(request.Wall.has_value());
   canvas_->SetFocusIgnoringChildren();
   timer_.Start(kLookMilliseconds);
+}
+
+wxSize ProjectorFrame::DoGetBestClientSize() const {
+  return FromDIP(wxSize(400, 300));
 }
 
 wxSizer* ProjectorFrame::BuildBanner() {
@@ -77,7 +83,16 @@ wxSizer* ProjectorFrame::BuildBanner() {
 wxWindow* ProjectorFrame::BuildPicture(wxWindow* parent) {
   auto* const side = new wxPanel(parent, wxID_ANY);
   canvas_ = new Canvas(side);
-  wall_bar_ = new WallBar(side, texts_, [this](const Wall&) { Redraw(); });
+  canvas_->Bind(wxEVT_KEY_UP, [this](wxKeyEvent& event) {
+    event.Skip();
+    if (event.GetKeyCode() == kUncorrectedKey) ShowUncorrected(false);
+  });
+  canvas_->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+    event.Skip();
+    ShowUncorrected(false);
+  });
+  wall_bar_ =
+      new WallBar(side, texts_, request_.Wall.value_or(Wall{}), [this](const Wall&) { Redraw(); });
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(canvas_, wxSizerFlags(1).Expand());
   column->Add(wall_bar_, wxSizerFlags().Expand());
@@ -91,6 +106,7 @@ wxWindow* ProjectorFrame::BuildPicture(wxWindow* parent) {
 
 wxWindow* ProjectorFrame::BuildPanes(wxWindow* parent) {
   panes_ = new wxNotebook(parent, wxID_ANY);
+  panes_->SetName("pages");
   state_pane_ = new StatePane(panes_, texts_);
   registers_ = new RegisterList(panes_, texts_);
   frames_ = new FrameList(panes_, texts_);
@@ -161,6 +177,10 @@ void ProjectorFrame::WrapBanner() {
 void ProjectorFrame::Redraw() {
   if (state_.Working[kHorizontal][kCorre0].empty()) return;  // not looked yet
   shown_ = PanelAsShown(source_, state_.Working, state_.Setup.PowerState, marks_ && !wall_view_);
+  if (uncorrected_) {
+    const RegisterSet neutral = NeutralRegisters(state_.Setup.Panel);
+    shown_.Image = PanelAsShown(source_, neutral, state_.Setup.PowerState, false).Image;
+  }
   if (!wall_view_) {
     StampWord(shown_.Image);
     canvas_->Show(shown_.Image);
@@ -168,6 +188,7 @@ void ProjectorFrame::Redraw() {
   }
   const wxSize screen = canvas_->GetClientSize() * canvas_->GetContentScaleFactor();
   on_wall_ = WallPicture(shown_.Image, wall_bar_->Chosen(), SizeOf(screen));
+  DrawStraightFrame(on_wall_, wall_bar_->Chosen(), state_.Setup.Panel);
   StampWord(on_wall_);
   canvas_->Show(on_wall_);
 }
@@ -184,16 +205,32 @@ void ProjectorFrame::ChooseView(bool wall) {
   Redraw();
 }
 
+// The key's release is told to the part that has the focus.
+void ProjectorFrame::ShowUncorrected(bool uncorrected) {
+  if (uncorrected == uncorrected_) return;
+  if (uncorrected) canvas_->SetFocusIgnoringChildren();
+  uncorrected_ = uncorrected;
+  wall_bar_->TellUncorrected(uncorrected);
+  Redraw();
+}
+
 // Keys reach the window only while one of its visible parts has the focus.
 void ProjectorFrame::SwitchFullScreen(bool full) {
   canvas_->SetFocusIgnoringChildren();
   ShowFullScreen(full);
-  if (full) {
+  ArrangePanes();
+}
+
+void ProjectorFrame::ArrangePanes() {
+  const bool room = !IsFullScreen() && GetClientSize().GetWidth() >= FromDIP(kRoomForPanes);
+  if (room == splitter_->IsSplit()) return;
+  if (!room) {
+    if (panes_->IsDescendant(FindFocus())) canvas_->SetFocusIgnoringChildren();
     splitter_->Unsplit();
-  } else if (!splitter_->IsSplit()) {
-    panes_->Show();
-    splitter_->SplitVertically(splitter_->GetWindow1(), panes_, -FromDIP(kPaneWidth));
+    return;
   }
+  panes_->Show();
+  splitter_->SplitVertically(splitter_->GetWindow1(), panes_, -FromDIP(kPaneWidth));
 }
 
 void ProjectorFrame::OpenPicture() {

@@ -34,6 +34,11 @@ class ProjectorFrame : public wxFrame {
  private:
   struct Item;
 
+  static constexpr int kUncorrectedKey = 'U';
+
+  // A window smaller than all that it holds shows the picture alone.
+  wxSize DoGetBestClientSize() const override;
+
   void BuildMenus();
   std::vector<Item> PictureItems();
   std::vector<Item> ViewItems();
@@ -54,6 +59,8 @@ class ProjectorFrame : public wxFrame {
   void Redraw();
   void ChoosePattern(TestPattern pattern);
   void ChooseView(bool wall);
+  void ShowUncorrected(bool uncorrected);
+  void ArrangePanes();
   void SwitchFullScreen(bool full);
   void OpenPicture();
   void SavePicture();
@@ -83,6 +90,7 @@ class ProjectorFrame : public wxFrame {
   ShownPicture shown_;
   RgbImage on_wall_;
   bool wall_view_ = false;
+  bool uncorrected_ = false;  // while the key is held
   bool marks_ = true;
   bool ending_ = false;
 };

@@ -65,8 +65,9 @@ std::vector<ProjectorFrame::Item> ProjectorFrame::ViewItems() {
     Redraw();
   };
   using enum ProjectorText;
-  return {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, true},
-          {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO},
+  const bool wall = request_.Wall.has_value();
+  return {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, !wall},
+          {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO, wall},
           {kItemFit, zoom(0)},
           {kItemActual, zoom(1)},
           {kItemDouble, zoom(2)},
@@ -120,6 +121,10 @@ void ProjectorFrame::PressKey(wxKeyEvent& event) {
   if (event.GetKeyCode() == WXK_ESCAPE && IsFullScreen()) SwitchFullScreen(false);
   const bool typing = dynamic_cast<wxSpinCtrl*>(FindFocus()) != nullptr;
   if (typing || event.GetModifiers() != wxMOD_NONE) return;
+  if (event.GetKeyCode() == kUncorrectedKey) {
+    event.Skip(false);
+    ShowUncorrected(true);
+  }
   for (const KeyRow& row : kKeys) {
     if (row.key != event.GetKeyCode()) continue;
     event.Skip(false);

@@ -14,13 +14,16 @@ namespace {
 constexpr std::size_t kShownBytes = 64;
 constexpr std::size_t kShownDigits = 64;
 
+// What matters comes first; the counters stand below it.
+constexpr std::size_t kMainRows = 4;
 constexpr std::array kRows{
-    ProjectorText::kPower,    ProjectorText::kInput,       ProjectorText::kMode,
-    ProjectorText::kPanel,    ProjectorText::kModelClass,  ProjectorText::kReply5,
-    ProjectorText::kFrames,   ProjectorText::kBytesIn,     ProjectorText::kBytesOut,
-    ProjectorText::kRefusals, ProjectorText::kShows,       ProjectorText::kStores,
-    ProjectorText::kLinks,    ProjectorText::kRowsAtLimit, ProjectorText::kColumnsAtLimit,
-    ProjectorText::kSeed,     ProjectorText::kMismatches,
+    ProjectorText::kShownSet,    ProjectorText::kKeptSet,        ProjectorText::kMode,
+    ProjectorText::kPanel,       ProjectorText::kPower,          ProjectorText::kInput,
+    ProjectorText::kModelClass,  ProjectorText::kReply5,         ProjectorText::kFrames,
+    ProjectorText::kRefusals,    ProjectorText::kShows,          ProjectorText::kStores,
+    ProjectorText::kRowsAtLimit, ProjectorText::kColumnsAtLimit, ProjectorText::kLinks,
+    ProjectorText::kBytesIn,     ProjectorText::kBytesOut,       ProjectorText::kSeed,
+    ProjectorText::kMismatches,
 };
 
 std::string PowerText(const ProjectorTexts& texts, const StationSnapshot& state) {
@@ -29,24 +32,47 @@ std::string PowerText(const ProjectorTexts& texts, const StationSnapshot& state)
   return texts.Fill(key, {std::to_string((state.PowerLeft.count() + 999) / 1000)});
 }
 
+// An optical centre alone moves nothing.
+bool IsCorrection(RegisterSet set, PanelSize panel) {
+  const RegisterSet neutral = NeutralRegisters(panel);
+  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
+    set[axis][kOptCenter] = neutral[axis][kOptCenter];
+  }
+  return set != neutral;
+}
+
+ProjectorText ShownText(const StationSnapshot& state) {
+  return IsCorrection(state.Working, state.Setup.Panel) ? ProjectorText::kSomeCorrection
+                                                        : ProjectorText::kNoCorrection;
+}
+
+ProjectorText KeptText(const StationSnapshot& state) {
+  if (!IsCorrection(state.Stored, state.Setup.Panel)) return ProjectorText::kNoCorrection;
+  return state.Stored == state.Working ? ProjectorText::kSameCorrection
+                                       : ProjectorText::kOtherCorrection;
+}
+
+// In the order of the rows.
 std::vector<std::string> Values(const ProjectorTexts& texts, const StationSnapshot& state,
                                 const ShownPicture& shown) {
   const PanelSize panel = state.Setup.Panel;
-  return {PowerText(texts, state),
-          std::to_string(state.Input),
+  return {texts[ShownText(state)],
+          texts[KeptText(state)],
           std::to_string(state.Mode),
           std::to_string(panel.Width) + "x" + std::to_string(panel.Height),
+          PowerText(texts, state),
+          std::to_string(state.Input),
           std::to_string(state.Setup.ModelClass),
           std::to_string(state.Setup.Reply5),
           std::to_string(state.Count.Exchanges),
-          std::to_string(state.BytesIn),
-          std::to_string(state.BytesOut),
           std::to_string(state.Count.Refused),
           std::to_string(state.Count.Shows),
           std::to_string(state.Count.Stores),
-          std::to_string(state.Links) + " (" + std::to_string(state.OpenLinks) + ")",
           std::to_string(shown.RowsAtLimit),
           std::to_string(shown.ColumnsAtLimit),
+          std::to_string(state.Links) + " (" + std::to_string(state.OpenLinks) + ")",
+          std::to_string(state.BytesIn),
+          std::to_string(state.BytesOut),
           std::to_string(state.Seed),
           std::to_string(state.Mismatches)};
 }
@@ -71,6 +97,8 @@ StatePane::StatePane(wxWindow* parent, const ProjectorTexts& texts)
     grid->Add(new wxStaticText(this, wxID_ANY, Label(texts, key)));
     values_.push_back(new wxStaticText(this, wxID_ANY, ""));
     grid->Add(values_.back());
+    if (values_.size() != kMainRows) continue;
+    for (int column = 0; column < grid->GetCols(); ++column) grid->AddSpacer(FromDIP(8));
   }
   auto* const border = new wxBoxSizer(wxVERTICAL);
   border->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));

@@ -12,7 +12,7 @@
 
 namespace warpline::sim {
 
-// Power, input, mode and counters in a column.
+// What is shown and kept, mode, panel and the rest of the state in a column, the counters below.
 class StatePane : public wxPanel {
  public:
   StatePane(wxWindow* parent, const ProjectorTexts& texts);

@@ -2,6 +2,7 @@
 
 #include <wx/sizer.h>
 
+#include <cmath>
 #include <iomanip>
 #include <sstream>
 #include <string>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int kTenths = 10;  // slider steps a metre
 constexpr int kHundredths = 100;
-constexpr int kFirstCurvature = 20;
 constexpr int kLensAxisCount = 3;
 
 // One digit behind the point.
@@ -26,26 +26,22 @@ std::string Tenths(double value) {
 
 }  // namespace
 
-WallBar::WallBar(wxWindow* parent, const ProjectorTexts& texts,
+WallBar::WallBar(wxWindow* parent, const ProjectorTexts& texts, const Wall& first,
                  std::function<void(const Wall&)> changed)
-    : wxPanel(parent, wxID_ANY), texts_(texts), changed_(std::move(changed)) {
+    : wxPanel(parent, wxID_ANY), texts_(texts), changed_(std::move(changed)), wall_(first) {
   shape_ = Choice("wall_shape", ProjectorText::kWallFlat, kWallShapeCount);
   shape_->SetSelection(static_cast<int>(wall_.Shape));
   axis_ = Choice("lens_axis", ProjectorText::kAxisTop, kLensAxisCount);
   axis_->SetSelection(static_cast<int>(wall_.Axis));
-  distance_ =
-      Slider("wall_distance", static_cast<int>(kMinDistance * kTenths),
-             static_cast<int>(kMaxDistance * kTenths), static_cast<int>(wall_.Distance * kTenths));
-  curvature_ = Slider("wall_curvature", -kHundredths, kHundredths, kFirstCurvature);
-  // As wide as they will ever be.
-  distance_text_ =
-      new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kMetres, {"20.0"})));
-  curvature_text_ =
-      new wxStaticText(this, wxID_ANY, Wx(texts.Fill(ProjectorText::kRadius, {"-100.0"})));
-  for (wxStaticText* text : {distance_text_, curvature_text_})
-    text->SetMinSize(text->GetBestSize());
+  distance_ = Slider("wall_distance", kMinDistance, kMaxDistance, wall_.Distance, kTenths);
+  curvature_ = Slider("wall_curvature", -1, 1, wall_.Curvature, kHundredths);
+  distance_text_ = ValueText("distance_text", texts.Fill(ProjectorText::kMetres, {"20.0"}));
+  curvature_text_ = ValueText("curvature_text", texts.Fill(ProjectorText::kRadius, {"100.0"}));
+  hint_ = new wxStaticText(this, wxID_ANY, "");
+  hint_->SetName("wall_hint");
   auto* const border = new wxBoxSizer(wxVERTICAL);
   border->Add(LayControls(), wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
+  border->Add(hint_, wxSizerFlags().Border(wxLEFT | wxBOTTOM, FromDIP(6)));
   SetSizer(border);
   Follow();
 }
@@ -75,12 +71,41 @@ wxChoice* WallBar::Choice(const char* name, ProjectorText first, int count) {
   return choice;
 }
 
-wxSlider* WallBar::Slider(const char* name, int least, int most, int value) {
-  auto* const slider = new wxSlider(this, wxID_ANY, value, least, most);
+// From least to most, with so many steps a unit.
+wxSlider* WallBar::Slider(const char* name, double least, double most, double value, int steps) {
+  const auto step = [steps](double number) {
+    return static_cast<int>(std::lround(number * steps));
+  };
+  auto* const slider = new wxSlider(this, wxID_ANY, step(value), step(least), step(most));
   slider->SetMinSize(FromDIP(wxSize(80, -1)));
   slider->SetName(name);
   slider->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) { Follow(); });
   return slider;
+}
+
+wxStaticText* WallBar::ValueText(const char* name, const std::string& widest) {
+  auto* const text = new wxStaticText(this, wxID_ANY, Wx(widest));
+  text->SetName(name);
+  text->SetMinSize(text->GetBestSize());
+  return text;
+}
+
+void WallBar::TellUncorrected(bool uncorrected) {
+  const double curvature = wall_.Shape == WallShape::kFlat ? 0 : wall_.Curvature;
+  const ProjectorText word = curvature > 0   ? ProjectorText::kConvex
+                             : curvature < 0 ? ProjectorText::kConcave
+                                             : ProjectorText::kFlat;
+  hint_->SetLabel(uncorrected ? Label(texts_, ProjectorText::kUncorrected)
+                              : Wx(texts_.Fill(ProjectorText::kUncorrectedHint, {texts_[word]})));
+}
+
+// A corner by the angle between its walls, seen from the projector.
+std::string WallBar::CurvatureText() const {
+  const double curvature = wall_.Curvature;
+  const bool corner = wall_.Shape == WallShape::kCorner || wall_.Shape == WallShape::kCeiling;
+  if (wall_.Shape == WallShape::kFlat || curvature == 0) return {};
+  return corner ? texts_.Fill(ProjectorText::kAngle, {Tenths(180 + 90 * curvature)})
+                : texts_.Fill(ProjectorText::kRadius, {Tenths(1 / std::abs(curvature))});
 }
 
 void WallBar::Follow() {
@@ -89,15 +114,8 @@ void WallBar::Follow() {
   wall_.Distance = static_cast<double>(distance_->GetValue()) / kTenths;
   wall_.Curvature = static_cast<double>(curvature_->GetValue()) / kHundredths;
   distance_text_->SetLabel(Wx(texts_.Fill(ProjectorText::kMetres, {Tenths(wall_.Distance)})));
-  const bool flat = wall_.Shape == WallShape::kFlat || wall_.Curvature == 0;
-  const bool corner = wall_.Shape == WallShape::kCorner || wall_.Shape == WallShape::kCeiling;
-  std::string curvature;
-  if (!flat && corner) {
-    curvature = texts_.Fill(ProjectorText::kAngle, {Tenths(180 + 90 * wall_.Curvature)});
-  } else if (!flat) {
-    curvature = texts_.Fill(ProjectorText::kRadius, {Tenths(1 / wall_.Curvature)});
-  }
-  curvature_text_->SetLabel(Wx(curvature));
+  curvature_text_->SetLabel(Wx(CurvatureText()));
+  TellUncorrected(false);
   curvature_->Enable(wall_.Shape != WallShape::kFlat);
   changed_(wall_);
 }

@@ -6,6 +6,7 @@
 #include <wx/stattext.h>
 
 #include <functional>
+#include <string>
 
 #include "picture/wall.h"
 #include "sim/texts/projector_texts.h"
@@ -15,13 +16,20 @@ namespace warpline::sim {
 // The controls of the wall: its shape, distance, curvature, and where the lens's axis lies.
 class WallBar : public wxPanel {
  public:
-  WallBar(wxWindow* parent, const ProjectorTexts& texts, std::function<void(const Wall&)> changed);
+  WallBar(wxWindow* parent, const ProjectorTexts& texts, const Wall& first,
+          std::function<void(const Wall&)> changed);
   const Wall& Chosen() const { return wall_; }
+
+  // Tells that the uncorrected picture is shown, or else how the wall is bent and by which key the
+  // uncorrected picture is shown.
+  void TellUncorrected(bool uncorrected);
 
  private:
   wxChoice* Choice(const char* name, ProjectorText first, int count);
-  wxSlider* Slider(const char* name, int least, int most, int value);
+  wxSlider* Slider(const char* name, double least, double most, double value, int steps);
+  wxStaticText* ValueText(const char* name, const std::string& widest);
   wxSizer* LayControls();
+  std::string CurvatureText() const;
   void Follow();
 
   const ProjectorTexts& texts_;
@@ -33,6 +41,7 @@ class WallBar : public wxPanel {
   wxSlider* curvature_;
   wxStaticText* curvature_text_;
   wxChoice* axis_;
+  wxStaticText* hint_;
 };
 
 }  // namespace warpline::sim

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/texts.h"
+#include "picture/wall.h"
 #include "sim/station/station.h"
 
 // The projector's window, seen from the program. The toolkit takes its time to be loaded, so where
@@ -15,7 +17,8 @@ struct WindowRequest {
   sim::Station& Station;
   std::string Place;  // where the projector listens, for the title
   warpline::Language Language = warpline::Language::kEnglish;
-  std::function<bool()> StopWanted;  // asked now and then; true closes the window
+  std::function<bool()> StopWanted;         // asked now and then; true closes the window
+  std::optional<warpline::Wall> Wall = {};  // to begin with, in the wall view; none: panel view
 };
 
 // Runs until the window is closed. False when there can be no window: this program was built

@@ -2,7 +2,11 @@
 
 #include <wx/evtloop.h>
 #include <wx/menu.h>
+#include <wx/notebook.h>
 
+#include <numeric>
+
+#include "sim/window/first_size.h"
 #include "sim/window/projector_frame.h"
 #include "tests/support/comes_true.h"
 #include "tests/support/sim_hex.h"
@@ -39,6 +43,15 @@ struct World {
     wxKeyEvent event(wxEVT_CHAR_HOOK);
     event.m_keyCode = key;
     frame->ProcessWindowEvent(event);
+  }
+
+  // The first texts of the State page.
+  std::string FirstOfState(int count) {
+    std::string texts;
+    for (const wxWindow* text : Find<wxNotebook>("pages").GetPage(0)->GetChildren()) {
+      if (count-- > 0) texts += text->GetLabel().utf8_string() + "|";
+    }
+    return texts;
   }
 
   void Choose(const char* menu, const char* item) {
@@ -115,6 +128,12 @@ TEST(ProjectorWindow, FollowsWhatArrives) {
   EXPECT_EQ(frames.GetItemCount(), 2);
   EXPECT_EQ(frames.GetItemText(0, 1), "Show (1)");
   EXPECT_EQ(frames.GetItemText(1, 2), "01 DF 00 00 06 08 00 02 00 33 44 67");
+  EXPECT_EQ(world.FirstOfState(8),
+            "Shown|a correction|Kept|no correction|Picture mode|0|Panel|1024x768|");
+  world.station.Exchange(link, FromHex(kStore));
+  EXPECT_TRUE(World::WaitUntil([&] {
+    return world.FirstOfState(4) == "Shown|a correction|Kept|what is shown|";
+  })) << world.FirstOfState(4);
 }
 
 TEST(ProjectorWindow, ChangesItsViewByKeys) {
@@ -123,11 +142,42 @@ TEST(ProjectorWindow, ChangesItsViewByKeys) {
   EXPECT_FALSE(shape.GetParent()->IsShown());
   world.Key('W');
   EXPECT_TRUE(shape.GetParent()->IsShown());
+  auto& hint = world.Find<wxStaticText>("wall_hint");
+  EXPECT_TRUE(hint.GetLabel().StartsWith("Concave screen.")) << hint.GetLabel();
+  world.Find<wxSlider>("wall_curvature").SetValue(40);
+  World::Press(world.Find<wxSlider>("wall_curvature"), wxEVT_SLIDER);
+  EXPECT_TRUE(hint.GetLabel().StartsWith("Convex screen.")) << hint.GetLabel();
   shape.SetStringSelection("Flat");
   World::Press(shape, wxEVT_CHOICE);
   EXPECT_FALSE(world.Find<wxSlider>("wall_curvature").IsEnabled());
   world.Key('P');
   EXPECT_FALSE(shape.GetParent()->IsShown());
+}
+
+TEST(ProjectorWindow, ShowsTheUncorrectedPictureWhileAKeyIsHeld) {
+  World world;
+  auto& canvas = world.Find<Canvas>("canvas");
+  const auto light = [&canvas] {
+    if (!canvas.Shown().IsOk()) return 0L;
+    const wxImage image = canvas.Shown().ConvertToImage();
+    return std::accumulate(image.GetData(), image.GetData() + 3 * 1024 * 768, 0L);
+  };
+  const auto release = [&canvas](int key) {
+    wxKeyEvent event(wxEVT_KEY_UP);
+    event.m_keyCode = key;
+    canvas.ProcessWindowEvent(event);
+  };
+  ASSERT_TRUE(World::WaitUntil([&] { return light() > 0; }));
+  const long uncorrected = light();
+  const int link = world.station.OpenLink();
+  for (const char* frame : {kWriteScroll, kShow}) world.station.Exchange(link, FromHex(frame));
+  ASSERT_TRUE(World::WaitUntil([&] { return light() != uncorrected; }));
+  world.Key('U');
+  EXPECT_EQ(light(), uncorrected);
+  release('W');
+  EXPECT_EQ(light(), uncorrected);
+  release('U');
+  EXPECT_NE(light(), uncorrected);
 }
 
 TEST(ProjectorWindow, LeavesFullScreenByEscape) {
@@ -140,6 +190,19 @@ TEST(ProjectorWindow, LeavesFullScreenByEscape) {
   EXPECT_FALSE(world.frame->IsFullScreen());
   EXPECT_TRUE(panes.IsShown());
   EXPECT_TRUE(world.frame->GetMenuBar()->IsShown());
+  world.frame->SetSize(500, 400);
+  EXPECT_TRUE(World::WaitUntil([&] { return !panes.IsShown(); })) << "a narrow window";
+}
+
+TEST(ProjectorWindow, BeginsBesideTheWindowsOfTheTool) {
+  const wxRect main(0, 0, 560, 385);
+  const wxRect preview(565, 0, 642, 505);
+  for (const wxSize& screen : {wxSize(1366, 728), wxSize(1280, 1024), wxSize(1920, 1080)}) {
+    const wxSize size = FirstSize(screen);
+    const wxRect place(wxPoint(0, screen.y - size.y), size);
+    EXPECT_FALSE(place.Intersects(main) || place.Intersects(preview)) << size.x << "x" << size.y;
+    EXPECT_TRUE(wxRect(screen).Contains(place));
+  }
 }
 
 TEST(ProjectorWindow, EndsThoughADialogWaits) {
