@@ -1,5 +1,6 @@
 #include "app/deviation_report.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/catalogue.h"
@@ -7,6 +8,13 @@
 #include "core/fault.h"
 
 namespace warpline {
+namespace {
+
+std::string Tenths(double pixels) {
+  return ShortestText(std::nearbyint(pixels * 10) / 10);
+}
+
+}  // namespace
 
 std::optional<Deviation> FindDeviation(const CorrectionData& correction, PanelSize panel) {
   try {
@@ -20,10 +28,13 @@ std::string DeviationText(const LSSglobal& global, Axis axis, const AxisDeviatio
   if (deviation.Ranges.empty()) return {};
   const ToolText key =
       axis == kHorizontal ? ToolText::kDeviationHorizontal : ToolText::kDeviationVertical;
-  return FilledText(
-      TextOf(global, key),
-      {std::to_string(deviation.Ranges.front().First), std::to_string(deviation.Ranges.back().Last),
-       ShortestText(std::nearbyint(deviation.Pixels * 10) / 10)});
+  return FilledText(TextOf(global, key),
+                    {std::to_string(deviation.Ranges.front().First),
+                     std::to_string(deviation.Ranges.back().Last), Tenths(deviation.Pixels)});
+}
+
+std::string DeviationPixels(const Deviation& deviation) {
+  return Tenths(std::max(deviation[kHorizontal].Pixels, deviation[kVertical].Pixels));
 }
 
 std::string DeviationText(const LSSglobal& global, const Deviation& deviation) {

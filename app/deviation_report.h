@@ -16,6 +16,9 @@ std::optional<Deviation> FindDeviation(const CorrectionData& correction, PanelSi
 // language in force. Empty when the projector follows.
 std::string DeviationText(const LSSglobal& global, Axis axis, const AxisDeviation& deviation);
 
+// How far the worse axis is off, in pixels with a tenth.
+std::string DeviationPixels(const Deviation& deviation);
+
 // Those of both axes, one behind the other.
 std::string DeviationText(const LSSglobal& global, const Deviation& deviation);
 

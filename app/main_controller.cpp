@@ -60,11 +60,6 @@ std::optional<warpline::Deviation> MainController::Deviation() const {
   return FindDeviation(global_.Correction, global_.Panel);
 }
 
-std::string MainController::DeviationText() const {
-  const std::optional<warpline::Deviation> deviation = Deviation();
-  return deviation ? warpline::DeviationText(global_, *deviation) : std::string();
-}
-
 void MainController::SelectScreenType(int type) {
   const bool exists = type >= 0 && type < kScreenTypeCount;
   if (!exists || ConfirmSaveChanges() == SaveAnswer::kAbort) {

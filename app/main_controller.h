@@ -79,9 +79,6 @@ class MainController {
   // without registers, as Apply says.
   std::optional<warpline::Deviation> Deviation() const;
 
-  // The same in words. Empty when it follows, or for nothing.
-  std::string DeviationText() const;
-
   // Choosing in the screen list. Asks for unsaved changes first; on abort nothing changes and the
   // list is set back.
   void SelectScreenType(int type);

@@ -1,5 +1,6 @@
 #include "app/status_line.h"
 
+#include "app/deviation_report.h"
 #include "core/catalogue.h"
 
 namespace warpline {
@@ -44,14 +45,29 @@ std::string ShownText(const LSSglobal& global, const ProjectorRecord& record) {
   return FilledText(TextOf(global, ToolText::kShownAndKept), {shown, TextOf(global, kept)});
 }
 
+void NoteDeviation(const LSSglobal& global, StatusLine& line) {
+  const std::optional<Deviation> deviation = FindDeviation(global.Correction, global.Panel);
+  if (!deviation) return;
+  line.detail = DeviationText(global, *deviation);
+  if (!line.detail.empty()) {
+    line.note = FilledText(TextOf(global, ToolText::kDeviationNote), {DeviationPixels(*deviation)});
+  }
+}
+
 }  // namespace
 
 StatusLine StatusOf(const Engine& engine) {
   const LSSglobal& global = engine.global;
-  if (global.Settings.DemoMode == 1) return {TextOf(global, ToolText::kNothingSent), "", "", false};
-  StatusLine line{LinkText(global), ShownText(global, engine.commands.Record()),
-                  engine.commands.RepeatedFailure(), false};
-  line.retry = !line.note.empty();
+  StatusLine line;
+  NoteDeviation(global, line);
+  if (global.Settings.DemoMode == 1) {
+    line.link = TextOf(global, ToolText::kNothingSent);
+    return line;
+  }
+  line.link = LinkText(global);
+  line.shown = ShownText(global, engine.commands.Record());
+  line.retry = !engine.commands.RepeatedFailure().empty();
+  if (line.retry) line.note = line.detail = engine.commands.RepeatedFailure();
   if (engine.commands.Stopped()) line.note = TextOf(global, ToolText::kSendingStopped);
   return line;
 }

@@ -80,7 +80,7 @@ void TellDeviation(Session& session, const std::filesystem::path& path,
     const Deviation deviation = DeviationOf(correction, panel);
     for (const Axis axis : {kHorizontal, kVertical}) {
       const std::string text = DeviationText(session.engine.global, axis, deviation[axis]);
-      if (!text.empty()) session.display.Show({}, text, MessageIcon::kWarning);
+      if (!text.empty()) session.engine.messages.ShowSystemError(text);
     }
     return true;
   });

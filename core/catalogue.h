@@ -40,7 +40,8 @@ inline constexpr int kMessageCount = 219;
   X(SendingStep)               \
   X(SendingStopped)            \
   X(DeviationHorizontal)       \
-  X(DeviationVertical)
+  X(DeviationVertical)         \
+  X(DeviationNote)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

@@ -105,8 +105,7 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
   all->Add(CreateButtonLine(controls, panel, make), wxSizerFlags().Expand().Border(wxALL, edge));
   controls.status = std::make_unique<MainStatus>(panel, global, status_handlers);
   all->Add(new wxStaticLine(panel), wxSizerFlags().Expand());
-  all->Add(controls.status->Sizer(),
-           wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge).Border(wxTOP | wxBOTTOM, 2));
+  all->Add(controls.status->Sizer(), wxSizerFlags().Expand().Border(wxALL, Gap(panel) / 2));
   panel->SetSizer(all);
   return controls;
 }

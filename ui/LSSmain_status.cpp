@@ -9,11 +9,11 @@ namespace warpline {
 namespace {
 
 // What does not fit on the line can be read by pointing at it.
-void SetText(wxStaticText& place, const std::string& utf8) {
+void SetText(wxStaticText& place, const std::string& utf8, const std::string& detail = {}) {
   const wxString text = wxControl::EscapeMnemonics(WxText(utf8));
-  if (place.GetLabel() == text) return;
-  place.SetLabel(text);
-  place.SetToolTip(WxText(utf8));
+  const wxString whole = WxText(detail.empty() ? utf8 : detail);
+  if (place.GetLabel() != text) place.SetLabel(text);
+  if (place.GetToolTipText() != whole) place.SetToolTip(whole);
 }
 
 }  // namespace
@@ -44,7 +44,7 @@ wxStaticText* MainStatus::Create(wxWindow* parent, const wxString& name, int pro
 void MainStatus::Show(const StatusLine& line) {
   SetText(*link_, line.link);
   SetText(*shown_, line.shown);
-  SetText(*note_, line.note);
+  SetText(*note_, line.note, line.detail);
   SetOffer(line.retry ? Offer::kRetry : Offer::kNothing);
 }
 

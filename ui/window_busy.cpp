@@ -94,6 +94,7 @@ void WindowBusy::ShowStep(int step, int steps) {
 
 void WindowBusy::EndSteps() {
   step_ = steps_ = 0;
+  cancelled_ = Cancelled();  // the dialog that knows goes
   if (progress_) progress_->End();
 }
 

@@ -170,12 +170,12 @@ TEST(MainController, CommandInsideACommandDoesNothing) {
 TEST(MainController, PreviewMarksDeviationsAndReportsFaults) {
   ControllerRig rig;
   EXPECT_EQ(rig.controller.Preview().size(), 13U);
-  EXPECT_EQ(rig.controller.DeviationText(), "");
+  EXPECT_EQ(rig.controller.Status().detail, "");
   rig.H() = rig.V() = Parameters(150, -13);
   rig.V().Distortion = 0;
   EXPECT_EQ(rig.controller.Preview().size(), 14U) << "with an area";
   rig.global.Panel = {1280, 800};
-  EXPECT_EQ(rig.controller.DeviationText(),
+  EXPECT_EQ(rig.controller.Status().detail,
             "The projector cannot follow the horizontal correction between rows 0 and 799: up to "
             "1280 pixels off.");
   rig.global.Correction.Curves[kHorizontal].CorreDataPts[1].X = 0;

@@ -63,7 +63,10 @@ class RecordingBusy : public BusyIndicator {
     if (on_begin) on_begin();
   }
   void EndBusy() override { --depth; }
-  void ProcessPendingEvents() override { ++event_rounds; }
+  void ProcessPendingEvents() override {
+    ++event_rounds;
+    if (on_events) on_events();
+  }
   void ShowStep(int step, int steps) override {
     shown_steps.push_back(std::to_string(step) + "/" + std::to_string(steps));
     if (on_step) on_step(step);
@@ -79,6 +82,7 @@ class RecordingBusy : public BusyIndicator {
   bool cancelled = false;
   std::function<void()> on_begin;
   std::function<void(int step)> on_step;
+  std::function<void()> on_events;
 };
 
 }  // namespace warpline

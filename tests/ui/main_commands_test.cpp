@@ -235,6 +235,62 @@ TEST_F(OpenedWindow, BusyWindowRepaintsAndTakesNoCommands) {
   EXPECT_NE(rig.window, nullptr);
 }
 
+// Acts, once, on the first event round in which it finds what it waits for.
+class Meanwhile : public wxTimer {
+ public:
+  explicit Meanwhile(std::function<bool()> act) : act_(std::move(act)) { Start(5); }
+  ~Meanwhile() override { EXPECT_TRUE(acted_); }
+  void Notify() override {
+    acted_ = act_();
+    if (acted_) Stop();
+  }
+
+ private:
+  std::function<bool()> act_;
+  bool acted_ = false;
+};
+
+TEST_F(OpenedWindow, LongWorkShowsProgressThatCanBeCancelled) {
+  rig.server.SetFaults({"always:late=150"});
+  rig.Move("ctrl_bar1", 30);
+  const Meanwhile cancel([&] {
+    wxWindow* dialog = wxWindow::FindWindowByName("work_progress");
+    if (dialog == nullptr) return false;
+    EXPECT_EQ(dialog->FindWindow(wxID_CANCEL)->GetLabel(), "Cancel");
+    wxCommandEvent pressed(wxEVT_BUTTON, wxID_CANCEL);
+    dialog->ProcessWindowEvent(pressed);
+    return true;
+  });
+  const std::string sent = rig.Press("applybutton");
+  EXPECT_EQ(std::string(kApplyWords).find(sent), 0U) << sent;
+  EXPECT_LT(sent.size(), std::string(kApplyWords).size());
+  EXPECT_EQ(ControlOf(*rig.window, "status_note").GetLabel(), "Stopped");
+  EXPECT_TRUE(rig.window->IsEnabled());
+  Settle();
+  EXPECT_EQ(wxWindow::FindWindowByName("work_progress"), nullptr);
+}
+
+TEST_F(OpenedWindow, CommandsWaitUntilTheProjectorHasFollowed) {
+  rig.server.SetFaults({"kind=20:late=50"});
+  rig.Move("ctrl_bar1", 30);
+  const Meanwhile press([&] {
+    if (!rig.busy.IsFollowing() || rig.busy.Step() == 0) return false;
+    EXPECT_TRUE(rig.window->IsEnabled());
+    EXPECT_EQ(ControlOf(*rig.window, "status_note").GetLabel(), "Sending 1 of 7");
+    rig.window->Run("initbutton");
+    rig.window->Close();
+    rig.window->Run("storebutton");  // the last one counts
+    SendKey(rig.Find("ctrl_bar1"), wxEVT_KEY_DOWN, WXK_RIGHT);
+    SendKey(rig.Find("ctrl_bar1"), wxEVT_KEY_UP, WXK_RIGHT);
+    return true;
+  });
+  rig.window->Controller().ReleaseSlider();
+  ASSERT_TRUE(SettleUntil([&] { return rig.server.Snapshot().Count.Stores == 1; }));
+  EXPECT_EQ(rig.V().Distortion, 31);
+  EXPECT_EQ(rig.server.Snapshot().Count.Shows, 2U);
+  EXPECT_EQ(ControlOf(*rig.window, "status_shown").GetLabel(), "shows this correction, kept");
+}
+
 // The upper part of the main window: groups, sliders, keys, icons, symmetry.
 
 TEST(MainControls, GroupsShowTheirRowsAndExtras) {
