@@ -86,10 +86,12 @@ TEST(Serial, StopsWritingToOneWhoDoesNotRead) {
   constexpr milliseconds kEndless{600'000};
   const TempFolder folder;
   const EnvironmentValue port("WARPLINE_COM5", folder / "projector");
-  std::string reason;
-  const auto terminal = PseudoTerminal::Create(folder / "projector", reason);
+  NamedText reason;
+  TerminalStatus made{};
+  std::error_code error;
+  const auto terminal = PseudoTerminal::Create(folder / "projector", made, error);
   const auto listener = Listener::Open({}, reason);
-  ASSERT_TRUE(terminal && listener) << reason;
+  ASSERT_TRUE(terminal && listener) << error << Said(reason);
   SerialStatus serial{};
   ConnectStatus tcp{};
   const auto silent_port = OpenSerialPort(5, 38400, serial);
