@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "app/projector_commands.h"
 #include "core/LSSglobal.h"
@@ -13,7 +14,8 @@ inline constexpr int kProjectorModeCount = 3;
 
 class ModeChoice {
  public:
-  // The mode in force is the one that LSSglobal holds, just read. Both must outlive this object.
+  // The mode in force is the one that LSSglobal holds, just read. When the projector told another
+  // one than those that can be read, none is in force. Both must outlive this object.
   ModeChoice(LSSglobal& global, ProjectorCommands& commands);
 
   std::int16_t Chosen() const { return chosen_; }
@@ -27,9 +29,11 @@ class ModeChoice {
   bool Apply();
 
  private:
+  std::optional<std::int16_t> ModeInForce() const;
+
   LSSglobal& global_;
   ProjectorCommands& commands_;
-  std::int16_t in_force_;
+  std::optional<std::int16_t> in_force_;
   std::int16_t chosen_;
 };
 

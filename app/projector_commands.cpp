@@ -112,16 +112,17 @@ bool ProjectorCommands::SendRegisters() {
 
 std::optional<std::int16_t> ProjectorCommands::ReadMode() {
   const BusyBracket bracket(busy_);
-  std::int16_t mode = 0;
-  const bool done = RunLinked(BusyKind::kCommand, 0, [this, &mode] {
+  std::int16_t told = 0;
+  const bool done = RunLinked(BusyKind::kCommand, 0, [this, &told] {
     if (!CheckConnection()) return false;
     const auto answer = link_.QueryMode();
-    mode = answer.value_or(0);
+    told = answer.value_or(0);
     return answer.has_value();
   });
   if (!done) return std::nullopt;
-  global_.ProjectorMode = mode;
-  return mode;
+  global_.ProjectorMode = told == 1 ? 1 : 0;
+  global_.OtherModeTold = told > 1;
+  return global_.ProjectorMode;
 }
 
 bool ProjectorCommands::SetMode(std::int16_t mode) {
@@ -229,7 +230,10 @@ bool ProjectorCommands::SendAll(const CommandSequence& sequence) {
 
 bool ProjectorCommands::Send(CommandNumber number, std::int16_t mode) {
   if (!link_.SendCommand(number, global_.Registers, mode)) return false;
-  if (number == kCommandSetMode) global_.ProjectorMode = mode;
+  if (number == kCommandSetMode) {
+    global_.ProjectorMode = mode;
+    global_.OtherModeTold = false;
+  }
   return true;
 }
 

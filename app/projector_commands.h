@@ -54,8 +54,8 @@ class ProjectorCommands {
   // and checks as Apply.
   bool SendRegisters();
 
-  // The projector's picture mode (0 or 1), also kept in LSSglobal; nothing after a failure. 0 in
-  // demo mode.
+  // The projector's picture mode, also kept in LSSglobal: 1, or 0 for every other one, which is
+  // noted there too. Nothing after a failure. 0 in demo mode.
   std::optional<std::int16_t> ReadMode();
 
   // Sets the picture mode (0..2) and selects the input again.

@@ -127,7 +127,7 @@ bool ProjectorLink::SendCommand(int number, const RegisterSet& registers, std::i
 
 std::optional<std::int16_t> ProjectorLink::QueryMode() {
   if (!SendCommand(kCommandQueryMode, {}, 0)) return std::nullopt;
-  if (ReplyTellsMode()) return static_cast<std::int16_t>(reply_[kReplyModeByte] == 1 ? 1 : 0);
+  if (ReplyTellsMode()) return static_cast<std::int16_t>(reply_[kReplyModeByte]);
   messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
   return std::nullopt;
 }

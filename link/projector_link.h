@@ -56,8 +56,8 @@ class ProjectorLink {
   // What the link that was open last was told of it, if it asked.
   std::optional<ModelAnswer> AskedModelClass() const { return model_; }
 
-  // The projector's picture mode: 1, or 0 for every other value of its answer. An answer that tells
-  // no mode is a failure.
+  // The projector's picture mode as it tells it (0..255). An answer that tells no mode is a
+  // failure.
   std::optional<std::int16_t> QueryMode();
 
   // Selects the input shown once more, so that a mode that was asked for takes effect.

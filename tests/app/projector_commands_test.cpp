@@ -218,8 +218,15 @@ TEST(ProjectorCommands, ModeIsRecordedWhenTheProjectorTookIt) {
   EXPECT_EQ(mode_after(set_mode, "status"), 2);
 
   Rig rig;
+  for (const auto told : {std::uint8_t{2}, std::uint8_t{255}}) {
+    rig.library.mode = told;
+    EXPECT_EQ(rig.commands.ReadMode(), 0);
+    EXPECT_EQ(rig.global.ProjectorMode, 0);
+    EXPECT_TRUE(rig.global.OtherModeTold);
+  }
   rig.library.mode = 1;
   EXPECT_EQ(rig.commands.ReadMode(), 1);
+  EXPECT_FALSE(rig.global.OtherModeTold);
   EXPECT_EQ(rig.global.ProjectorMode, 1);
   rig.library.results[rig.library.calls.size()] = kOpenConnect;
   EXPECT_EQ(rig.commands.ReadMode(), std::nullopt);

@@ -136,8 +136,8 @@ TEST(ProjectorLink, StoreIsRefusedBeforeAnythingIsStored) {
   }
 }
 
-TEST(ProjectorLink, ModeIsOneOrZero) {
-  const std::pair<std::uint8_t, std::int16_t> kCases[] = {{0, 0}, {1, 1}, {2, 0}, {255, 0}};
+TEST(ProjectorLink, ModeIsTheOneThatTheReplyTells) {
+  const std::pair<std::uint8_t, std::int16_t> kCases[] = {{0, 0}, {1, 1}, {2, 2}, {255, 255}};
   for (const auto& [answered, expected] : kCases) {
     EngineRig rig;
     rig.library.mode = answered;
