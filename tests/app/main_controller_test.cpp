@@ -167,6 +167,17 @@ TEST(MainController, CommandInsideACommandDoesNothing) {
   EXPECT_EQ(rig.Frames(), kInitializeFrames);
 }
 
+TEST(MainController, CurveThatChangedIsShownAndSentInRealTime) {
+  for (const bool real_time : {false, true}) {
+    ControllerRig rig;
+    rig.global.Settings.AutoApply = real_time ? 1 : 0;
+    rig.global.Correction.Curves[kVertical].CorreDataPts[1].Y = 0.9;
+    rig.controller.CurveChanged();
+    EXPECT_GE(rig.view.models_shown, 1);
+    rig.ExpectApplied(real_time);
+  }
+}
+
 TEST(MainController, PreviewMarksDeviationsAndReportsFaults) {
   ControllerRig rig;
   EXPECT_EQ(rig.controller.Preview().size(), 13U);
