@@ -1,5 +1,9 @@
 #include "ui/application.h"
 
+#include <wx/confbase.h>
+#include <wx/fileconf.h>
+#include <wx/log.h>
+
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -23,6 +27,7 @@ std::string CommandLineOf(int argc, wxChar** argv) {
 }
 
 constexpr const char* kLockFileName = "WarplineTool.lock";
+constexpr const char* kWindowsFileName = "WarplineTool.windows";
 
 // The width that the preview takes beside the main window at first, in DIP.
 constexpr int kPreviewWidth = 640;
@@ -46,6 +51,7 @@ bool Application::OnInit() {
   std::filesystem::current_path(ProgramFolder(), ignored);
   run_ = std::make_unique<Run>();
   PrepareState();
+  RememberWindows();
   ShowMainWindow();
   return true;
 }
@@ -71,6 +77,15 @@ void Application::PrepareState() {
   const wxPoint position = DefaultPosition();
   LoadSettings(global, ApplicationDataFolder(), position.x, position.y);
   ApplyLanguage(global, DecideLanguage(SystemLanguageIsJapanese(), CommandLineOf(argc, argv)));
+}
+
+// What the windows remember beside the settings; without it they begin as the first time. The
+// toolkit deletes it at the end.
+void Application::RememberWindows() {
+  const wxLogNull silent;
+  const wxString file = WxPath(MakeDataFolder(ApplicationDataFolder()) / kWindowsFileName);
+  auto config = std::make_unique<wxFileConfig>("", "", file, "", wxCONFIG_USE_LOCAL_FILE);
+  wxConfigBase::Set(config.release());
 }
 
 void Application::ShowMainWindow() {

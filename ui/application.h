@@ -29,6 +29,7 @@ class Application : public wxApp {
 
   bool AnotherInstanceRuns();
   void PrepareState();
+  void RememberWindows();
   void ShowMainWindow();
 
   FileLock instance_;
