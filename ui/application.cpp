@@ -13,6 +13,7 @@
 #include "platform/text_editor.h"
 #include "ui/LSSmain.h"
 #include "ui/layout.h"
+#include "ui/native/instant_states.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
 
@@ -52,6 +53,7 @@ bool Application::OnInit() {
   run_ = std::make_unique<Run>();
   PrepareState();
   RememberWindows();
+  ShowStatesAtOnce();
   ShowMainWindow();
   return true;
 }
