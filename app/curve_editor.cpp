@@ -57,14 +57,13 @@ bool MovesSideways(const CurveDefinition& curve, int s) {
   return !(IsSymmetric(curve) && HasMiddlePoint(curve) && s == last / 2);
 }
 
-void MoveUpright(CurveDefinition& curve, int s, int y) {
-  const double height = GraphY(std::clamp(y, kGraphTop, kGraphBottom));
+void MoveUpright(CurveDefinition& curve, int s, double y) {
+  const double height = std::clamp(y, kLowestPointY, kHighestPointY);
   PointAt(curve, s).Y = height;
   if (IsSymmetric(curve)) PointAt(curve, LastPoint(curve) - s).Y = height;
 }
 
-// Where the bounds cross, the upper one counts.
-int HoldSideways(const CurveDefinition& curve, int s, int x) {
+CoordinateBounds SidewaysBounds(const CurveDefinition& curve, int s) {
   const int distance = NeighbourDistance(curve);
   int lower = GraphPositionOf(PointAt(curve, s - 1)).x + distance;
   int upper = GraphPositionOf(PointAt(curve, s + 1)).x - distance;
@@ -73,12 +72,13 @@ int HoldSideways(const CurveDefinition& curve, int s, int x) {
     if (s == left_of_centre) upper = kLeftOfCentre;
     if (s == left_of_centre + 1) lower = kRightOfCentre;
   }
-  return std::min(std::max(x, lower), upper);
+  return {GraphX(lower), GraphX(upper)};
 }
 
-void MoveSideways(CurveDefinition& curve, int s, int x) {
+void MoveSideways(CurveDefinition& curve, int s, double x) {
   if (!MovesSideways(curve, s)) return;
-  const double place = GraphX(HoldSideways(curve, s, x));
+  const CoordinateBounds bounds = SidewaysBounds(curve, s);
+  const double place = std::min(std::max(x, bounds.lowest), bounds.highest);
   PointAt(curve, s).X = place;
   if (IsSymmetric(curve)) PointAt(curve, LastPoint(curve) - s).X = 1 - place;
 }
@@ -166,7 +166,12 @@ void TakeNormalizedHeights(CurveDefinition& curve) {
 
 CurveEditor::CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files,
                          const Messages& messages)
-    : axis_(axis), files_(files), messages_(messages), curve_(global.Correction.Curves[axis]) {}
+    : axis_(axis),
+      files_(files),
+      messages_(messages),
+      curve_(global.Correction.Curves[axis]),
+      confirmed_(curve_),
+      grabbed_(curve_) {}
 
 // Works on a copy, which replaces the record only when no fault ended the work.
 template <typename Work>
@@ -200,22 +205,34 @@ int CurveEditor::FewestPoints() const {
 }
 
 void CurveEditor::Press(int x, int y) {
-  Deselect();
+  selected_ = PointUnder(x, y);
+  dragging_ = selected_.has_value();
+  grabbed_ = curve_;
+  grabbed_changed_ = changed_;
+}
+
+std::optional<int> CurveEditor::PointUnder(int x, int y) const {
   const std::vector<GraphPosition> positions = GraphPositions();
   const auto hit = std::find_if(positions.begin(), positions.end(), [x, y](GraphPosition point) {
     return std::abs(point.x - x) <= kGrabReach && std::abs(point.y - y) <= kGrabReach;
   });
-  if (hit == positions.end()) return;
-  selected_ = static_cast<int>(hit - positions.begin());
-  dragging_ = true;
+  if (hit == positions.end()) return std::nullopt;
+  return static_cast<int>(hit - positions.begin());
 }
 
 void CurveEditor::Drag(int x, int y) {
   if (!dragging_) return;
   Edit([this, x, y](CurveDefinition& curve) {
-    MoveUpright(curve, *selected_, y);
-    MoveSideways(curve, *selected_, x);
+    MoveUpright(curve, *selected_, GraphY(y));
+    MoveSideways(curve, *selected_, GraphX(x));
   });
+}
+
+void CurveEditor::CancelDrag() {
+  if (!dragging_) return;
+  dragging_ = false;
+  curve_ = grabbed_;
+  changed_ = grabbed_changed_;
 }
 
 bool CurveEditor::SelectNext() {
@@ -238,9 +255,29 @@ void CurveEditor::MoveSelected(int dx, int dy) {
   if (!selected_) return;
   Edit([this, dx, dy](CurveDefinition& curve) {
     const GraphPosition position = GraphPositionOf(PointAt(curve, *selected_));
-    if (dy != 0) MoveUpright(curve, *selected_, position.y + dy);
-    if (dx != 0) MoveSideways(curve, *selected_, position.x + dx);
+    if (dy != 0) MoveUpright(curve, *selected_, GraphY(position.y + dy));
+    if (dx != 0) MoveSideways(curve, *selected_, GraphX(position.x + dx));
   });
+}
+
+void CurveEditor::SetSelectedX(double x) {
+  if (!selected_) return;
+  Edit([this, x](CurveDefinition& curve) { MoveSideways(curve, *selected_, x); });
+}
+
+void CurveEditor::SetSelectedY(double y) {
+  if (!selected_) return;
+  Edit([this, y](CurveDefinition& curve) { MoveUpright(curve, *selected_, y); });
+}
+
+std::optional<CoordinateBounds> CurveEditor::BoundsOfX() const {
+  if (!selected_ || !MovesSideways(curve_, *selected_)) return std::nullopt;
+  return SidewaysBounds(curve_, *selected_);
+}
+
+std::optional<CoordinateBounds> CurveEditor::BoundsOfY() const {
+  if (!selected_) return std::nullopt;
+  return CoordinateBounds{kLowestPointY, kHighestPointY};
 }
 
 bool CurveEditor::SetPointCount(int count) {
@@ -282,7 +319,22 @@ bool CurveEditor::Seed(int shape) {
 
 void CurveEditor::Apply(LSSglobal& global) {
   global.Correction.Curves[axis_] = curve_;
+  confirmed_ = curve_;
   changed_ = false;
+}
+
+bool CurveEditor::ApplyForNow(LSSglobal& global) {
+  if (!changed_ || dragging_ || Sampled().faulty) return false;
+  global.Correction.Curves[axis_] = curve_;
+  changed_ = false;
+  return true;
+}
+
+bool CurveEditor::TakeBack(LSSglobal& global) const {
+  CurveDefinition& live = global.Correction.Curves[axis_];
+  if (live == confirmed_) return false;
+  live = confirmed_;
+  return true;
 }
 
 bool CurveEditor::Import(const std::filesystem::path& path) {
@@ -293,6 +345,7 @@ bool CurveEditor::Import(const std::filesystem::path& path) {
   });
   if (!finished || !accepted) return false;
   Deselect();
+  if (Sampled().faulty) messages_.ShowText(ToolText::kCurveFaulty, MessageIcon::kWarning);
   return true;
 }
 

@@ -13,8 +13,8 @@
 #include "files/LSSfile.h"
 
 // The curve editor without its window. It edits a copy of one axis's curve; the live curve changes
-// on Apply alone. The window forwards what the user did and then sets its controls and its graph
-// from here again.
+// on Apply, and at each change while the user wants to see them at once. The window forwards what
+// the user did and then sets its controls and its graph from here again.
 
 namespace warpline {
 
@@ -40,6 +40,15 @@ inline constexpr int kNoShape = 65535;
 struct SampledCurve {
   std::vector<double> samples;
   bool faulty = false;
+};
+
+// The lowest and the highest value that a coordinate may have. Where they cross, the higher one
+// counts.
+struct CoordinateBounds {
+  double lowest = 0;
+  double highest = 0;
+
+  bool operator==(const CoordinateBounds&) const = default;
 };
 
 // A point's coordinates in figures, both empty when no point is chosen.
@@ -74,6 +83,12 @@ class CurveEditor {
   void Release() { dragging_ = false; }
   bool Dragging() const { return dragging_; }
 
+  // Ends the drag with the record as it was when the point was grabbed.
+  void CancelDrag();
+
+  // The point that Press would grab there.
+  std::optional<int> PointUnder(int x, int y) const;
+
   // The point grabbed last or chosen by key (0..CorrePointNum - 1): the one to highlight.
   std::optional<int> SelectedPoint() const { return selected_; }
 
@@ -85,6 +100,15 @@ class CurveEditor {
   // Moves the chosen point by graph units (y grows downwards) under the bounds of dragging. A
   // direction with 0 keeps its coordinate as it is.
   void MoveSelected(int dx, int dy);
+
+  // Puts the chosen point to exact coordinates, held to the bounds of dragging. Without a chosen
+  // point, or with an X that cannot change, they do nothing.
+  void SetSelectedX(double x);
+  void SetSelectedY(double y);
+
+  // The bounds of the chosen point's coordinates; none for one that cannot change.
+  std::optional<CoordinateBounds> BoundsOfX() const;
+  std::optional<CoordinateBounds> BoundsOfY() const;
 
   // The commands below return false, with the record as it was, after a fault of the arithmetic
   // (already shown).
@@ -116,8 +140,16 @@ class CurveEditor {
   // Copies the record into the live curve of the edited axis.
   void Apply(LSSglobal& global);
 
+  // The same, while the user may still take it back. Does nothing, and returns false, without a
+  // change, in the middle of a drag, and for a curve that cannot be computed.
+  bool ApplyForNow(LSSglobal& global);
+
+  // Puts the live curve back to what Apply left, or to what it was at first. False when it is that.
+  bool TakeBack(LSSglobal& global) const;
+
   // Shape files. Import replaces the record by the file's, flags included and whatever its point
-  // count; a refused file changes nothing. Failures are shown by the file layer.
+  // count; a refused file changes nothing. Failures are shown by the file layer; a shape that
+  // cannot be computed is taken and told.
   bool Import(const std::filesystem::path& path);
   bool Export(const std::filesystem::path& path);
 
@@ -138,6 +170,9 @@ class CurveEditor {
   LSSfile& files_;
   const Messages& messages_;
   CurveDefinition curve_;
+  CurveDefinition confirmed_;  // what the live curve was at first, or what Apply left
+  CurveDefinition grabbed_;    // the record when the drag began
+  bool grabbed_changed_ = false;
   std::optional<int> selected_;
   bool dragging_ = false;  // the chosen point is grabbed
   bool changed_ = false;

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <system_error>
 
 #include "core/fault.h"
 
@@ -64,24 +65,35 @@ std::string CoordinateText(double value, int decimals) {
   return {buffer.data(), result.ptr};
 }
 
+std::optional<double> CoordinateOf(std::string figures) {
+  std::replace(figures.begin(), figures.end(), ',', '.');
+  const std::size_t first = figures.find_first_not_of(' ');
+  if (first == std::string::npos) return std::nullopt;
+  const char* end = figures.data() + figures.find_last_not_of(' ') + 1;
+  double value = 0;
+  const auto result = std::from_chars(figures.data() + first, end, value, std::chars_format::fixed);
+  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
 GraphPlace GraphPlacement::ToPixels(GraphPlace units) const {
-  return {offset_x + scale * units.x, offset_y + scale * units.y};
+  return {offset_x + scale_x * units.x, offset_y + scale_y * units.y};
 }
 
 GraphPosition GraphPlacement::ToUnits(GraphPlace pixels) const {
-  const auto nearest = [this](double distance) {
-    return RoundTo<int>(std::clamp(distance / scale, -kFarOutside, kFarOutside));
+  const auto nearest = [](double units) {
+    return RoundTo<int>(std::clamp(units, -kFarOutside, kFarOutside));
   };
-  return {nearest(pixels.x - offset_x), nearest(pixels.y - offset_y)};
+  return {nearest((pixels.x - offset_x) / scale_x), nearest((pixels.y - offset_y) / scale_y)};
 }
 
 GraphPlacement PlaceGraph(double client_width, double client_height, const GraphMargins& margins) {
   constexpr double kHeight = kGraphBottom - kGraphTop;
   const double width = client_width - margins.left - margins.right;
   const double height = client_height - margins.top - margins.bottom;
-  const double scale = std::max(std::min(width / kGraphUnits, height / kHeight), kSmallestScale);
-  return {scale, margins.left + (width - scale * kGraphUnits) / 2,
-          margins.top + (height - scale * kHeight) / 2 - scale * kGraphTop};
+  const double scale_x = std::max(width / kGraphUnits, kSmallestScale);
+  const double scale_y = std::max(height / kHeight, kSmallestScale);
+  return {scale_x, scale_y, margins.left, margins.top - scale_y * kGraphTop};
 }
 
 }  // namespace warpline

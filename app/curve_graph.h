@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,10 @@ std::vector<GridLine> GridLines();
 // A coordinate in figures, with a point whatever the system's language.
 std::string CoordinateText(double value, int decimals);
 
+// The number that typed figures mean, with a point or a comma; blanks around it say nothing.
+// Nothing when they mean no number.
+std::optional<double> CoordinateOf(std::string figures);
+
 // Space in pixels around the grid, for labels and for points at the edges.
 struct GraphMargins {
   double left = 0;
@@ -64,10 +69,10 @@ struct GraphMargins {
   double bottom = 0;
 };
 
-// Where the graph lies in a client area: pixels = offset + scale * units, the same scale in both
-// directions.
+// Where the graph lies in a client area: pixels = offset + scale * units.
 struct GraphPlacement {
-  double scale = 1;
+  double scale_x = 1;
+  double scale_y = 1;
   double offset_x = 0;
   double offset_y = 0;
 
@@ -76,8 +81,8 @@ struct GraphPlacement {
       GraphPlace pixels) const;  // the nearest unit, far outside pixels held to +-100000
 };
 
-// The largest placement whose grid (500 by 125 units) fits into the area with the margins left
-// free, centred in what remains; never smaller than a tenth of a pixel a unit.
+// The placement whose grid (500 by 125 units) fills the area within the margins; never smaller than
+// a tenth of a pixel a unit.
 GraphPlacement PlaceGraph(double client_width, double client_height, const GraphMargins& margins);
 
 }  // namespace warpline

@@ -41,7 +41,14 @@ inline constexpr int kMessageCount = 219;
   X(SendingStopped)            \
   X(DeviationHorizontal)       \
   X(DeviationVertical)         \
-  X(DeviationNote)
+  X(DeviationNote)             \
+  X(EdgeStays)                 \
+  X(EdgeDrawnIn)               \
+  X(EdgeStaysAtLowest)         \
+  X(CurveFaulty)               \
+  X(CoordinateWanted)          \
+  X(Live)                      \
+  X(LiveHint)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

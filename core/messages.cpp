@@ -5,7 +5,6 @@
 #include <limits>
 #include <utility>
 
-#include "core/catalogue.h"
 #include "core/link_results.h"
 #include "platform/files.h"
 
@@ -81,6 +80,10 @@ void Messages::ShowMessage(MessageCategory category, int code) const {
 
 void Messages::ShowText(int number, MessageIcon icon) const {
   Choose(TextOf(global_, number), icon, {TextOf(global_, kMsgOk)});
+}
+
+void Messages::ShowText(ToolText key, MessageIcon icon) const {
+  display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, key), icon);
 }
 
 void Messages::ShowFileText(int number, const std::filesystem::path& file) const {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/LSSglobal.h"
+#include "core/catalogue.h"
 #include "core/fault.h"
 #include "core/interfaces.h"
 #include "core/message_numbers.h"
@@ -53,6 +54,9 @@ class Messages {
 
   // A catalogue text alone.
   void ShowText(int number, MessageIcon icon = MessageIcon::kCritical) const;
+
+  // A text without a number.
+  void ShowText(ToolText key, MessageIcon icon) const;
 
   // A catalogue text about a file, and under it the file's whole path.
   void ShowFileText(int number, const std::filesystem::path& file) const;

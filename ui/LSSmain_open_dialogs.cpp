@@ -23,7 +23,8 @@ void WriteSettings(const MainParts& parts, const wxTopLevelWindow* owner) {
 
 void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
                      const std::function<void()>& applied) {
-  LSSwedit dialog(owner, axis, {parts.engine, parts.shape_files, parts.application_data, applied});
+  LSSwedit dialog(owner, axis,
+                  {parts.engine, parts.busy, parts.shape_files, parts.application_data, applied});
   dialog.ShowModal();
 }
 

@@ -1,5 +1,8 @@
 #include "ui/LSSwedit.h"
 
+#include <wx/confbase.h>
+#include <wx/log.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,7 +19,7 @@ namespace {
 // The graph at first, in DIP: the scale is then about 1.5.
 constexpr int kFirstGraphWidth = 826;
 constexpr int kFirstGraphHeight = 300;
-constexpr const char* kWidestCoordinate = "0.0000";
+constexpr const char* kLiveKey = "Editor/Live";
 
 wxString TitleOf(const LSSglobal& global, Axis axis) {
   const int group = AxisOfGroup(kGroupVertical) == axis ? kGroupVertical : kGroupHorizontal;
@@ -24,40 +27,75 @@ wxString TitleOf(const LSSglobal& global, Axis axis) {
          CaptionOf(global, kGroups[static_cast<std::size_t>(group)].caption);
 }
 
-// Takes no part in tab order: it only shows.
-wxTextCtrl* CreateFigure(wxWindow* parent, const wxString& name, const wxString& caption) {
-  auto* figure = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                                wxTE_READONLY | wxTE_RIGHT, wxDefaultValidator, name);
-  figure->SetMinSize(
-      wxSize(figure->GetSizeFromTextSize(figure->GetTextExtent(kWidestCoordinate).x).x, -1));
-  figure->DisableFocusFromKeyboard();
-  SetAccessibleName(*figure, caption);
-  return figure;
+// Where the line of the curve that the points describe leaves the edge of the picture: there it is
+// 1.0, or, turned upside down, lowest.
+WaveWords WordsOf(const LSSglobal& global, Axis axis) {
+  const bool upright = axis == kHorizontal;
+  const bool upside_down = global.Correction.Axes[axis].Distortion < 0;
+  return {CaptionOf(global, upright ? kMsgTop : kMsgLeft),
+          CaptionOf(global, upright ? kMsgBottom : kMsgRight),
+          CaptionOf(global, upside_down ? ToolText::kEdgeDrawnIn : ToolText::kEdgeStays),
+          CaptionOf(global, upside_down ? ToolText::kEdgeStaysAtLowest : ToolText::kEdgeDrawnIn)};
+}
+
+bool LiveRemembered() {
+  const wxConfigBase* config = wxConfigBase::Get(false);
+  return config != nullptr && config->ReadBool(kLiveKey, false);
+}
+
+void RememberLive(bool live) {
+  wxConfigBase* config = wxConfigBase::Get(false);
+  if (config == nullptr) return;
+  const wxLogNull silent;
+  config->Write(kLiveKey, live);
+  config->Flush();
 }
 
 }  // namespace
 
-LSSwedit::LSSwedit(wxWindow* owner, Axis axis, EditorParts parts)
+LSSwedit::LSSwedit(wxTopLevelWindow* owner, Axis axis, EditorParts parts)
     : wxDialog(owner, wxID_ANY, TitleOf(parts.engine.global, axis), wxDefaultPosition,
                wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX,
                "LSSwedit"),
       parts_(std::move(parts)),
+      owner_(owner),
       editor_(parts_.engine.global, axis, parts_.engine.files, parts_.engine.messages),
-      graph_(new WaveGraph(this, editor_, GetTitle(), [this] { ShowPoint(); })) {
+      graph_(CreateGraph()),
+      note_(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                             wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END, "note")) {
+  auto* left = new wxBoxSizer(wxVERTICAL);
+  left->Add(graph_, wxSizerFlags(1).Expand());
+  left->Add(note_, wxSizerFlags().Expand().Border(wxTOP, Gap(this)));
   auto* upper = new wxBoxSizer(wxHORIZONTAL);
-  upper->Add(graph_, wxSizerFlags(1).Expand());
+  upper->Add(left, wxSizerFlags(1).Expand());
   upper->Add(CreateColumn(), wxSizerFlags().Expand().Border(wxLEFT, WideGap(this)));
-  wxSizer* read_out = CreateReadOut();
+  wxSizer* foot = CreateFoot();
   buttons_ = CreateDialogButtons(ControlMaker(this, parts_.engine.global), true);
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(upper, wxSizerFlags(1).Expand().Border(wxALL, WideGap(this)));
-  all->Add(LayDialogButtons(this, buttons_, read_out),
+  all->Add(LayDialogButtons(this, buttons_, foot),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   SetSizer(all);
+  BindButtons();
   BindControls();
+  BindWindow();
   SetSizes();
   ShowCurve();
   graph_->SetFocus();
+  parts_.busy.Attach(this);
+}
+
+// The controls tell of their end and use what the window holds, so they go first.
+LSSwedit::~LSSwedit() {
+  leaving_ = true;
+  parts_.busy.Attach(owner_);
+  DestroyChildren();
+}
+
+WaveGraph* LSSwedit::CreateGraph() {
+  return new WaveGraph(
+      this, editor_, WordsOf(parts_.engine.global, editor_.EditedAxis()), GetTitle(),
+      {[this] { ShowPoint(); }, [this] { Settled(); }, [this] { coordinates_->BeginTyping(); }});
 }
 
 wxSizer* LSSwedit::CreateColumn() {
@@ -95,22 +133,30 @@ wxSizer* LSSwedit::CreateColumn() {
   return column;
 }
 
-wxSizer* LSSwedit::CreateReadOut() {
-  posx_val_ = CreateFigure(this, "posx_val", "X");
-  posy_val_ = CreateFigure(this, "posy_val", "Y");
+// Without Real Time nothing is sent but by the main window.
+wxSizer* LSSwedit::CreateFoot() {
+  const LSSglobal& global = parts_.engine.global;
+  coordinates_ = std::make_unique<CoordinateBoxes>(
+      this, global, editor_,
+      CoordinateBoxes::Handlers{[this] { Edited(); },
+                                [this](const wxString& text) { note_->SetLabel(text); }});
+  live_ = new wxCheckBox(this, wxID_ANY, CaptionOf(global, ToolText::kLive), wxDefaultPosition,
+                         wxDefaultSize, 0, wxDefaultValidator, "live");
+  live_->SetToolTip(CaptionOf(global, ToolText::kLiveHint));
+  SetAccessibleName(*live_, live_->GetLabelText(), live_->GetToolTipText());
+  live_->Enable(global.Settings.AutoApply == 1);
+  live_->SetValue(live_->IsThisEnabled() && LiveRemembered());
   auto* line = new wxBoxSizer(wxHORIZONTAL);
-  line->Add(new wxStaticText(this, wxID_ANY, "X"), AtCentre());
-  line->Add(posx_val_, AtCentre().Border(wxLEFT, Gap(this)));
-  line->Add(new wxStaticText(this, wxID_ANY, "Y"), AtCentre().Border(wxLEFT, WideGap(this)));
-  line->Add(posy_val_, AtCentre().Border(wxLEFT, Gap(this)));
+  line->Add(coordinates_->Line(), AtCentre());
+  line->Add(live_, AtCentre().Border(wxLEFT, WideGap(this)));
   return line;
 }
 
-void LSSwedit::BindControls() {
+void LSSwedit::BindButtons() {
   const auto press = [this](wxButton* button, auto work) {
     button->Bind(wxEVT_BUTTON, [this, work](wxCommandEvent&) {
       work();
-      ShowCurve();
+      Edited();
     });
   };
   press(reverse_, [this] { editor_.Reverse(); });
@@ -118,23 +164,51 @@ void LSSwedit::BindControls() {
   press(initselect_, [this] { Seed(); });
   press(importbutton_, [this] { Import(); });
   press(exportbutton_, [this] { Export(); });
-  press(buttons_.apply, [this] { Apply(); });
+  press(buttons_.apply, [this] {
+    TakeTyped();
+    Apply();
+  });
   buttons_.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
+  buttons_.cancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Cancel(); });
+}
+
+void LSSwedit::BindControls() {
   point_num_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent& event) {
     editor_.SetPointCount(event.GetPosition());
-    ShowCurve();
+    Edited();
   });
   line_interp_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
     editor_.SetInterpolation(event.GetSelection());
-    ShowCurve();
+    Edited();
   });
   fixedpos_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
     editor_.SetFixed(event.IsChecked());
-    ShowCurve();
+    Edited();
   });
   symmetry_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
     editor_.SetSymmetry(event.IsChecked());
-    ShowCurve();
+    Edited();
+  });
+  live_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+    RememberLive(event.IsChecked());
+    Settled();
+  });
+}
+
+// Enter in the box of the point count means its number, and would press OK before the box tells it.
+void LSSwedit::BindWindow() {
+  point_num_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    if (key != WXK_RETURN && key != WXK_NUMPAD_ENTER) {
+      event.Skip();
+      return;
+    }
+    TakeTyped();
+    Edited();
+  });
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+    const bool must_wait = event.CanVeto() && parts_.busy.IsBusy();
+    must_wait ? event.Veto() : event.Skip();
   });
 }
 
@@ -152,11 +226,12 @@ void LSSwedit::SetSizes() {
   SetPosition(HeldInside(screen, GetPosition(), GetSize()));
 }
 
-// What follows the pointer: figures and Apply. The graph paints itself.
+// What follows the pointer: figures, Apply and what is wrong with the curve. The graph paints
+// itself.
 void LSSwedit::ShowPoint() {
-  const PointReadOut read_out = editor_.ReadOut();
-  posx_val_->ChangeValue(WxText(read_out.x));
-  posy_val_->ChangeValue(WxText(read_out.y));
+  coordinates_->Show();
+  const bool faulty = editor_.Sampled().faulty;
+  note_->SetLabel(faulty ? CaptionOf(parts_.engine.global, ToolText::kCurveFaulty) : wxString());
   EnableApply(buttons_, editor_.Changed());
 }
 
@@ -170,6 +245,22 @@ void LSSwedit::ShowCurve() {
   symmetry_->SetValue(curve.CorreSymmetry != 0);
   ShowPoint();
   graph_->Refresh(false);
+}
+
+void LSSwedit::Edited() {
+  ShowCurve();
+  Settled();
+}
+
+bool LSSwedit::IsLive() const {
+  return live_->IsThisEnabled() && live_->GetValue();
+}
+
+// A change is complete: nothing is held or typed any more.
+void LSSwedit::Settled() {
+  if (leaving_ || !IsLive() || !editor_.ApplyForNow(parts_.engine.global)) return;
+  parts_.applied();
+  ShowPoint();
 }
 
 void LSSwedit::Seed() {
@@ -199,16 +290,27 @@ void LSSwedit::Apply() {
   parts_.applied();
 }
 
-// Enter in the box of the point count presses OK before the box tells of its new figures.
-void LSSwedit::TakePointCount() {
-  const int count = point_num_->GetValue();
+// What boxes hold that have not told it yet.
+void LSSwedit::TakeTyped() {
+  coordinates_->Take();
+  int count = 0;
+  if (!point_num_->GetTextValue().ToInt(&count)) return;
   if (count != editor_.Curve().CorrePointNum) editor_.SetPointCount(count);
 }
 
 void LSSwedit::Confirm() {
-  TakePointCount();
+  if (leaving_) return;
+  TakeTyped();
+  leaving_ = true;
   if (editor_.Changed()) Apply();
   EndDialog(wxID_OK);
+}
+
+void LSSwedit::Cancel() {
+  if (leaving_) return;
+  leaving_ = true;
+  if (editor_.TakeBack(parts_.engine.global)) parts_.applied();
+  EndDialog(wxID_CANCEL);
 }
 
 }  // namespace warpline

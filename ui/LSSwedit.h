@@ -5,16 +5,19 @@
 #include <wx/choice.h>
 #include <wx/dialog.h>
 #include <wx/spinctrl.h>
-#include <wx/textctrl.h>
+#include <wx/stattext.h>
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 
 #include "app/curve_editor.h"
 #include "app/engine.h"
+#include "ui/LSSwedit_coordinates.h"
 #include "ui/LSSwedit_graph.h"
 #include "ui/dialog_controls.h"
 #include "ui/file_chooser.h"
+#include "ui/window_busy.h"
 
 // The curve editor's window: it forwards what the user does to the editor and shows what that
 // holds. Closed without OK or Apply it leaves the live curve as it was.
@@ -24,6 +27,7 @@ namespace warpline {
 // What the window works with; everything must outlive it.
 struct EditorParts {
   Engine& engine;
+  WindowBusy& busy;       // the engine's
   FileChoosers choosers;  // for shape files
   std::filesystem::path application_data;
   std::function<void()> applied;  // the live curve has changed
@@ -31,27 +35,41 @@ struct EditorParts {
 
 class LSSwedit : public wxDialog {
  public:
-  LSSwedit(wxWindow* owner, Axis axis, EditorParts parts);
+  // While it exists, input is taken away from it instead of the main window, which is the owner.
+  LSSwedit(wxTopLevelWindow* owner, Axis axis, EditorParts parts);
+  ~LSSwedit() override;
 
   const CurveEditor& Editor() const { return editor_; }
 
  private:
+  WaveGraph* CreateGraph();
   wxSizer* CreateColumn();
-  wxSizer* CreateReadOut();
+  wxSizer* CreateFoot();
+  void BindButtons();
   void BindControls();
+  void BindWindow();
   void SetSizes();
   void ShowPoint();
   void ShowCurve();
+  void Edited();
   void Seed();
   void Import();
   void Export();
   void Apply();
-  void TakePointCount();
+  void TakeTyped();
   void Confirm();
+  void Cancel();
+
+  bool IsLive() const;
+  void Settled();
 
   EditorParts parts_;
+  wxTopLevelWindow* owner_;
   CurveEditor editor_;
+  bool leaving_ = false;  // nothing that the controls tell from then on is a change
   WaveGraph* graph_;
+  wxStaticText* note_;  // what is wrong with the curve or with what was typed
+  std::unique_ptr<CoordinateBoxes> coordinates_;
   wxSpinCtrl* point_num_ = nullptr;
   wxChoice* line_interp_ = nullptr;
   wxCheckBox* fixedpos_ = nullptr;
@@ -61,8 +79,7 @@ class LSSwedit : public wxDialog {
   wxButton* initselect_ = nullptr;
   wxButton* importbutton_ = nullptr;
   wxButton* exportbutton_ = nullptr;
-  wxTextCtrl* posx_val_ = nullptr;
-  wxTextCtrl* posy_val_ = nullptr;
+  wxCheckBox* live_ = nullptr;
   DialogButtons buttons_;
 };
 

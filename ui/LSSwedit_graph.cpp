@@ -8,12 +8,14 @@
 #include <memory>
 #include <utility>
 
+#include "ui/native/drag_pointer.h"
+
 namespace warpline {
 namespace {
 
-// The graph at its smallest, margins included, in DIP.
-constexpr int kLeastWidth = 676;
-constexpr int kLeastHeight = 206;
+// The grid at its smallest, in DIP.
+constexpr int kLeastWidth = 600;
+constexpr int kLeastHeight = 150;
 constexpr int kShiftStep = 10;
 
 struct ArrowKey {
@@ -35,35 +37,63 @@ constexpr std::array<ArrowKey, 8> kArrowKeys{{
 
 }  // namespace
 
-WaveGraph::WaveGraph(wxWindow* parent, CurveEditor& editor, const wxString& label,
-                     std::function<void()> changed)
+WaveGraph::WaveGraph(wxWindow* parent, CurveEditor& editor, WaveWords words, const wxString& label,
+                     Handlers handlers)
     : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE | wxBORDER_THEME, "WaveGraph"),
       editor_(editor),
-      changed_(std::move(changed)) {
+      words_(std::move(words)),
+      handlers_(std::move(handlers)) {
   SetLabel(label);
   SetBackgroundStyle(wxBG_STYLE_PAINT);
-  SetMinClientSize(FromDIP(wxSize(kLeastWidth, kLeastHeight)));
+  const GraphMargins margins = Look().margins;
+  SetMinClientSize(
+      FromDIP(wxSize(kLeastWidth, kLeastHeight)) +
+      wxSize(wxRound(margins.left + margins.right), wxRound(margins.top + margins.bottom)));
   Bind(wxEVT_PAINT, &WaveGraph::OnPaint, this);
   Bind(wxEVT_LEFT_DOWN, &WaveGraph::OnPress, this);
-  Bind(wxEVT_LEFT_DCLICK, &WaveGraph::OnPress, this);
+  Bind(wxEVT_LEFT_DCLICK, &WaveGraph::OnDoubleClick, this);
   Bind(wxEVT_MOTION, &WaveGraph::OnMotion, this);
-  Bind(wxEVT_LEFT_UP, &WaveGraph::OnRelease, this);
+  Bind(wxEVT_ENTER_WINDOW, [this](wxMouseEvent& event) { Hover(UnitsOf(event)); });
+  Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { Hover(std::nullopt); });
+  Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { LetGo(); });
   Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { LetGo(); });
   Bind(wxEVT_KEY_DOWN, &WaveGraph::OnKey, this);
-  for (const auto& type : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    Bind(type, [this](wxFocusEvent& event) {
-      Refresh(false);
-      event.Skip();
-    });
-  }
+  Bind(wxEVT_CHAR_HOOK, &WaveGraph::OnEscape, this);
+  BindFocus();
+}
+
+// A key may be let go where the graph does not hear of it.
+void WaveGraph::BindFocus() {
+  Bind(wxEVT_KEY_UP, [this](wxKeyEvent& event) {
+    handlers_.settled();
+    event.Skip();
+  });
+  Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+    Refresh(false);
+    event.Skip();
+  });
+  Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+    Refresh(false);
+    CallAfter(handlers_.settled);
+    event.Skip();
+  });
 }
 
 WaveLook WaveGraph::Look() const {
   const wxSize size = GetClientSize();
   constexpr int kMany = 100;
   const double dip = static_cast<double>(FromDIP(kMany)) / kMany;
-  return {static_cast<double>(size.x), static_cast<double>(size.y), dip, HasFocus(), GetFont()};
+  const auto width = [this](const wxString& text) { return double(GetTextExtent(text).x); };
+  const double right = std::max(width(words_.top), width(words_.foot));
+  return {.width = static_cast<double>(size.x),
+          .height = static_cast<double>(size.y),
+          .dip = dip,
+          .margins = WaveMargins(dip, width(kWidestFigure), right, GetCharHeight()),
+          .focused = HasFocus(),
+          .pointer = pointer_,
+          .font = GetFont(),
+          .words = words_};
 }
 
 wxPoint WaveGraph::PixelOf(GraphPosition position) const {
@@ -87,24 +117,60 @@ void WaveGraph::OnPress(wxMouseEvent& event) {
   SetFocus();
   const GraphPosition position = UnitsOf(event);
   editor_.Press(position.x, position.y);
-  if (editor_.Dragging() && !HasCapture()) CaptureMouse();
+  if (editor_.Dragging()) HoldDragPointer(*this);
   Changed();
 }
 
 void WaveGraph::OnMotion(wxMouseEvent& event) {
-  if (!editor_.Dragging()) return;
   const GraphPosition position = UnitsOf(event);
+  Hover(position);
+  if (!editor_.Dragging()) return;
+  if (!event.LeftIsDown()) {  // let go where nobody heard of it
+    LetGo();
+    return;
+  }
   editor_.Drag(position.x, position.y);
   Changed();
 }
 
-void WaveGraph::OnRelease(wxMouseEvent&) {
-  LetGo();
+// The pointer tells what can be grabbed, and what is grabbed already.
+void WaveGraph::Hover(std::optional<GraphPosition> pointer) {
+  const auto under = [this](const std::optional<GraphPosition>& at) {
+    return at ? editor_.PointUnder(at->x, at->y) : std::nullopt;
+  };
+  if (under(pointer) != under(pointer_)) Refresh(false);
+  pointer_ = pointer;
+  const bool hand = editor_.Dragging() || under(pointer_);
+  if (hand != hand_) SetCursor(hand ? wxCursor(wxCURSOR_HAND) : wxNullCursor);
+  hand_ = hand;
+}
+
+// The second press of a double click grabs the point once more.
+void WaveGraph::OnDoubleClick(wxMouseEvent& event) {
+  const GraphPosition position = UnitsOf(event);
+  editor_.Press(position.x, position.y);
+  editor_.Release();
+  ReleaseDragPointer(*this);
+  Changed();
+  if (editor_.SelectedPoint()) handlers_.exact();
 }
 
 void WaveGraph::LetGo() {
+  const bool dragged = editor_.Dragging();
   editor_.Release();
-  if (HasCapture()) ReleaseMouse();
+  ReleaseDragPointer(*this);
+  if (dragged) handlers_.settled();
+}
+
+// In a drag Escape does not mean the window.
+void WaveGraph::OnEscape(wxKeyEvent& event) {
+  if (event.GetKeyCode() != WXK_ESCAPE || !editor_.Dragging()) {
+    event.Skip();
+    return;
+  }
+  editor_.CancelDrag();
+  ReleaseDragPointer(*this);
+  Changed();
 }
 
 void WaveGraph::OnKey(wxKeyEvent& event) {
@@ -134,7 +200,7 @@ void WaveGraph::ChooseByTab(bool forward) {
 
 void WaveGraph::Changed() {
   Refresh(false);
-  changed_();
+  handlers_.changed();
 }
 
 }  // namespace warpline

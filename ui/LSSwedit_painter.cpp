@@ -4,6 +4,7 @@
 #include <wx/graphics.h>
 #include <wx/settings.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "ui/wx_text.h"
@@ -11,13 +12,17 @@
 namespace warpline {
 namespace {
 
-// All in DIP. The top leaves room for points at Y = 1.0 and for a curve that swings beyond them.
-constexpr GraphMargins kMargins{48, 20, 28, 36};
+// All in DIP. The top leaves room for the name of its axis, for points at Y = 1.0 and for a curve
+// that swings beyond them.
+constexpr double kEdge = 8;  // between figures or words and the edge of the client area
+constexpr double kLeastRight = 28;
 constexpr double kGridWidth = 1;
 constexpr double kCurveWidth = 2;
 constexpr double kHandleRadius = 5;
 constexpr double kGrabbedRadius = 7;
-constexpr double kLabelGap = 9;  // a point at the edge keeps clear of the figures
+constexpr double kRingGap = 4;         // between a point and the ring that tells it can be grabbed
+constexpr double kFarOutside = 10000;  // DIP; no context draws what lies at any distance
+constexpr double kLabelGap = 9;        // a point at the edge keeps clear of the figures
 
 const wxColour kCurveColour(0x1F, 0x6F, 0xC9);
 const wxColour kGrabbedColour(0xE8, 0x6A, 0x10);
@@ -66,9 +71,10 @@ class WavePainter {
     const GraphPlace corner = placement_.ToPixels({0, kGraphTop});
     SetPen(look_.focused ? kCurveColour : Shade(0.45), kGridWidth);
     context_.SetBrush(*wxTRANSPARENT_BRUSH);
-    context_.DrawRectangle(corner.x, corner.y, placement_.scale * kGraphUnits,
-                           placement_.scale * (kGraphBottom - kGraphTop));
+    context_.DrawRectangle(corner.x, corner.y, placement_.scale_x * kGraphUnits,
+                           placement_.scale_y * (kGraphBottom - kGraphTop));
     PaintAxisNames();
+    PaintWords();
   }
 
   // At the foot of upright lines, at the left end of level ones.
@@ -86,12 +92,30 @@ class WavePainter {
   }
 
   void PaintAxisNames() {
-    const double gap = kLabelGap * look_.dip;
-    const GraphPlace foot = placement_.ToPixels({kGraphUnits, kGraphBottom});
+    const GraphPlace foot = placement_.ToPixels({kGraphUnits / 2.0, kGraphBottom});
     const GraphPlace top = placement_.ToPixels({0, kGraphTop});
-    const wxSize size = Extent("X");
-    context_.DrawText("X", foot.x + 1.4 * gap, foot.y - size.y / 2.0);
-    context_.DrawText("Y", top.x - size.x / 2.0, top.y - gap - size.y);
+    const wxSize size = Extent("Y");
+    context_.DrawText("X", foot.x - size.x / 2.0, SecondLine());
+    context_.DrawText("Y", top.x - size.x / 2.0, top.y - kLabelGap * look_.dip - size.y);
+  }
+
+  // Under the figures of X.
+  double SecondLine() const {
+    return placement_.ToPixels({0, kGraphBottom}).y + kLabelGap * look_.dip +
+           Extent(kWidestFigure).y;
+  }
+
+  // Those at the ends of X begin and end with the grid.
+  void PaintWords() {
+    const WaveWords& words = look_.words;
+    const double gap = kLabelGap * look_.dip;
+    const GraphPlace top = placement_.ToPixels({kGraphUnits, kGraphTop});
+    const GraphPlace foot = placement_.ToPixels({kGraphUnits, kGraphBottom});
+    context_.SetFont(look_.font, Shade(0.85));
+    context_.DrawText(words.first, placement_.ToPixels({0, 0}).x, SecondLine());
+    context_.DrawText(words.last, foot.x - Extent(words.last).x, SecondLine());
+    context_.DrawText(words.top, top.x + gap, top.y - Extent(words.top).y / 2.0);
+    context_.DrawText(words.foot, foot.x + gap, foot.y - Extent(words.foot).y / 2.0);
   }
 
   wxSize Extent(const wxString& text) const {
@@ -105,10 +129,21 @@ class WavePainter {
     std::vector<wxPoint2DDouble> line;
     for (const GraphPlace& place : CurveLine(editor_.Sampled().samples)) {
       const GraphPlace pixel = placement_.ToPixels(place);
-      line.emplace_back(pixel.x, pixel.y);
+      const double far = kFarOutside * look_.dip;
+      line.emplace_back(pixel.x, std::clamp(pixel.y, -far, far));
     }
+    if (line.size() < 2) return;
     SetPen(kCurveColour, kCurveWidth);
-    if (line.size() > 1) context_.StrokeLines(line.size(), line.data());
+    ClipToCurve();
+    context_.StrokeLines(line.size(), line.data());
+    context_.ResetClip();
+  }
+
+  // The curve may swing above the grid, but not down to the figures.
+  void ClipToCurve() {
+    const double room = kLabelGap / 2 * look_.dip;
+    const GraphPlace foot = placement_.ToPixels({0, kGraphBottom});
+    context_.Clip(foot.x - room, 0, placement_.scale_x * kGraphUnits + 2 * room, foot.y + room);
   }
 
   void PaintPoints() {
@@ -119,9 +154,18 @@ class WavePainter {
         PaintHandle(positions[static_cast<std::size_t>(i)], kHandleRadius, Shade(0), kCurveColour);
       }
     }
-    if (selected < 0) return;
-    PaintHandle(positions[static_cast<std::size_t>(selected)], kGrabbedRadius, kGrabbedColour,
-                Shade(0));
+    if (selected >= 0) {
+      PaintHandle(positions[static_cast<std::size_t>(selected)], kGrabbedRadius, kGrabbedColour,
+                  Shade(0));
+    }
+    if (!look_.pointer) return;
+    const auto under = editor_.PointUnder(look_.pointer->x, look_.pointer->y);
+    if (under) PaintRing(positions[static_cast<std::size_t>(*under)], under == selected);
+  }
+
+  void PaintRing(const GraphPosition& position, bool selected) {
+    PaintHandle(position, (selected ? kGrabbedRadius : kHandleRadius) + kRingGap,
+                wxTransparentColour, selected ? kGrabbedColour : kCurveColour);
   }
 
   void PaintHandle(const GraphPosition& position, double dip_radius, const wxColour& inside,
@@ -142,10 +186,16 @@ class WavePainter {
 
 }  // namespace
 
+GraphMargins WaveMargins(double dip, double figure_width, double word_width, double line_height) {
+  const double beside = (kLabelGap + kEdge) * dip;
+  return {.left = figure_width + beside,
+          .top = line_height + kLabelGap * dip,
+          .right = std::max(word_width + beside, kLeastRight * dip),
+          .bottom = 2 * line_height + beside};
+}
+
 GraphPlacement PlaceWave(const WaveLook& look) {
-  return PlaceGraph(look.width, look.height,
-                    {kMargins.left * look.dip, kMargins.top * look.dip, kMargins.right * look.dip,
-                     kMargins.bottom * look.dip});
+  return PlaceGraph(look.width, look.height, look.margins);
 }
 
 void PaintWave(wxGraphicsContext& context, const CurveEditor& editor, const WaveLook& look) {

@@ -2,6 +2,9 @@
 
 #include <wx/font.h>
 #include <wx/gdicmn.h>
+#include <wx/string.h>
+
+#include <optional>
 
 #include "app/curve_editor.h"
 #include "app/curve_graph.h"
@@ -12,14 +15,31 @@ class wxGraphicsContext;
 
 namespace warpline {
 
-// What the picture depends on besides the curve.
+// What stands at the ends of X, and at the right end of Y = 1.0 and of Y = 0.75.
+struct WaveWords {
+  wxString first;
+  wxString last;
+  wxString top;
+  wxString foot;
+};
+
+inline constexpr const char* kWidestFigure = "0.00";
+
+// What the picture depends on besides the curve. Lengths are in the context's units.
 struct WaveLook {
-  double width = 0;  // of the client area, in the context's units
+  double width = 0;  // of the client area
   double height = 0;
   double dip = 1;  // the context's units in a device-independent pixel
+  GraphMargins margins;
   bool focused = false;
-  wxFont font;  // of the figures
+  std::optional<GraphPosition> pointer;
+  wxFont font;  // of figures and words
+  WaveWords words;
 };
+
+// Room around the grid for figures and words: the widest figure, the wider of the words at the
+// right, and the height of a line.
+GraphMargins WaveMargins(double dip, double figure_width, double word_width, double line_height);
 
 // Where the graph lies in the client area: what is painted there, and where the pointer is.
 GraphPlacement PlaceWave(const WaveLook& look);

@@ -203,6 +203,29 @@ TEST(CurveEditorApply, IsTheOnlyWayIntoTheLiveCurve) {
   EXPECT_FALSE(bench.editor.Changed());
 }
 
+TEST(CurveEditorApply, ForNowCanBeTakenBack) {
+  EditorBench bench(Line(kFour));
+  CurveEditor& editor = bench.editor;
+  const CurveDefinition& live = bench.global.Correction.Curves[kVertical];
+  editor.Press(150, 75);
+  editor.Drag(150, 50);
+  EXPECT_FALSE(editor.ApplyForNow(bench.global)) << "in the middle of a drag";
+  editor.Release();
+  EXPECT_TRUE(editor.ApplyForNow(bench.global));
+  EXPECT_EQ(live, editor.Curve());
+  EXPECT_FALSE(editor.Changed());
+  EXPECT_TRUE(editor.TakeBack(bench.global));
+  EXPECT_EQ(live, Line(kFour));
+  editor.Apply(bench.global);
+  EXPECT_FALSE(editor.TakeBack(bench.global)) << "confirmed";
+  bench.global.Correction.Curves[kVertical] = Curve(kQuartic, kFour);
+  CurveEditor faulty(bench.global, kVertical, bench.files, bench.messages);
+  faulty.SetFixed(true);
+  EXPECT_FALSE(faulty.ApplyForNow(bench.global)) << "cannot be computed";
+  EXPECT_TRUE(faulty.Changed());
+  EXPECT_TRUE(bench.display.messages.empty());
+}
+
 TEST(CurveEditorFiles, WhatIsExportedComesBackByImport) {
   const auto curve = Curve(kBSpline, kHill, {true, true});
   EditorBench bench(curve);
@@ -233,6 +256,11 @@ TEST(CurveEditorFiles, AnImportArrivesAsItIs) {
   EXPECT_EQ(sampled.samples, std::vector<double>(501, 0.0));
   EXPECT_TRUE(bench.editor.SetPointCount(2));
   EXPECT_EQ(bench.editor.Curve().CorrePointNum, 4);
+  EXPECT_TRUE(bench.display.messages.empty());
+  EditorBench sparse(Curve(kQuartic, kFour));
+  ASSERT_TRUE(sparse.editor.Export(sparse.temp / "sparse.wls"));
+  EXPECT_TRUE(sparse.editor.Import(sparse.temp / "sparse.wls"));
+  EXPECT_EQ(sparse.display.Texts(), Texts{TextOf(sparse.global, ToolText::kCurveFaulty)});
 }
 
 TEST(CurveEditorFiles, ARefusedImportChangesNothing) {
@@ -341,6 +369,10 @@ TEST(CurveEditorDrag, HoldsAPointWithinItsBoundsAndMovesItsPartner) {
     EditorBench bench(curve);
     const GraphPosition from = bench.editor.GraphPositions()[index];
     bench.editor.Press(from.x, from.y);
+    bench.editor.Drag(to.x, to.y);
+    bench.editor.CancelDrag();
+    EXPECT_EQ(bench.editor.Curve(), curve);
+    bench.editor.Press(from.x, from.y);
     ASSERT_EQ(bench.editor.SelectedPoint(), point);
     EXPECT_FALSE(bench.editor.Changed());
     bench.editor.Drag(to.x, to.y);
@@ -349,6 +381,12 @@ TEST(CurveEditorDrag, HoldsAPointWithinItsBoundsAndMovesItsPartner) {
     bench.editor.Release();
     bench.editor.Drag(from.x, from.y);
     ExpectPoints(bench.editor.Curve(), expected);
+    // Typed coordinates know the same bounds.
+    EditorBench typing(curve);
+    typing.editor.Press(from.x, from.y);
+    typing.editor.SetSelectedY(GraphY(to.y));
+    typing.editor.SetSelectedX(GraphX(to.x));
+    ExpectPoints(typing.editor.Curve(), expected);
   }
 }
 
@@ -390,7 +428,15 @@ TEST(CurveEditorKeys, ChooseAndMoveAPointUnderTheSameBounds) {
   editor.MoveSelected(-1000, 1000);
   ExpectPoints(editor.Curve(), {{0, 0.8}, {0.03, 0.75}, {1, 0.8}});
 
+  editor.SetSelectedX(0.12345);
+  editor.SetSelectedY(0.87654321);
+  ExpectPoints(editor.Curve(), {{0, 0.8}, {0.12345, 0.87654321}, {1, 0.8}});
+  EXPECT_NEAR(editor.BoundsOfX()->lowest, 0.03, 1e-10);
+  EXPECT_NEAR(editor.BoundsOfX()->highest, 0.97, 1e-10);
+
   EXPECT_TRUE(editor.SelectNext());
+  EXPECT_EQ(editor.BoundsOfX(), std::nullopt) << "the last point's X stays";
+  EXPECT_TRUE(editor.BoundsOfY());
   EXPECT_FALSE(editor.SelectNext()) << "behind the last point the focus goes on";
   EXPECT_EQ(editor.SelectedPoint(), std::nullopt);
   EXPECT_TRUE(editor.SelectNext());

@@ -41,19 +41,24 @@ TEST(GridLines, StandAtRoundFigures) {
   EXPECT_EQ(lines[12].to, (GraphPlace{500, 50}));
 }
 
-TEST(PlaceGraph, FillsTheNarrowerDirectionAndGoesBackAndForth) {
+TEST(CoordinateOf, TakesAPointOrACommaAndNumbersAlone) {
+  const std::pair<const char*, std::optional<double>> cases[] = {
+      {"0.25", 0.25}, {" ,5 ", 0.5}, {"-1", -1},  {"1e-1", {}}, {"", {}},
+      {"  ", {}},     {"0.5x", {}},  {"nan", {}}, {"inf", {}},  {"1.2.3", {}}};
+  for (const auto& [figures, value] : cases) EXPECT_EQ(CoordinateOf(figures), value) << figures;
+}
+
+TEST(PlaceGraph, FillsBothDirectionsAndGoesBackAndForth) {
   const GraphMargins margins{40, 10, 20, 30};
   const GraphPlacement wide = PlaceGraph(1460, 290, margins);  // 1400 by 250 left for the grid
-  EXPECT_DOUBLE_EQ(wide.scale, 2);
-  EXPECT_EQ(wide.ToPixels({0, 25}), (GraphPlace{240, 10}));
-  EXPECT_EQ(wide.ToPixels({500, 150}), (GraphPlace{1240, 260}));
-  const GraphPlacement narrow = PlaceGraph(660, 290, margins);
-  EXPECT_DOUBLE_EQ(narrow.scale, 1.2);
-  EXPECT_DOUBLE_EQ(narrow.ToPixels({0, 25}).x, 40);
-  EXPECT_DOUBLE_EQ(narrow.ToPixels({0, 25}).y, 60);
-  EXPECT_EQ(wide.ToUnits({642, 109}), (GraphPosition{201, 74}));  // 74.5 down
+  EXPECT_DOUBLE_EQ(wide.scale_x, 2.8);
+  EXPECT_DOUBLE_EQ(wide.scale_y, 2);
+  EXPECT_EQ(wide.ToPixels({0, 25}), (GraphPlace{40, 10}));
+  EXPECT_EQ(wide.ToPixels({500, 150}), (GraphPlace{1440, 260}));
+  EXPECT_EQ(wide.ToUnits({602, 109}), (GraphPosition{201, 74}));  // 200.7 right, 74.5 down
   EXPECT_EQ(wide.ToUnits({-1e300, 1e300}), (GraphPosition{-100000, 100000}));
-  EXPECT_GT(PlaceGraph(0, 0, margins).scale, 0);
+  EXPECT_GT(PlaceGraph(0, 0, margins).scale_x, 0);
+  EXPECT_GT(PlaceGraph(0, 0, margins).scale_y, 0);
 }
 
 }  // namespace

@@ -25,8 +25,9 @@ class EditorWindow : public testing::Test {
 
   void Create() {
     Live() = FourPoints();
-    editor = new LSSwedit(rig.window, kVertical,
-                          {rig.engine, rig.Choosers(), rig.temp.Path(), [this] { ++applied; }});
+    editor = new LSSwedit(
+        rig.window, kVertical,
+        {rig.engine, rig.busy, rig.Choosers(), rig.temp.Path(), [this] { ++applied; }});
   }
   void Destroy() {
     editor->Destroy();
@@ -103,6 +104,67 @@ TEST_F(EditorWindow, MouseDragsAPoint) {
   EXPECT_EQ(Live(), wanted);
   EXPECT_EQ(applied, 1);
   EXPECT_FALSE(CanApply());
+}
+
+TEST_F(EditorWindow, EscapeEndsADragAndADoubleClickTypes) {
+  Open();
+  const auto event = [this](wxEventType type, GraphPosition at) {
+    wxMouseEvent mouse(type);
+    mouse.SetPosition(Graph().PixelOf(at));
+    mouse.m_leftDown = type != wxEVT_LEFT_UP;
+    Handle(Graph(), mouse);
+  };
+  event(wxEVT_LEFT_DOWN, {125, 75});
+  event(wxEVT_MOTION, {150, 60});
+  EXPECT_EQ(Figures(), "0.300 0.930");
+  SendKey(Graph(), wxEVT_CHAR_HOOK, WXK_ESCAPE);
+  EXPECT_EQ(Edited(), FourPoints());
+  EXPECT_TRUE(editor->IsShown());
+  event(wxEVT_LEFT_DCLICK, {125, 75});
+  auto& x = ControlOf<wxTextCtrl>(*editor, "posx_val");
+  EXPECT_TRUE(SettleUntil([&x] { return x.HasFocus(); }));
+  EXPECT_EQ(x.GetStringSelection(), "0.250");
+  const std::pair<const char*, const char*> typed[] = {
+      {"0,3", "0.300 0.900"}, {"2", "0.720 0.900"}, {"left", "left 0.900"}};
+  for (const auto& [text, figures] : typed) {
+    x.ChangeValue(text);
+    Send(x, wxCommandEvent(wxEVT_TEXT_ENTER));
+    EXPECT_EQ(Figures(), figures);
+  }
+  EXPECT_EQ(ControlOf(*editor, "note").GetLabel(), "Enter a number from 0.030 to 0.720.");
+  Graph().SetFocus();
+  EXPECT_TRUE(SettleUntil([this] { return Figures() == "0.720 0.900"; }));
+}
+
+TEST_F(EditorWindow, EnterTakesThePointCountAndStays) {
+  Open();
+  auto& count = ControlOf<wxSpinCtrl>(*editor, "point_num");
+  count.SetValue("6");
+  SendKey(count, wxEVT_CHAR_HOOK, WXK_RETURN);
+  EXPECT_EQ(Edited().CorrePointNum, 6);
+  EXPECT_TRUE(editor->IsShown());
+}
+
+TEST_F(EditorWindow, LiveAppliesEachGestureAndCancelTakesThemBack) {
+  Open();
+  Graph().SetFocus();
+  CheckIn(*editor, "live", true);
+  FiguresAfter({WXK_TAB, WXK_UP, WXK_UP});
+  EXPECT_EQ(applied, 0) << "the key is held";
+  SendKey(Graph(), wxEVT_KEY_UP, WXK_UP);
+  EXPECT_EQ(applied, 1);
+  EXPECT_EQ(Live(), Edited());
+  PressIn(*editor, "reverse");
+  EXPECT_EQ(applied, 2);
+  EXPECT_EQ(Live(), Edited());
+  EXPECT_FALSE(CanApply());
+  PressIn(*editor, "CancelButton");
+  EXPECT_EQ(applied, 3);
+  EXPECT_EQ(Live(), FourPoints());
+  Destroy();
+  rig.global.Settings.AutoApply = 0;
+  Open();
+  EXPECT_FALSE(ControlOf(*editor, "live").IsEnabled()) << "without Real Time";
 }
 
 TEST_F(EditorWindow, KeysChooseAndMovePoints) {
@@ -230,13 +292,14 @@ TEST(EditorFromMain, EditsTheShownGroupsAxisAndCountsAsAChange) {
   rig.Choose("scr_select", kOtherScreens);
   for (const int group : {0, 1}) {
     SCOPED_TRACE(group);
+    rig.global.Settings.AutoApply = static_cast<std::int16_t>(group);
     rig.SelectGroup(group);
     const CurveDefinition before = rig.global.Correction.Curves[AxisOfGroup(group)];
     const ModalScript script("LSSwedit", [](wxDialog& dialog) {
       CheckIn(dialog, "fixedpos", false);
       PressIn(dialog, "OKButton");
     });
-    rig.Press("corre_edit");
+    EXPECT_EQ(rig.Press("corre_edit"), group == 1 ? kApplyWords : "") << "in Real Time";
     EXPECT_NE(rig.global.Correction.Curves[AxisOfGroup(group)], before);
   }
   EXPECT_TRUE(rig.window->Controller().HasUnsavedChanges());
