@@ -83,7 +83,7 @@ void Messages::ShowText(int number, MessageIcon icon) const {
 }
 
 void Messages::ShowText(ToolText key, MessageIcon icon) const {
-  display_.Show(TextOf(global_, kMsgTitle), TextOf(global_, key), icon);
+  Choose(TextOf(global_, key), icon, {TextOf(global_, kMsgOk)});
 }
 
 void Messages::ShowFileText(int number, const std::filesystem::path& file) const {

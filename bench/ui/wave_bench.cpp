@@ -46,13 +46,14 @@ void DragPoint(benchmark::State& state) {
   editor.Press(start.x, start.y);
   wxBitmap picture(kWidth, kHeight);
   const wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT).Scaled(kDip);
+  const GraphMargins margins = WaveMargins(kDip, 40 * kDip, 80 * kDip, 16 * kDip);
   int move = 0;
   for (auto step : state) {
     editor.Drag(start.x + move % 8, start.y + move % 60);
     ++move;
     wxMemoryDC dc(picture);
     const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-    PaintWave(*context, editor, {kWidth, kHeight, kDip, true, font});
+    PaintWave(*context, editor, {kWidth, kHeight, kDip, margins, true, {}, font, {}});
     context->Flush();
   }
 }
