@@ -13,21 +13,35 @@ namespace {
 
 struct KeyRow {
   int key;
-  int code;  // as the key release is reported
-  int step;  // what a press adds to the slider's value
+  int code;   // as the key release is reported; 0: as that of the mouse button
+  int lines;  // what a press adds to the slider's value, in lines and in pages
+  int pages;
 };
 
-constexpr std::array<KeyRow, 9> kKeyRows{{
-    {WXK_LEFT, 37, -1},
-    {WXK_UP, 38, 1},
-    {WXK_RIGHT, 39, 1},
-    {WXK_DOWN, 40, -1},
-    {WXK_NUMPAD_LEFT, 37, -1},
-    {WXK_NUMPAD_UP, 38, 1},
-    {WXK_NUMPAD_RIGHT, 39, 1},
-    {WXK_NUMPAD_DOWN, 40, -1},
-    {WXK_SHIFT, 16, 0},
+constexpr int kToTheEnd = 1 << 17;  // more than any slider's range
+
+constexpr std::array<KeyRow, 17> kKeyRows{{
+    {WXK_PAGEUP, 0, 0, 1},
+    {WXK_PAGEDOWN, 0, 0, -1},
+    {WXK_END, 0, kToTheEnd, 0},
+    {WXK_HOME, 0, -kToTheEnd, 0},
+    {WXK_LEFT, 37, -1, 0},
+    {WXK_UP, 38, 1, 0},
+    {WXK_RIGHT, 39, 1, 0},
+    {WXK_DOWN, 40, -1, 0},
+    {WXK_NUMPAD_PAGEUP, 0, 0, 1},
+    {WXK_NUMPAD_PAGEDOWN, 0, 0, -1},
+    {WXK_NUMPAD_END, 0, kToTheEnd, 0},
+    {WXK_NUMPAD_HOME, 0, -kToTheEnd, 0},
+    {WXK_NUMPAD_LEFT, 37, -1, 0},
+    {WXK_NUMPAD_UP, 38, 1, 0},
+    {WXK_NUMPAD_RIGHT, 39, 1, 0},
+    {WXK_NUMPAD_DOWN, 40, -1, 0},
+    {WXK_SHIFT, 16, 0, 0},
 }};
+
+// How long no notch of the wheel comes before it counts as let go of, in milliseconds.
+constexpr int kWheelRest = 250;
 
 const KeyRow* FindKey(int key) {
   const auto row = std::find_if(kKeyRows.begin(), kKeyRows.end(),
@@ -98,17 +112,19 @@ void SliderRow::BindSlider() {
   });
   bar_->Bind(wxEVT_KEY_DOWN, &SliderRow::OnKeyDown, this);
   bar_->Bind(wxEVT_KEY_UP, &SliderRow::OnKeyUp, this);
+  bar_->Bind(wxEVT_MOUSEWHEEL, &SliderRow::OnWheel, this);
+  wheel_rest_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { handlers_.released(row_); });
 }
 
-// Arrows are handled here and not by the native sliders, which do not agree about the vertical
-// arrows, nor about arrows with Shift.
+// Keys and the wheel are handled here and not by the native sliders, which do not agree about the
+// vertical arrows, about the way that pages and the wheel go, nor about arrows with Shift.
 void SliderRow::OnKeyDown(wxKeyEvent& event) {
   const KeyRow* key = FindKey(event.GetKeyCode());
-  if (key == nullptr || key->step == 0 || event.ControlDown() || event.AltDown()) {
+  if (key == nullptr || key->key == WXK_SHIFT || event.ControlDown() || event.AltDown()) {
     event.Skip();
     return;
   }
-  Step(key->step);
+  Step(key->lines + key->pages * bar_->GetPageSize());
 }
 
 void SliderRow::OnKeyUp(wxKeyEvent& event) {
@@ -118,8 +134,22 @@ void SliderRow::OnKeyUp(wxKeyEvent& event) {
   // Some systems still report Shift as held when it is Shift that goes up.
   const bool shift_alone =
       key->key != WXK_SHIFT && event.ShiftDown() && !event.ControlDown() && !event.AltDown();
-  bar_->CallAfter(
-      [this, code = key->code, shift_alone] { handlers_.key_released(row_, code, shift_alone); });
+  bar_->CallAfter([this, code = key->code, shift_alone] {
+    if (code != 0) {
+      handlers_.key_released(row_, code, shift_alone);
+    } else if (!shift_alone) {
+      handlers_.released(row_);
+    }
+  });
+}
+
+void SliderRow::OnWheel(wxMouseEvent& event) {
+  if (event.GetWheelDelta() <= 0) return;
+  wheel_rotation_ += event.GetWheelRotation();
+  const int notches = wheel_rotation_ / event.GetWheelDelta();
+  wheel_rotation_ -= notches * event.GetWheelDelta();
+  Step(notches);
+  wheel_rest_.StartOnce(kWheelRest);
 }
 
 void SliderRow::Step(int step) {

@@ -5,6 +5,7 @@
 #include <wx/slider.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/timer.h>
 
 #include <functional>
 
@@ -18,7 +19,9 @@ namespace warpline {
 // What the user did on row 0 or 1.
 struct SliderHandlers {
   std::function<void(int row, int value)> moved;
-  std::function<void(int row)> released;  // the mouse button went up
+  // The mouse button went up, or a key that moves the slider and is no arrow; the wheel came to
+  // rest.
+  std::function<void(int row)> released;
   // A key went up: an arrow (37 to 40) or Shift (16). shift_alone: Shift is still held, without
   // Ctrl and Alt.
   std::function<void(int row, int key_code, bool shift_alone)> key_released;
@@ -47,12 +50,15 @@ class SliderRow {
   void BindSlider();
   void OnKeyDown(wxKeyEvent& event);
   void OnKeyUp(wxKeyEvent& event);
+  void OnWheel(wxMouseEvent& event);
   void Step(int step);
   void Enable(bool enabled);
 
   int row_;
   SliderHandlers handlers_;
   bool filling_ = false;
+  int wheel_rotation_ = 0;  // what is not yet a whole notch
+  wxTimer wheel_rest_;
   wxBitmapButton* icon_;
   wxStaticText* name_;
   wxStaticText* low_;

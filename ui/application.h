@@ -6,6 +6,7 @@
 
 #include "app/engine.h"
 #include "platform/file_lock.h"
+#include "ui/wheel_guard.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
 
@@ -25,6 +26,7 @@ class Application : public wxApp {
     WindowMessages display;
     WindowBusy busy;
     Engine engine{display, busy};
+    WheelGuard wheel_guard;
   };
 
   bool AnotherInstanceRuns();

@@ -5,6 +5,7 @@
 #include "tests/support/source_folder.h"
 #include "tests/ui/window_rig.h"
 #include "ui/layout.h"
+#include "ui/wheel_guard.h"
 #include "ui/window_messages.h"
 
 // Buttons, menus, files, closing, and what a failing projector does to the window.
@@ -371,6 +372,10 @@ TEST_F(OpenedWindow, ArrowKeysStepAndSendUnlessShiftIsHeld) {
       {"Shift again, nothing has changed", WXK_SHIFT, wxMOD_SHIFT, 2, false},
       {"no step with Ctrl", WXK_RIGHT, wxMOD_CONTROL, 2, false},
       {"no arrow", WXK_TAB, wxMOD_NONE, 2, false},
+      {"page up", WXK_PAGEUP, wxMOD_NONE, 12, true},
+      {"page down under Shift", WXK_PAGEDOWN, wxMOD_SHIFT, 2, false},
+      {"end", WXK_END, wxMOD_NONE, 150, true},
+      {"home", WXK_HOME, wxMOD_NONE, -150, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -382,6 +387,27 @@ TEST_F(OpenedWindow, ArrowKeysStepAndSendUnlessShiftIsHeld) {
     EXPECT_EQ(rig.V().Distortion, row.value);
     EXPECT_EQ(rig.Value("ctrl_bar1"), row.value);
   }
+}
+
+TEST_F(OpenedWindow, WheelMovesWhatHasTheFocusAndSendsOnce) {
+  const WheelGuard guard;
+  auto& bar = rig.Find("ctrl_bar1");
+  wxMouseEvent notch(wxEVT_MOUSEWHEEL);
+  notch.m_wheelDelta = 120;
+  notch.m_wheelRotation = 240;
+  notch.SetEventObject(&bar);
+  Handle(bar, notch);
+  EXPECT_EQ(rig.V().Distortion, 0) << "the focus is elsewhere";
+  rig.window->Raise();
+  bar.SetFocus();
+  ASSERT_TRUE(SettleUntil([&] { return rig.window->IsActive() && bar.HasFocus(); }));
+  Handle(bar, notch);
+  notch.m_wheelRotation = 60;
+  for (int half = 0; half < 2; ++half) Handle(bar, notch);
+  EXPECT_EQ(rig.V().Distortion, 3);
+  EXPECT_TRUE(
+      SettleUntil([&] { return CommandsOf(rig.server.Snapshot().ToolFrames) == kApplyWords; }));
+  EXPECT_EQ(rig.Links(), 1U);
 }
 
 TEST(MainControls, RealMouseAndKeysReachTheSlider) {
