@@ -9,7 +9,7 @@
 #include "ui/LSSview.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
-#include "ui/native/chosen_again.h"
+#include "ui/native/list_choice.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -124,12 +124,9 @@ MainStatus::Handlers LSSmain::CreateStatusHandlers() {
 }
 
 void LSSmain::BindControls() {
-  const auto select_screen = [this] {
-    const int type = controls_.scr_select->GetSelection();
-    WhenIdle([this, type] { controller_.SelectScreenType(type); });
-  };
-  controls_.scr_select->Bind(wxEVT_CHOICE, [select_screen](wxCommandEvent&) { select_screen(); });
-  WhenChosenAgain(*controls_.scr_select, select_screen);
+  WhenChosen(
+      *controls_.scr_select, [this] { return parts_.engine.global.Correction.ScreenType; },
+      [this](int type) { WhenIdle([this, type] { controller_.SelectScreenType(type); }); });
   for (int group = 0; group < kGroupCount; ++group) {
     controls_.ctrl_select[static_cast<std::size_t>(group)]->Bind(
         wxEVT_RADIOBUTTON, [this, group](wxCommandEvent&) { controller_.SelectGroup(group); });
