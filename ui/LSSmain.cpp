@@ -169,6 +169,8 @@ void LSSmain::ShowModel() {
   controls_.scr_select->SetSelection(parts_.engine.global.Correction.ScreenType);
   ShowMenus();
   ShowGroup(controls_, parts_.engine.global, controller_.Group());
+  parts_.busy.SetFallbackControl(
+      controls_.ctrl_select[static_cast<std::size_t>(controller_.Group())]);
   controls_.applybutton->Enable(controller_.ApplyEnabled());
   controls_.testpattern->SetValue(parts_.engine.global.Settings.TestPattern == 1);
   ShowStatus();

@@ -2,6 +2,8 @@
 
 #include <wx/evtloop.h>
 
+#include "ui/native/focus.h"
+
 namespace warpline {
 namespace {
 
@@ -45,7 +47,7 @@ void WindowBusy::BeginBusy(BusyKind kind) {
 
 void WindowBusy::Disable() {
   focus_ = wxWindow::FindFocus();
-  if (!focus_ && window_) focus_ = window_->IsActive() ? silent_ : last_;
+  if (!focus_ && window_) focus_ = silent_ && HoldsFocus(*silent_) ? silent_ : last_;
   if (!window_) return;
   window_->Disable();
   ProcessPendingEvents();
@@ -70,7 +72,7 @@ void WindowBusy::Enable() {
   if (!window_) return;
   window_->Enable();
   RenewTabStops(*window_);
-  if (!IsUsable(focus_) && focus_) focus_ = silent_;
+  if (!IsUsable(focus_) && focus_) focus_ = fallback_;
   if (IsUsable(focus_)) focus_->SetFocus();
 }
 

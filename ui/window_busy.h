@@ -27,10 +27,12 @@ class WindowBusy : public BusyIndicator {
   // Called when following begins, with each of its steps, and when it has ended.
   void SetWatcher(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
-  // A control of the main window that gets the focus back when the toolkit could not tell which one
-  // had it: GTK's drop-down lists never say that they have the focus. Also when the one that had it
-  // cannot be used any more.
+  // A control of the main window that never says that it has the focus, as GTK's drop-down lists.
   void SetSilentControl(wxWindow* control) { silent_ = control; }
+
+  // A control of the main window that gets the focus when the one that had it cannot be used any
+  // more.
+  void SetFallbackControl(wxWindow* control) { fallback_ = control; }
 
   // A control of the main window has got the focus. Work that begins right behind a dialog finds
   // the focus nowhere: then it goes back to this one.
@@ -75,6 +77,7 @@ class WindowBusy : public BusyIndicator {
   wxWeakRef<wxTopLevelWindow> window_;
   wxWeakRef<wxWindow> focus_;
   wxWeakRef<wxWindow> silent_;
+  wxWeakRef<wxWindow> fallback_;
   wxWeakRef<wxWindow> last_;
   std::unique_ptr<wxBusyCursor> hourglass_;
   std::unique_ptr<WorkProgress> progress_;

@@ -198,7 +198,7 @@ TEST_F(OpenedWindow, FocusSurvivesWorkDialogsAndDisabledRows) {
   const struct {
     const char *before, *after;
     int distortion;
-  } rows[] = {{"ctrl_bar1", "ctrl_bar1", 1}, {"ctrl_bar0", "scr_select", 0}};
+  } rows[] = {{"ctrl_bar1", "ctrl_bar1", 1}, {"ctrl_bar0", "ctrl_select0", 0}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.before);
     activate(*rig.window, rig.Find(row.before));
