@@ -48,7 +48,10 @@ inline constexpr int kMessageCount = 219;
   X(CurveFaulty)               \
   X(CoordinateWanted)          \
   X(Live)                      \
-  X(LiveHint)
+  X(LiveHint)                  \
+  X(PutOpticalBack)            \
+  X(NumberBounds)              \
+  X(NumberWrong)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

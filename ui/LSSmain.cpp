@@ -10,6 +10,7 @@
 #include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/native/list_choice.h"
+#include "ui/number_entry.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -115,6 +116,14 @@ SliderHandlers LSSmain::CreateSliderHandlers() {
       },
       [this, idle](int row) {
         if (idle()) controller_.PressIcon(kSliderCount * controller_.Group() + row);
+      },
+      [this, idle](int row) {
+        if (!idle()) return;
+        SliderRow& slider = *controls_.rows[static_cast<std::size_t>(row)];
+        const LSSglobal& global = parts_.engine.global;
+        const auto number = AskNumber(this, global, slider.SpokenName(),
+                                      SetUpSlider(global.Correction, controller_.Group(), row));
+        if (number) slider.Take(*number);
       },
   };
 }

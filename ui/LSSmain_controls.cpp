@@ -116,11 +116,13 @@ void ShowGroup(MainControls& controls, const LSSglobal& global, int group) {
     const auto index = static_cast<std::size_t>(row);
     const SliderTarget target = TargetOf(correction, group, row);
     const GroupRow& texts = kGroups[static_cast<std::size_t>(group)];
-    controls.rows[index]->Show(SetUpSlider(correction, group, row),
-                               CaptionOf(global, texts.caption),
-                               CaptionOf(global, texts.slider_captions[index]),
-                               IconOf(target, correction.Axes[target.axis].Stadium == 1),
-                               wxString::Format("iconbutton%d", kSliderCount * group + row));
+    const bool acts = OpticalSlider(correction, group) == row;
+    controls.rows[index]->Show(
+        SetUpSlider(correction, group, row),
+        {CaptionOf(global, texts.caption), CaptionOf(global, texts.slider_captions[index]),
+         IconOf(target, correction.Axes[target.axis].Stadium == 1),
+         wxString::Format("iconbutton%d", kSliderCount * group + row),
+         acts ? CaptionOf(global, ToolText::kPutOpticalBack) : wxString()});
   }
   controls.ctrl_select[static_cast<std::size_t>(group)]->SetValue(true);
   ShowGroupValues(controls, global, group);

@@ -1,11 +1,15 @@
 #include "ui/LSSmain_slider_row.h"
 
+#include <wx/dcclient.h>
+#include <wx/settings.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "ui/layout.h"
 #include "ui/native/accessible_name.h"
+#include "ui/native/slider_place.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -49,6 +53,8 @@ const KeyRow* FindKey(int key) {
   return row == kKeyRows.end() ? nullptr : &*row;
 }
 
+constexpr int kZeroHeight = 5;  // DIP
+
 // Wide enough for every value, so that nothing moves when the group changes.
 constexpr const char* kWidestEnd = "-32767";
 constexpr const char* kWidestValue = "-32767";
@@ -65,37 +71,54 @@ wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
 SliderRow::SliderRow(wxWindow* parent, int row, SliderHandlers handlers)
     : row_(row),
       handlers_(std::move(handlers)),
+      picture_(new wxStaticBitmap(parent, wxID_ANY, wxBitmapBundle::FromBitmap(wxBitmap(32, 32)))),
       icon_(new wxBitmapButton(parent, wxID_ANY, wxBitmapBundle::FromBitmap(wxBitmap(32, 32)),
-                               wxDefaultPosition, wxDefaultSize, wxBU_NOTEXT, wxDefaultValidator,
-                               wxString::Format("iconbutton%d", row))),
+                               wxDefaultPosition, wxDefaultSize, wxBU_NOTEXT)),
       name_(new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxST_NO_AUTORESIZE, wxString::Format("ctrl_name%d", row))),
       low_(CreateEnd(parent, wxString::Format("ctrl_low%d", row), wxALIGN_RIGHT)),
       bar_(new wxSlider(parent, wxID_ANY, 0, -1, 1, wxDefaultPosition, wxDefaultSize,
                         wxSL_HORIZONTAL, wxDefaultValidator, wxString::Format("ctrl_bar%d", row))),
+      zero_(new wxWindow(parent, wxID_ANY)),
       high_(CreateEnd(parent, wxString::Format("ctrl_high%d", row), wxALIGN_LEFT)),
       value_(new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                            wxTE_READONLY | wxTE_RIGHT, wxDefaultValidator,
+                            wxTE_READONLY | wxTE_RIGHT | wxBORDER_NONE, wxDefaultValidator,
                             wxString::Format("ctrl_value%d", row))) {
   Lay();
   BindSlider();
+  BindNumberEntry();
+  zero_->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { PaintZero(); });
   icon_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { handlers_.icon_pressed(row_); });
 }
 
 void SliderRow::Lay() {
   bar_->SetMinSize(bar_->FromDIP(wxSize(120, -1)));
+  zero_->SetMinSize(zero_->FromDIP(wxSize(-1, kZeroHeight)));
+  zero_->SetCanFocus(false);
   value_->SetMinSize(
       wxSize(value_->GetSizeFromTextSize(value_->GetTextExtent(kWidestValue).x).x, -1));
   value_->DisableFocusFromKeyboard();
+  value_->SetCanFocus(false);
+  value_->SetBackgroundColour(value_->GetParent()->GetBackgroundColour());
+  auto* place = new wxBoxSizer(wxHORIZONTAL);  // as large with the picture as with the button
+  place->SetMinSize(icon_->GetBestSize());
+  place->AddStretchSpacer();
+  place->Add(picture_, AtCentre());
+  place->Add(icon_, AtCentre());
+  place->AddStretchSpacer();
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(low_, AtCentre());
-  line->Add(bar_, Growing().Border(wxLEFT | wxRIGHT, Gap(bar_)));
+  auto* scale = new wxBoxSizer(wxVERTICAL);
+  scale->AddSpacer(bar_->FromDIP(kZeroHeight));  // keeps the slider in the middle
+  scale->Add(bar_, wxSizerFlags().Expand());
+  scale->Add(zero_, wxSizerFlags().Expand());
+  line->Add(scale, Growing().Border(wxLEFT | wxRIGHT, Gap(bar_)));
   line->Add(high_, AtCentre());
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(name_, wxSizerFlags().Expand());
   column->Add(line, wxSizerFlags().Expand());
   sizer_ = new wxBoxSizer(wxHORIZONTAL);
-  sizer_->Add(icon_, AtCentre());
+  sizer_->Add(place, AtCentre());
   sizer_->Add(column, Growing().Border(wxLEFT | wxRIGHT, Gap(bar_)));
   sizer_->Add(value_, AtCentre());
 }
@@ -108,12 +131,67 @@ void SliderRow::BindSlider() {
   // The native control has to see the release first: the work that follows disables it.
   bar_->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
     event.Skip();
-    bar_->CallAfter([this] { handlers_.released(row_); });
+    bar_->CallAfter([this] {
+      handlers_.released(row_);
+      if (std::exchange(clicked_twice_, false)) AskForNumber();
+    });
   });
   bar_->Bind(wxEVT_KEY_DOWN, &SliderRow::OnKeyDown, this);
   bar_->Bind(wxEVT_KEY_UP, &SliderRow::OnKeyUp, this);
   bar_->Bind(wxEVT_MOUSEWHEEL, &SliderRow::OnWheel, this);
   wheel_rest_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { handlers_.released(row_); });
+}
+
+// The value box takes no focus by the mouse, and nothing of its text can be marked.
+void SliderRow::BindNumberEntry() {
+  bar_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const bool asks = key == WXK_RETURN || key == WXK_NUMPAD_ENTER || key == WXK_F2;
+    if (asks && !event.HasAnyModifiers()) {
+      AskForNumber();
+    } else {
+      event.Skip();
+    }
+  });
+  bar_->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {
+    clicked_twice_ = true;
+    event.Skip();
+  });
+  for (wxWindow* each :
+       std::initializer_list<wxWindow*>{picture_, name_, low_, zero_, high_, value_}) {
+    each->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent&) { AskForNumber(); });
+  }
+  value_->Bind(wxEVT_LEFT_DOWN, [](wxMouseEvent&) {});
+  value_->Bind(wxEVT_RIGHT_DOWN, [](wxMouseEvent&) {});
+  // Some systems give the clicks on texts and pictures to what they stand on.
+  bar_->GetParent()->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {
+    event.Skip();
+    if (wxRect(sizer_->GetPosition(), sizer_->GetSize()).Contains(event.GetPosition())) {
+      AskForNumber();
+    }
+  });
+}
+
+// Not by the native sliders' own marks: one of those catches the thumb at 0 and does not let it
+// come to rest nearby.
+void SliderRow::PaintZero() {
+  wxPaintDC dc(zero_);
+  const wxColour text = wxSystemSettings::GetColour(bar_->IsEnabled() ? wxSYS_COLOUR_WINDOWTEXT
+                                                                      : wxSYS_COLOUR_GRAYTEXT);
+  dc.SetPen(wxPen(text, zero_->FromDIP(1)));
+  const int x = ThumbCentre(*bar_, 0);
+  dc.DrawLine(x, 0, x, zero_->GetClientSize().y);
+}
+
+void SliderRow::AskForNumber() {
+  bar_->CallAfter([this] {
+    if (bar_->IsEnabled()) handlers_.number_wanted(row_);
+  });
+}
+
+void SliderRow::Take(int value) {
+  Step(value - bar_->GetValue());
+  handlers_.released(row_);
 }
 
 // Keys and the wheel are handled here and not by the native sliders, which do not agree about the
@@ -161,24 +239,34 @@ void SliderRow::Step(int step) {
   handlers_.moved(row_, value);
 }
 
-void SliderRow::Show(const SliderSetup& setup, const wxString& group, const wxString& caption,
-                     const wxBitmapBundle& picture, const wxString& icon_name) {
+void SliderRow::Show(const SliderSetup& setup, const Looks& looks) {
   filling_ = true;
-  const wxString plain = wxStripMenuCodes(caption);
-  spoken_name_ = wxStripMenuCodes(group) + ": " + plain;
-  name_->SetLabel(caption);
-  icon_->SetBitmap(picture);
-  icon_->SetName(icon_name);
-  icon_->SetToolTip(plain);
-  SetAccessibleName(*icon_, spoken_name_);
+  spoken_name_ = wxStripMenuCodes(looks.group) + ": " + wxStripMenuCodes(looks.caption);
+  name_->SetLabel(looks.caption);
+  ShowPicture(looks);
   SetAccessibleName(*value_, spoken_name_);
   bar_->SetRange(setup.low, setup.high);
+  zero_->Refresh();
   bar_->SetPageSize(setup.large_step);
   bar_->SetValue(setup.value);
   low_->SetLabel(wxString::Format("%d", setup.low));
   high_->SetLabel(wxString::Format("%d", setup.high));
   filling_ = false;
   ShowValue(setup);
+}
+
+void SliderRow::ShowPicture(const Looks& looks) {
+  const bool acts = !looks.action.empty();
+  icon_->SetBitmap(looks.picture);
+  picture_->SetBitmap(looks.picture);
+  icon_->SetName(acts ? looks.icon_name : "");
+  picture_->SetName(acts ? "" : looks.icon_name);
+  icon_->Show(acts);
+  picture_->Show(!acts);
+  icon_->SetToolTip(looks.action);
+  picture_->SetToolTip(wxStripMenuCodes(looks.caption));
+  SetAccessibleName(*icon_, spoken_name_, looks.action);
+  SetAccessibleName(*picture_, spoken_name_);
 }
 
 void SliderRow::ShowValue(const SliderSetup& setup) {
@@ -189,7 +277,8 @@ void SliderRow::ShowValue(const SliderSetup& setup) {
 }
 
 void SliderRow::Enable(bool enabled) {
-  for (wxWindow* each : std::initializer_list<wxWindow*>{icon_, name_, low_, bar_, high_, value_}) {
+  for (wxWindow* each :
+       std::initializer_list<wxWindow*>{picture_, icon_, name_, low_, bar_, zero_, high_, value_}) {
     each->Enable(enabled);
   }
 }

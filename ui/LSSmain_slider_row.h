@@ -3,6 +3,7 @@
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
 #include <wx/slider.h>
+#include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/timer.h>
@@ -11,8 +12,8 @@
 
 #include "model/parameter_groups.h"
 
-// One parameter row of the main window: icon button, caption, slider between its two ends, value
-// box.
+// One parameter row of the main window: picture or icon button, caption, slider between its two
+// ends, value box.
 
 namespace warpline {
 
@@ -26,6 +27,7 @@ struct SliderHandlers {
   // Ctrl and Alt.
   std::function<void(int row, int key_code, bool shift_alone)> key_released;
   std::function<void(int row)> icon_pressed;
+  std::function<void(int row)> number_wanted;  // Enter, F2 or a double click
 };
 
 class SliderRow {
@@ -35,19 +37,32 @@ class SliderRow {
 
   wxSizer* Sizer() const { return sizer_; }
 
-  // Sets everything; the handlers stay silent. group is the caption of the row's group, icon_name
-  // the product name that the button goes by while it shows this picture.
-  void Show(const SliderSetup& setup, const wxString& group, const wxString& caption,
-            const wxBitmapBundle& picture, const wxString& icon_name);
+  // Sets everything; the handlers stay silent.
+  struct Looks {
+    wxString group;  // the caption of the row's group
+    wxString caption;
+    wxBitmapBundle picture;
+    wxString icon_name;  // the product name that the picture goes by while it shows this one
+    wxString action;     // what pressing the picture does; a picture without one is no button
+  };
+  void Show(const SliderSetup& setup, const Looks& looks);
 
   // The text and whether the row can be used; the slider stays where the user has it.
   void ShowValue(const SliderSetup& setup);
 
+  // As if the user had moved the slider to that value and let go of it.
+  void Take(int value);
+
   void FocusSlider() { bar_->SetFocus(); }
+  const wxString& SpokenName() const { return spoken_name_; }
 
  private:
   void Lay();
   void BindSlider();
+  void BindNumberEntry();
+  void ShowPicture(const Looks& looks);
+  void AskForNumber();
+  void PaintZero();
   void OnKeyDown(wxKeyEvent& event);
   void OnKeyUp(wxKeyEvent& event);
   void OnWheel(wxMouseEvent& event);
@@ -59,10 +74,13 @@ class SliderRow {
   bool filling_ = false;
   int wheel_rotation_ = 0;  // what is not yet a whole notch
   wxTimer wheel_rest_;
+  bool clicked_twice_ = false;  // the mouse button is still held
+  wxStaticBitmap* picture_;     // of the two one is shown
   wxBitmapButton* icon_;
   wxStaticText* name_;
   wxStaticText* low_;
   wxSlider* bar_;
+  wxWindow* zero_;  // shows below the slider where its 0 is
   wxStaticText* high_;
   wxTextCtrl* value_;
   wxSizer* sizer_ = nullptr;

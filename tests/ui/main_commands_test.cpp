@@ -389,6 +389,24 @@ TEST_F(OpenedWindow, ArrowKeysStepAndSendUnlessShiftIsHeld) {
   }
 }
 
+TEST_F(OpenedWindow, NumberIsAskedForUntilItFits) {
+  const struct {
+    const char* entered;
+    bool fits;
+  } rows[] = {{"151", false}, {"1.5", false}, {"", false}, {" -77 ", true}};
+  const ModalScript script("NumberEntry", [&rows](wxDialog& dialog) {
+    for (const auto& row : rows) {
+      ControlOf<wxTextCtrl>(dialog, "number").ChangeValue(row.entered);
+      Send(ControlOf(dialog, "OKButton"), wxCommandEvent(wxEVT_BUTTON));
+      EXPECT_EQ(dialog.IsModal(), !row.fits) << row.entered;
+      EXPECT_TRUE(ControlOf(dialog, "fault").IsShown());
+    }
+  });
+  EXPECT_EQ(rig.SentBy([&] { SendKey(rig.Find("ctrl_bar1"), wxEVT_CHAR_HOOK, WXK_F2); }),
+            kApplyWords);
+  EXPECT_EQ(rig.Text("ctrl_value1"), "-77%");
+}
+
 TEST_F(OpenedWindow, WheelMovesWhatHasTheFocusAndSendsOnce) {
   const WheelGuard guard;
   auto& bar = rig.Find("ctrl_bar1");
@@ -433,6 +451,7 @@ TEST(MainControls, IconsAndSymmetryBoxesReachTheModel) {
   rig.Open();
   rig.SelectGroup(1);
   EXPECT_EQ(rig.Press("iconbutton2"), "") << "only shows";
+  EXPECT_EQ(dynamic_cast<wxBitmapButton*>(&rig.Find("iconbutton2")), nullptr);
   EXPECT_EQ(rig.Press("iconbutton3"), kApplyWords);
   EXPECT_EQ(rig.Value("ctrl_bar1"), 32) << "the horizontal slider shows the opposite sign";
   rig.SelectGroup(2);
