@@ -42,8 +42,9 @@ void LSSview::OnPaint(wxPaintEvent&) {
   const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
   if (!context) return;
   const wxSize size = canvas_->GetClientSize();
-  PaintPreview(*context, drawing_, size.x, size.y);
-  if (aux_lines_) PaintPreview(*context, DrawAuxLine(), size.x, size.y);
+  const double dip = canvas_->FromDIP(100) / 100.0;
+  PaintPreview(*context, drawing_, size.x, size.y, dip);
+  if (aux_lines_) PaintPreview(*context, DrawAuxLine(), size.x, size.y, dip);
 }
 
 void LSSview::OnKey(wxKeyEvent& event) {

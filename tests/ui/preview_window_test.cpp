@@ -130,6 +130,16 @@ TEST(PreviewWindow, PaintsEveryShapeInPlaceAndColour) {
   }
 }
 
+TEST(PreviewWindow, FrameAndBandsShowAtZeroDistortion) {
+  CorrectionData correction;
+  ResetToScreenType(correction);
+  const wxImage image = Painted(Redraw(correction, correction.Axes), wxSize(640, 480));
+  const wxPoint edges[] = {{0, 200}, {639, 200}, {200, 0}, {200, 479}};
+  const wxPoint beside[] = {{1, 200}, {638, 200}, {200, 1}, {200, 478}};
+  for (const wxPoint& at : edges) EXPECT_EQ(LitAt(image, at.x, at.y), "gb") << at.x;
+  for (const wxPoint& at : beside) EXPECT_EQ(LitAt(image, at.x, at.y), "rg") << at.x;
+}
+
 TEST(Layout, WindowsAreHeldInsideTheScreen) {
   const wxRect area(0, 40, 1600, 1160);
   const wxSize size(600, 400);
