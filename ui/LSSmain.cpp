@@ -73,13 +73,6 @@ wxSize LSSmain::FirstSize() {
   return wxWindow::FromDIP(wxSize(560, 360), nullptr);
 }
 
-void LSSmain::CreatePreviewWindow() {
-  view_ = new LSSview(this, CaptionOf(parts_.engine.global, kMsgTestPattern),
-                      [this] { controller_.SetTestPattern(false); });
-  view_->SetIcons(GetIcons());
-  SetPreviewSize("menu_disp_regular");
-}
-
 // The smallest size shows everything of every group; only the width grows.
 void LSSmain::SetSizes() {
   auto* sizer = new wxBoxSizer(wxVERTICAL);

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <span>
 #include <string_view>
 
 #include "app/main_controller.h"
@@ -63,6 +64,9 @@ class LSSmain : public wxFrame, private MainView {
   void RedrawPreview();
   void PlacePreviewWindow();
   void SetPreviewSize(std::string_view item);
+  void CheckPreviewSize();
+  bool PlacePreviewClearOf(std::span<const wxRect> others);
+  wxPoint MovePreviewAside(wxTopLevelWindow& editor);
 
   void OnClose(wxCloseEvent& event);
   void OnIconize(wxIconizeEvent& event);

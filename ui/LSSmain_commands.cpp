@@ -13,22 +13,6 @@
 // The main window's commands: one table row each, for menu items and buttons alike.
 
 namespace warpline {
-namespace {
-
-struct PreviewSize {
-  std::string_view item;
-  int width;  // DIP
-  int height;
-};
-
-constexpr std::array<PreviewSize, 3> kPreviewSizes{{
-    {"menu_disp_magnification", 960, 720},
-    {"menu_disp_regular", 640, 480},
-    {"menu_disp_small", 400, 300},
-}};
-
-}  // namespace
-
 struct LSSmain::Command {
   std::string_view name;
   void (*run)(LSSmain& window);
@@ -70,8 +54,13 @@ void LSSmain::Run(std::string_view name) {
 }
 
 void LSSmain::EditCurve() {
-  OpenCurveEditor(parts_, this, AxisOfGroup(controller_.Group()),
-                  [this] { controller_.CurveChanged(); });
+  const wxRect before = view_->GetRect();
+  wxPoint aside = before.GetPosition();
+  OpenCurveEditor(
+      parts_, this, AxisOfGroup(controller_.Group()), [this] { controller_.CurveChanged(); },
+      [this, &aside](wxTopLevelWindow& editor) { aside = MovePreviewAside(editor); });
+  if (view_->GetPosition() == aside) view_->SetSize(before);
+  CheckPreviewSize();
 }
 
 void LSSmain::OpenSettings() {
@@ -91,39 +80,6 @@ void LSSmain::ShowHelp() {
 
 void LSSmain::ShowAbout() {
   ShowAboutBox(this, parts_.engine.global);
-}
-
-void LSSmain::SetPreviewSize(std::string_view item) {
-  const auto* size = std::find_if(kPreviewSizes.begin(), kPreviewSizes.end(),
-                                  [item](const PreviewSize& each) { return each.item == item; });
-  view_->SetPictureSize(wxSize(size->width, size->height));
-  GetMenuBar()->Check(MenuId(item), true);
-}
-
-// Shown while Test Pattern is checked and the main window is on the screen.
-void LSSmain::ShowPreview() {
-  if (view_ == nullptr) return;
-  const bool wanted = IsShown() && !IsIconized() && parts_.engine.global.Settings.TestPattern == 1;
-  if (wanted && !view_->IsShown()) {
-    PlacePreviewWindow();
-    view_->ShowWithoutActivating();
-  } else if (!wanted) {
-    view_->Hide();
-  }
-  RedrawPreview();
-}
-
-void LSSmain::RedrawPreview() {
-  if (view_ != nullptr && view_->IsShown()) view_->SetDrawing(controller_.Preview());
-}
-
-// Beside the main window the first time, later where the user has put it.
-void LSSmain::PlacePreviewWindow() {
-  if (preview_placed_) return;
-  preview_placed_ = true;
-  const wxRect own = GetScreenRect();
-  const wxPoint beside(own.GetRight() + Gap(this), own.y);
-  view_->SetPosition(HeldInside(UsableScreen(own.GetPosition()), beside, view_->GetSize()));
 }
 
 // Escape ends what is sent while the projector follows the hand.

@@ -12,9 +12,11 @@ class wxTopLevelWindow;
 
 namespace warpline {
 
-// applied is called whenever the live curve of the axis has changed.
+// applied is called whenever the live curve of the axis has changed, opening with the editor before
+// it is shown.
 void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
-                     const std::function<void()>& applied);
+                     const std::function<void()>& applied,
+                     const std::function<void(wxTopLevelWindow&)>& opening);
 
 void OpenCommunicationSettings(const MainParts& parts, wxTopLevelWindow* owner);
 void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner);

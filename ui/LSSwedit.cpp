@@ -11,6 +11,7 @@
 #include "ui/LSSshape.h"
 #include "ui/layout.h"
 #include "ui/native/accessible_name.h"
+#include "ui/window_place.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -224,6 +225,7 @@ void LSSwedit::SetSizes() {
   SetSize(wxSize(std::min(GetSize().x, screen.width), std::min(GetSize().y, screen.height)));
   CentreOnParent();
   SetPosition(HeldInside(screen, GetPosition(), GetSize()));
+  KeepPlace(*this);
 }
 
 // What follows the pointer: figures, Apply and what is wrong with the curve. The graph paints

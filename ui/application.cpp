@@ -1,9 +1,5 @@
 #include "ui/application.h"
 
-#include <wx/confbase.h>
-#include <wx/fileconf.h>
-#include <wx/log.h>
-
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -28,7 +24,7 @@ std::string CommandLineOf(int argc, wxChar** argv) {
 }
 
 constexpr const char* kLockFileName = "WarplineTool.lock";
-constexpr const char* kWindowsFileName = "WarplineTool.windows";
+constexpr const char* kWindowPlacesFileName = "WarplineTool.windows";
 
 // The width that the preview takes beside the main window at first, in DIP.
 constexpr int kPreviewWidth = 640;
@@ -39,7 +35,9 @@ wxPoint DefaultPosition() {
   wxSize both = LSSmain::FirstSize();
   both.x += wxWindow::FromDIP(kPreviewWidth, nullptr);
   const wxRect screen = UsableScreen({});
-  return HeldInside(screen, wxRect(both).CentreIn(screen).GetPosition(), both);
+  wxPoint position = HeldInside(screen, wxRect(both).CentreIn(screen).GetPosition(), both);
+  if (both.x > screen.width) position.y = screen.y;  // the preview opens below
+  return position;
 }
 
 }  // namespace
@@ -52,7 +50,6 @@ bool Application::OnInit() {
   std::filesystem::current_path(ProgramFolder(), ignored);
   run_ = std::make_unique<Run>();
   PrepareState();
-  RememberWindows();
   ShowStatesAtOnce();
   ShowMainWindow();
   return true;
@@ -74,20 +71,15 @@ bool Application::AnotherInstanceRuns() {
   return instance_.Take(folder / kLockFileName) == FileLock::Result::kOwned;
 }
 
+std::filesystem::path Application::WindowPlacesFile() {
+  return MakeDataFolder(ApplicationDataFolder()) / kWindowPlacesFileName;
+}
+
 void Application::PrepareState() {
   LSSglobal& global = run_->engine.global;
   const wxPoint position = DefaultPosition();
   LoadSettings(global, ApplicationDataFolder(), position.x, position.y);
   ApplyLanguage(global, DecideLanguage(SystemLanguageIsJapanese(), CommandLineOf(argc, argv)));
-}
-
-// What the windows remember beside the settings; without it they begin as the first time. The
-// toolkit deletes it at the end.
-void Application::RememberWindows() {
-  const wxLogNull silent;
-  const wxString file = WxPath(MakeDataFolder(ApplicationDataFolder()) / kWindowsFileName);
-  auto config = std::make_unique<wxFileConfig>("", "", file, "", wxCONFIG_USE_LOCAL_FILE);
-  wxConfigBase::Set(config.release());
 }
 
 void Application::ShowMainWindow() {

@@ -2,6 +2,7 @@
 
 #include <wx/app.h>
 
+#include <filesystem>
 #include <memory>
 
 #include "app/engine.h"
@@ -9,6 +10,7 @@
 #include "ui/wheel_guard.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
+#include "ui/window_place.h"
 
 // The program from its start to its end.
 
@@ -21,17 +23,19 @@ class Application : public wxApp {
   int OnExit() override;
 
  private:
+  static std::filesystem::path WindowPlacesFile();
+
   // One run's objects, in the order in which they need each other.
   struct Run {
     WindowMessages display;
     WindowBusy busy;
     Engine engine{display, busy};
     WheelGuard wheel_guard;
+    WindowPlaces places{WindowPlacesFile()};
   };
 
   bool AnotherInstanceRuns();
   void PrepareState();
-  void RememberWindows();
   void ShowMainWindow();
 
   FileLock instance_;

@@ -3,6 +3,8 @@
 #include <wx/display.h>
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 namespace warpline {
 
@@ -18,6 +20,60 @@ wxPoint HeldInside(const wxRect& area, wxPoint wanted, const wxSize& size) {
 wxRect UsableScreen(const wxPoint& point) {
   const int found = wxDisplay::GetFromPoint(point);
   return wxDisplay(static_cast<unsigned>(std::max(found, 0))).GetClientArea();
+}
+
+namespace {
+
+// A place where there is one at all is also at an edge of the screen or of one of the others, both
+// across and down; the favoured ones come first.
+std::vector<wxPoint> PlacesToTry(const wxRect& screen, std::span<const wxRect> others,
+                                 const wxSize& size, int gap) {
+  std::vector<int> across{screen.x, screen.x + screen.width - size.x};
+  std::vector<int> down{screen.y, screen.y + screen.height - size.y};
+  for (const wxRect& other : others) {
+    across.insert(across.end(), {other.x + other.width + gap, other.x - gap - size.x});
+    down.insert(down.end(), {other.y + other.height + gap, other.y - gap - size.y});
+  }
+  std::vector<wxPoint> places;
+  if (!others.empty()) {
+    const wxRect& first = others.front();
+    const wxPoint at = HeldInside(screen, first.GetPosition(), size);
+    places = {{first.x + first.width + gap, at.y},
+              {at.x, first.y + first.height + gap},
+              {first.x - gap - size.x, at.y},
+              {at.x, first.y - gap - size.y}};
+  }
+  for (const int y : down) {
+    for (const int x : across) places.emplace_back(x, y);
+  }
+  return places;
+}
+
+}  // namespace
+
+std::optional<wxPoint> FreePlace(const wxRect& screen, std::span<const wxRect> others,
+                                 const wxSize& size, int gap) {
+  for (const wxPoint& place : PlacesToTry(screen, others, size, gap)) {
+    const wxRect taken(place, size);
+    const bool covers = std::any_of(others.begin(), others.end(), [&taken](const wxRect& other) {
+      return taken.Intersects(other);
+    });
+    if (screen.Contains(taken) && !covers) return place;
+  }
+  return std::nullopt;
+}
+
+wxPoint LeastCoveringCorner(const wxRect& screen, const wxRect& other, const wxSize& size) {
+  const auto covered = [&](const wxPoint& place) {
+    const wxRect both = wxRect(place, size).Intersect(other);
+    return static_cast<double>(both.width) * both.height;
+  };
+  const wxPoint low = screen.GetPosition();
+  const wxPoint high = HeldInside(screen, screen.GetBottomRight(), size);
+  const std::array<wxPoint, 4> corners{high, {low.x, high.y}, {high.x, low.y}, low};
+  return *std::min_element(corners.begin(), corners.end(), [&](const wxPoint& a, const wxPoint& b) {
+    return covered(a) < covered(b);
+  });
 }
 
 namespace {

@@ -5,6 +5,9 @@
 #include <wx/string.h>
 #include <wx/window.h>
 
+#include <optional>
+#include <span>
+
 // Distances and flags that all windows share.
 
 namespace warpline {
@@ -31,6 +34,15 @@ wxPoint HeldInside(const wxRect& area, wxPoint wanted, const wxSize& size);
 // The part of the screen that windows may use: that of the screen that holds the point, or of the
 // first one.
 wxRect UsableScreen(const wxPoint& point);
+
+// A position inside the screen at which a window of that size covers none of the others: beside the
+// first of them, below it, before it, above it, with that gap, or anywhere else. Nothing when there
+// is none.
+std::optional<wxPoint> FreePlace(const wxRect& screen, std::span<const wxRect> others,
+                                 const wxSize& size, int gap);
+
+// The corner of the screen in which a window of that size covers least of the other one.
+wxPoint LeastCoveringCorner(const wxRect& screen, const wxRect& other, const wxSize& size);
 
 // The text with line breaks, so that no line is wider than width in the window's font. Lines end at
 // blanks, and between any two Japanese characters except before a closing mark.

@@ -6,6 +6,7 @@
 #include "tests/ui/window_rig.h"
 #include "ui/LSSview_painter.h"
 #include "ui/layout.h"
+#include "ui/window_place.h"
 
 // The preview window: when it is there, how large, and that what it is given is painted where it
 // belongs.
@@ -147,6 +148,40 @@ TEST(Layout, WindowsAreHeldInsideTheScreen) {
   EXPECT_EQ(HeldInside(area, {-5000, 20}, size), wxPoint(0, 40));
   EXPECT_EQ(HeldInside(area, {1500, 900}, size), wxPoint(1000, 800));
   EXPECT_EQ(HeldInside(area, {50, 50}, wxSize(2000, 400)), wxPoint(0, 50));
+}
+
+TEST(Layout, WindowsStandFreeOfOthersWhereThereIsRoom) {
+  const wxRect screen(0, 0, 1366, 768);
+  const wxRect main(390, 20, 710, 380);
+  const struct {
+    wxRect other;
+    wxSize size;
+    std::optional<wxPoint> place;
+  } rows[] = {{{0, 0, 0, 0}, {260, 300}, wxPoint(1106, 20)},
+              {{0, 0, 0, 0}, {400, 330}, wxPoint(390, 406)},
+              {{0, 0, 0, 0}, {384, 400}, wxPoint(0, 20)},
+              {{390, 400, 710, 100}, {400, 330}, std::nullopt},
+              {{0, 400, 800, 368}, {400, 330}, wxPoint(966, 438)},
+              {{0, 0, 0, 0}, {640, 480}, std::nullopt}};
+  for (const auto& row : rows) {
+    const wxRect others[] = {main, row.other};
+    EXPECT_EQ(FreePlace(screen, others, row.size, 6), row.place) << row.size.x;
+  }
+}
+
+TEST(PreviewWindow, CoversNothingAndComesBackAsItWas) {
+  const TempFolder folder;
+  const WindowPlaces places(folder / "places");
+  for (const int run : {0, 1}) {
+    WindowRig rig;
+    rig.global.Settings.DialogPosX = 900;
+    rig.Open();
+    EXPECT_FALSE(ViewOf(rig).GetScreenRect().Intersects(rig.window->GetScreenRect()));
+    EXPECT_EQ(ViewOf(rig).GetClientSize() == wxSize(500, 380), run == 1);
+    ViewOf(rig).SetClientSize(500, 380);
+    ViewOf(rig).SetPosition({300, 700});
+    ASSERT_TRUE(SettleUntil([&] { return ViewOf(rig).GetPosition() == wxPoint(300, 700); }));
+  }
 }
 
 TEST_F(OpenedPreviewWindow, LongTextsAreWrappedInBothLanguages) {
