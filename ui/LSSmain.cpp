@@ -110,15 +110,16 @@ SliderHandlers LSSmain::CreateSliderHandlers() {
       [this, idle](int row) {
         if (idle()) controller_.PressIcon(kSliderCount * controller_.Group() + row);
       },
-      [this, idle](int row) {
-        if (!idle()) return;
-        SliderRow& slider = *controls_.rows[static_cast<std::size_t>(row)];
-        const LSSglobal& global = parts_.engine.global;
-        const auto number = AskNumber(this, global, slider.SpokenName(),
-                                      SetUpSlider(global.Correction, controller_.Group(), row));
-        if (number) slider.Take(*number);
-      },
+      [this](int row) { WhenIdle([this, row] { EnterNumber(row); }); },
   };
+}
+
+void LSSmain::EnterNumber(int row) {
+  SliderRow& slider = *controls_.rows[static_cast<std::size_t>(row)];
+  const LSSglobal& global = parts_.engine.global;
+  const auto number = AskNumber(this, global, slider.SpokenName(),
+                                SetUpSlider(global.Correction, controller_.Group(), row));
+  if (number) slider.Take(*number);
 }
 
 MainStatus::Handlers LSSmain::CreateStatusHandlers() {

@@ -72,6 +72,7 @@ class LSSmain : public wxFrame, private MainView {
   void OnIconize(wxIconizeEvent& event);
   void OnCharHook(wxKeyEvent& event);
 
+  void EnterNumber(int row);
   void EditCurve();
   void OpenSettings();
   void OpenProjectorMode();
