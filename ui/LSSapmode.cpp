@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "ui/layout.h"
+#include "toolkit/layout.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

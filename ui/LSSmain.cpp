@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "core/messages.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/list_choice.h"
 #include "ui/LSSmain_menu.h"
 #include "ui/LSSview.h"
 #include "ui/icons.h"
-#include "ui/layout.h"
-#include "ui/native/list_choice.h"
 #include "ui/number_entry.h"
 #include "ui/wx_text.h"
 

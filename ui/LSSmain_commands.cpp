@@ -2,12 +2,12 @@
 #include <array>
 
 #include "core/messages.h"
+#include "toolkit/layout.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
 #include "ui/LSSmain_open_dialogs.h"
 #include "ui/LSSview.h"
 #include "ui/about_box.h"
-#include "ui/layout.h"
 #include "ui/read_me.h"
 
 // The main window's commands: one table row each, for menu items and buttons alike.

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
+#include "toolkit/layout.h"
 #include "ui/dialog_controls.h"
 #include "ui/icons.h"
-#include "ui/layout.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

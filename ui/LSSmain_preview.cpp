@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <array>
 
+#include "toolkit/layout.h"
+#include "toolkit/window_place.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
 #include "ui/LSSview.h"
-#include "ui/layout.h"
-#include "ui/window_place.h"
 #include "ui/wx_text.h"
 
 // The main window's preview: when it is there, how large and where.

@@ -7,9 +7,9 @@
 #include <array>
 #include <utility>
 
-#include "ui/layout.h"
-#include "ui/native/accessible_name.h"
-#include "ui/native/slider_place.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/accessible_name.h"
+#include "toolkit/native/slider_place.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

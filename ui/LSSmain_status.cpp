@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/layout.h"
+#include "toolkit/layout.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

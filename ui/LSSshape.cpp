@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "app/curve_editor.h"
+#include "toolkit/layout.h"
 #include "ui/dialog_controls.h"
-#include "ui/layout.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

@@ -8,10 +8,10 @@
 
 #include "app/save_name.h"
 #include "model/parameter_groups.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/accessible_name.h"
+#include "toolkit/window_place.h"
 #include "ui/LSSshape.h"
-#include "ui/layout.h"
-#include "ui/native/accessible_name.h"
-#include "ui/window_place.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

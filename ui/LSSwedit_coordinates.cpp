@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "ui/layout.h"
-#include "ui/native/accessible_name.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

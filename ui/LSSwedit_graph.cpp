@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "ui/native/drag_pointer.h"
+#include "toolkit/native/drag_pointer.h"
 
 namespace warpline {
 namespace {

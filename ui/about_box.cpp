@@ -5,8 +5,8 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 
+#include "toolkit/layout.h"
 #include "ui/icons.h"
-#include "ui/layout.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

@@ -7,9 +7,9 @@
 #include "app/startup.h"
 #include "platform/environment.h"
 #include "platform/text_editor.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/instant_states.h"
 #include "ui/LSSmain.h"
-#include "ui/layout.h"
-#include "ui/native/instant_states.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
 

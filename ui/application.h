@@ -7,10 +7,10 @@
 
 #include "app/engine.h"
 #include "platform/file_lock.h"
-#include "ui/wheel_guard.h"
+#include "toolkit/wheel_guard.h"
+#include "toolkit/window_place.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
-#include "ui/window_place.h"
 
 // The program from its start to its end.
 

@@ -1,7 +1,7 @@
 #include "ui/dialog_controls.h"
 
-#include "ui/layout.h"
-#include "ui/native/accessible_name.h"
+#include "toolkit/layout.h"
+#include "toolkit/native/accessible_name.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

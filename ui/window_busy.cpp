@@ -2,7 +2,7 @@
 
 #include <wx/evtloop.h>
 
-#include "ui/native/focus.h"
+#include "toolkit/native/focus.h"
 
 namespace warpline {
 namespace {

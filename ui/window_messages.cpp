@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "ui/native/message_dialog.h"
+#include "toolkit/native/message_dialog.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

@@ -11,7 +11,8 @@
 #include "platform/environment.h"
 #include "sim/window/first_size.h"
 #include "sim/window/projector_frame.h"
-#include "toolkit/window_memory.h"
+#include "toolkit/wheel_guard.h"
+#include "toolkit/window_place.h"
 
 namespace warpline::sim {
 namespace {
@@ -38,21 +39,24 @@ class ProjectorApp : public wxApp {
 
   bool OnInit() override {
     SetAppName("warpline-projector");
-    memory_.emplace(DataFolder(ApplicationDataFolder()) / kWindowFileName);
+    guard_.emplace();
+    places_.emplace(DataFolder(ApplicationDataFolder()) / kWindowFileName);
     auto* const frame = new ProjectorFrame(request_);
-    if (!memory_->Restore(*frame)) PlaceFirst(*frame);
+    if (!KeepPlace(*frame)) PlaceFirst(*frame);
     frame->Show();
     return true;
   }
 
   int OnExit() override {
-    memory_.reset();
+    places_.reset();
+    guard_.reset();
     return wxApp::OnExit();
   }
 
  private:
   const WindowRequest& request_;
-  std::optional<WindowMemory> memory_;
+  std::optional<WheelGuard> guard_;
+  std::optional<WindowPlaces> places_;
 };
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "tests/support/source_folder.h"
 #include "tests/ui/window_rig.h"
-#include "ui/layout.h"
+#include "toolkit/layout.h"
 #include "ui/window_messages.h"
 
 // Buttons, menus, files, closing, and what a failing projector does to the window.

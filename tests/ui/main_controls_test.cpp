@@ -1,5 +1,5 @@
 #include "tests/ui/window_rig.h"
-#include "ui/wheel_guard.h"
+#include "toolkit/wheel_guard.h"
 
 // The upper part of the main window: groups, sliders, keys, icons, symmetry.
 

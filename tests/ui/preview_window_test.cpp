@@ -4,9 +4,9 @@
 #include <wx/image.h>
 
 #include "tests/ui/window_rig.h"
+#include "toolkit/layout.h"
+#include "toolkit/window_place.h"
 #include "ui/LSSview_painter.h"
-#include "ui/layout.h"
-#include "ui/window_place.h"
 
 // The preview window: when it is there, how large, and that what it is given is painted where it
 // belongs.

@@ -1,11 +1,11 @@
-#include "ui/native/list_choice.h"
+#include "toolkit/native/list_choice.h"
 
 #include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "ui/native/toolkit_symbols_posix.h"
+#include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 namespace {

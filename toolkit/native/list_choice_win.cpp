@@ -1,4 +1,4 @@
-#include "ui/native/list_choice.h"
+#include "toolkit/native/list_choice.h"
 
 #include <wx/msw/wrapcctl.h>
 

@@ -10,8 +10,8 @@
 
 namespace warpline {
 
-// The file of those places, from its construction on. A file that cannot be read or written is none
-// and nothing is said of it.
+// The file of those places, from its construction on. Makes its folder. A file that cannot be read
+// or written is none and nothing is said of it.
 class WindowPlaces {
  public:
   explicit WindowPlaces(const std::filesystem::path& file);

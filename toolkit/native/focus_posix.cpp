@@ -1,5 +1,5 @@
-#include "ui/native/focus.h"
-#include "ui/native/toolkit_symbols_posix.h"
+#include "toolkit/native/focus.h"
+#include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 

@@ -1,4 +1,4 @@
-#include "ui/native/drag_pointer.h"
+#include "toolkit/native/drag_pointer.h"
 
 namespace warpline {
 

@@ -1,4 +1,4 @@
-#include "ui/native/instant_states.h"
+#include "toolkit/native/instant_states.h"
 
 namespace warpline {
 

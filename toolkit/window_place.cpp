@@ -1,13 +1,14 @@
-#include "ui/window_place.h"
+#include "toolkit/window_place.h"
 
 #include <wx/fileconf.h>
 #include <wx/log.h>
 #include <wx/persist/window.h>
 
 #include <algorithm>
+#include <system_error>
 
-#include "ui/layout.h"
-#include "ui/wx_text.h"
+#include "platform/files.h"
+#include "toolkit/layout.h"
 
 namespace warpline {
 namespace {
@@ -57,7 +58,14 @@ class PersistentPlace : public wxPersistentWindow<wxTopLevelWindow> {
 
 WindowPlaces::WindowPlaces(const std::filesystem::path& file) {
   const wxLogNull quiet;
-  config_ = std::make_unique<wxFileConfig>("", "", WxPath(file), "", wxCONFIG_USE_LOCAL_FILE);
+  std::error_code ignored;
+  std::filesystem::create_directories(file.parent_path(), ignored);
+  // A pipe or a device in the file's place is left alone; the places then last as long as the run.
+  const auto type = std::filesystem::status(file, ignored).type();
+  const bool usable =
+      type == std::filesystem::file_type::regular || type == std::filesystem::file_type::not_found;
+  config_ = std::make_unique<wxFileConfig>("", "", wxString::FromUTF8(Utf8Of(file)), "",
+                                           usable ? wxCONFIG_USE_LOCAL_FILE : 0);
   wxConfigBase::Set(config_.get());
 }
 

@@ -1,6 +1,6 @@
-#include "ui/native/instant_states.h"
+#include "toolkit/native/instant_states.h"
 
-#include "ui/native/toolkit_symbols_posix.h"
+#include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 

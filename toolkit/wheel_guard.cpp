@@ -1,4 +1,4 @@
-#include "ui/wheel_guard.h"
+#include "toolkit/wheel_guard.h"
 
 #include <wx/choice.h>
 #include <wx/combobox.h>
@@ -7,7 +7,7 @@
 #include <wx/spinctrl.h>
 #include <wx/toplevel.h>
 
-#include "ui/native/focus.h"
+#include "toolkit/native/focus.h"
 
 namespace warpline {
 namespace {

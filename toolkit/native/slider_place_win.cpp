@@ -1,4 +1,4 @@
-#include "ui/native/slider_place.h"
+#include "toolkit/native/slider_place.h"
 
 #include <wx/msw/wrapcctl.h>
 

@@ -1,5 +1,5 @@
-#include "ui/native/slider_place.h"
-#include "ui/native/toolkit_symbols_posix.h"
+#include "toolkit/native/slider_place.h"
+#include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 namespace {

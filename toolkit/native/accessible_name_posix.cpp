@@ -1,6 +1,6 @@
-#include "ui/native/accessible_name.h"
+#include "toolkit/native/accessible_name.h"
 
-#include "ui/native/toolkit_symbols_posix.h"
+#include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/native/message_dialog.h"
+#include "toolkit/native/message_dialog.h"
 
 namespace warpline {
 

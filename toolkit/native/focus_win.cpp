@@ -1,4 +1,4 @@
-#include "ui/native/focus.h"
+#include "toolkit/native/focus.h"
 
 namespace warpline {
 

@@ -1,6 +1,6 @@
 #include <wx/access.h>
 
-#include "ui/native/accessible_name.h"
+#include "toolkit/native/accessible_name.h"
 
 namespace warpline {
 namespace {
