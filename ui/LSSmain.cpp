@@ -189,7 +189,7 @@ void LSSmain::ShowValues() {
 void LSSmain::ShowStatus() {
   const WindowBusy& busy = parts_.busy;
   controls_.status->Show(controller_.Status());
-  if (!busy.IsFollowing()) return;
+  if (!busy.IsFollowing() || busy.Steps() == 0) return;
   controls_.status->ShowWork(ProgressText(parts_.engine.global, busy.Step(), busy.Steps()),
                              busy.IsLong());
 }

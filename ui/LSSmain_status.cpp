@@ -29,6 +29,10 @@ MainStatus::MainStatus(wxWindow* parent, const LSSglobal& global, Handlers handl
                         wxDefaultSize, wxBU_EXACTFIT, wxDefaultValidator, "status_act")) {
   sizer_->Add(act_, AtCentre().Border(wxLEFT, Gap(parent)).ReserveSpaceEvenIfHidden());
   act_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Press(); });
+  wxSize room = act_->GetBestSize();
+  act_->SetLabel(CaptionOf(global, kMsgCancel));
+  room.IncTo(act_->GetBestSize());
+  act_->SetMinSize(room);
   act_->Hide();
 }
 

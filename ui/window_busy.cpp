@@ -98,6 +98,7 @@ void WindowBusy::EndSteps() {
   step_ = steps_ = 0;
   cancelled_ = Cancelled();  // the dialog that knows goes
   if (progress_) progress_->End();
+  if (kind_ == BusyKind::kFollowing) Watch();
 }
 
 void WindowBusy::Watch() const {
