@@ -18,10 +18,23 @@ namespace {
 
 constexpr int kIconButtonsPerGroup = kSliderCount;
 
+// Gestures that may make several steps one; the sliders have those from 1 on.
+constexpr int kCurveGesture = -1;
+
+// A caption without its access key, as a name.
+std::string PlainCaption(const LSSglobal& global, int number) {
+  std::string text = TextOf(global, number);
+  const std::size_t japanese = text.find("(&");
+  if (japanese != std::string::npos) text.erase(japanese);
+  std::erase(text, '&');
+  while (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
 }  // namespace
 
 MainController::MainController(Engine& engine, MainView& view,
-                               std::filesystem::path application_data)
+                               std::filesystem::path application_data, Clock clock)
     : engine_(engine),
       global_(engine.global),
       files_(engine.files),
@@ -29,7 +42,9 @@ MainController::MainController(Engine& engine, MainView& view,
       messages_(engine.messages),
       busy_(engine.busy),
       view_(view),
-      application_data_(std::move(application_data)) {
+      application_data_(std::move(application_data)),
+      clock_(std::move(clock)),
+      history_(engine.global.Correction) {
   TakeSnapshot();
 }
 
@@ -66,27 +81,38 @@ void MainController::SelectScreenType(int type) {
     view_.ShowModel();
     return;
   }
+  SavedDocument left{global_.CurrentFile, snapshot_};
   global_.Correction.ScreenType = static_cast<std::int16_t>(type);
   ResetToScreenType(global_.Correction);
   global_.SecondCopy = global_.Correction.Axes;
   TakeSnapshot();
   global_.CurrentFile.clear();
+  NoteStep(PlainCaption(global_, kScreenTypes.at(static_cast<std::size_t>(type)).caption));
+  if (CorrectionStep* step = history_.Undoable()) step->left = std::move(left);
   view_.ShowModel();
-  Initialize();
+  RunCommand([this] { commands_.Initialize(); });
 }
 
 void MainController::MoveSlider(int slider, int value) {
   if (SetUpSlider(global_.Correction, group_, slider).value == value) return;
   warpline::MoveSlider(global_.Correction, group_, slider, value);
+  NoteSlider(slider, 1 + group_ * kSliderCount + slider);
   view_.ShowValues();
 }
 
 void MainController::ReleaseSlider() {
+  history_.EndGesture();
+  ApplyInRealTime();
+}
+
+void MainController::ReleasePageKey() {
+  history_.Rest(clock_());
   ApplyInRealTime();
 }
 
 void MainController::ReleaseKey(int key_code, bool shift_alone) {
   const bool steps = key_code >= kKeyLeft && key_code <= kKeyDown;
+  history_.Rest(clock_());
   if ((steps || key_code == kKeyShift) && !shift_alone) ApplyInRealTime();
 }
 
@@ -95,12 +121,16 @@ void MainController::PressIcon(int button) {
   if (slider < 0 || button != group_ * kIconButtonsPerGroup + slider) return;
   const Axis axis = TargetOf(global_.Correction, group_, slider).axis;
   global_.Correction.Axes[axis].Optical = ResetOptical(global_.Correction.Projection[axis]);
+  NoteSlider(slider, 0);
   view_.ShowModel();
   ApplyInRealTime();
 }
 
 void MainController::SetSymmetry(Axis axis, bool symmetric) {
   global_.Correction.Axes[axis].Stadium = symmetric ? 1 : 0;
+  NoteStep(
+      PlainCaption(global_, axis == kHorizontal ? kMsgHorizontalSymmetry : kMsgVerticalSymmetry),
+      kGroupLinearity);
   view_.ShowModel();
   ApplyInRealTime();
 }
@@ -124,7 +154,10 @@ void MainController::Store() {
 }
 
 void MainController::Initialize() {
-  RunCommand([this] { commands_.Initialize(); });
+  RunCommand([this] {
+    commands_.Initialize();
+    NoteStep(PlainCaption(global_, kMsgInitialize));
+  });
 }
 
 void MainController::ApplyInRealTime() {
@@ -147,6 +180,8 @@ void MainController::ToggleProjection(Axis axis) {
   warpline::ToggleProjection(global_.Correction, axis);
   global_.SecondCopy[axis].Distortion = global_.Correction.Axes[axis].Distortion;
   global_.SecondCopy[axis].Optical = global_.Correction.Axes[axis].Optical;
+  NoteStep(
+      PlainCaption(global_, axis == kHorizontal ? kMsgMenuProjectRight : kMsgMenuProjectDownward));
   view_.ShowModel();
   Apply();
 }
@@ -199,6 +234,7 @@ void MainController::OpenRegisterFile(const std::filesystem::path& path) {
 void MainController::OpenCorrectionFile(const std::filesystem::path& path) {
   if (!OpenCorrection(files_, global_, messages_, path)) return;
   TakeSnapshot();
+  history_.Clear(global_.Correction);
   view_.ShowModel();
   Apply();
 }
@@ -256,7 +292,9 @@ bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
   return true;
 }
 
-void MainController::CurveChanged() {
+void MainController::CurveChanged(bool finished) {
+  NoteStep(TextOf(global_, ToolText::kStepCurve), -1, kCurveGesture);
+  if (finished) history_.EndGesture();
   view_.ShowModel();
   ApplyInRealTime();
 }
@@ -264,6 +302,67 @@ void MainController::CurveChanged() {
 void MainController::ConnectionChanged() {
   commands_.ForgetProjector();
   view_.ShowModel();
+}
+
+void MainController::NoteStep(std::string name, int group, int gesture) {
+  history_.Note(global_.Correction, {std::move(name), group, {}}, gesture, clock_());
+}
+
+void MainController::NoteSlider(int slider, int gesture) {
+  const GroupRow& group = kGroups.at(static_cast<std::size_t>(group_));
+  NoteStep(PlainCaption(global_, group.slider_captions.at(static_cast<std::size_t>(slider))) + " " +
+               SetUpSlider(global_.Correction, group_, slider).text,
+           group_, gesture);
+}
+
+std::string MainController::UndoName() {
+  const CorrectionStep* step = history_.Undoable();
+  return step != nullptr ? step->name : std::string();
+}
+
+std::string MainController::RedoName() {
+  const CorrectionStep* step = history_.Redoable();
+  return step != nullptr ? step->name : std::string();
+}
+
+void MainController::Undo() {
+  CorrectionStep* step = history_.Undoable();
+  if (step != nullptr) Travel(*step, history_.Undo());
+}
+
+void MainController::Redo() {
+  CorrectionStep* step = history_.Redoable();
+  if (step != nullptr) Travel(*step, history_.Redo());
+}
+
+void MainController::Travel(CorrectionStep& step, const CorrectionData& state) {
+  global_.Correction = state;
+  if (step.left) {
+    std::swap(step.left->file, global_.CurrentFile);
+    std::swap(step.left->correction, snapshot_);
+  }
+  if (step.group >= 0) group_ = step.group;
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+void MainController::CopyAxis(Axis from, Axis to) {
+  warpline::CopyAxis(global_.Correction, from, to);
+  NoteStep(TextOf(global_,
+                  from == kVertical ? ToolText::kStepCopyVertical : ToolText::kStepCopyHorizontal));
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+void MainController::SwapAxes() {
+  warpline::SwapAxes(global_.Correction);
+  NoteStep(TextOf(global_, ToolText::kStepSwap));
+  view_.ShowModel();
+  ApplyInRealTime();
+}
+
+void MainController::SetComparing(bool on) {
+  RunCommand([this, on] { on ? commands_.ShowNone() : commands_.Apply(); });
 }
 
 void MainController::TakeSnapshot() {

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "app/correction_steps.h"
 #include "app/engine.h"
 #include "app/preview_geometry.h"
 #include "app/status_line.h"
@@ -47,10 +49,13 @@ enum class SaveAnswer { kContinue, kAbort };
 
 class MainController {
  public:
+  using Clock = std::function<CorrectionHistory::Time()>;
+
   // Engine and view must outlive this object. The snapshot is taken from the model as it stands.
   // application_data is the user's application-data folder.
   MainController(Engine& engine, MainView& view,
-                 std::filesystem::path application_data = ApplicationDataFolder());
+                 std::filesystem::path application_data = ApplicationDataFolder(),
+                 Clock clock = std::chrono::steady_clock::now);
 
   // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name.
   std::string Caption() const;
@@ -92,6 +97,24 @@ class MainController {
   void MoveSlider(int slider, int value);
   void ReleaseSlider();
   void ReleaseKey(int key_code, bool shift_alone);
+  void ReleasePageKey();  // and those to the slider's ends
+
+  // Takes the last step back, or brings it again; in Real Time that is sent. The group that it
+  // concerns is shown. The names are empty when there is nothing to do. What one press of the
+  // mouse, or a run of keys on one slider, changes is one step.
+  void Undo();
+  void Redo();
+  std::string UndoName();
+  std::string RedoName();
+
+  // The other axis takes over parameters and curve, or both take over the other's.
+  void CopyAxis(Axis from, Axis to);
+  void SwapAxes();
+
+  // While comparing, the projector shows no correction; the model stays. It ends with the next
+  // correction that is sent, and begins only when the projector was cleared.
+  void SetComparing(bool on);
+  bool Comparing() const { return commands_.Comparing(); }
 
   // An icon button 0..9, and the symmetry boxes. Only the buttons of the optical-centre rows do
   // something: they put Optical back to its reset value.
@@ -133,8 +156,12 @@ class MainController {
   // window stays open.
   bool Close(std::int32_t window_x, std::int32_t window_y);
 
-  // What the curve editor applied is in the model: shows it, and sends it in Real Time.
-  void CurveChanged();
+  // What the curve editor applied is in the model: shows it, and sends it in Real Time. finished:
+  // the next change is another step.
+  void CurveChanged(bool finished = true);
+
+  // What follows is another step.
+  void EndStep() { history_.EndGesture(); }
 
   // The settings may name another projector now.
   void ConnectionChanged();
@@ -148,6 +175,9 @@ class MainController {
   template <typename Command>
   void RunCommand(Command command);
   void Follow();
+  void NoteStep(std::string name, int group = -1, int gesture = 0);
+  void NoteSlider(int slider, int gesture);
+  void Travel(CorrectionStep& step, const CorrectionData& state);
   void ApplyInRealTime();
   void TakeSnapshot();
   void KeepSettings();
@@ -160,7 +190,9 @@ class MainController {
   BusyIndicator& busy_;
   MainView& view_;
   std::filesystem::path application_data_;
+  Clock clock_;
   CorrectionData snapshot_;
+  CorrectionHistory history_;
   int group_ = 0;
   bool command_running_ = false;
   bool released_ = false;  // a change that is to be sent in Real Time

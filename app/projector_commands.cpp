@@ -1,7 +1,6 @@
 #include "app/projector_commands.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "app/fault_report.h"
 #include "core/catalogue.h"
@@ -110,6 +109,17 @@ bool ProjectorCommands::SendRegisters() {
   });
 }
 
+bool ProjectorCommands::ShowNone() {
+  const BusyBracket bracket(busy_);
+  const bool done = RunLinked(BusyKind::kCommand, StepsOf(kInitializeSequence), [this] {
+    if (!CheckConnection() || !SendAll(kInitializeSequence)) return false;
+    NoteShown({Shown::kNone, {}, false});
+    return true;
+  });
+  comparing_ = done && global_.Settings.DemoMode != 1;
+  return done;
+}
+
 std::optional<std::int16_t> ProjectorCommands::ReadMode() {
   const BusyBracket bracket(busy_);
   std::int16_t told = 0;
@@ -200,8 +210,8 @@ bool ProjectorCommands::ShowBuilt() {
   return true;
 }
 
-void ProjectorCommands::NoteShown(ProjectorRecord record) {
-  record_ = std::move(record);
+void ProjectorCommands::NoteShown(const ProjectorRecord& record) {
+  record_ = record;
   cleared_ = false;
 }
 
@@ -223,6 +233,7 @@ bool ProjectorCommands::SendAll(const CommandSequence& sequence) {
                        busy_.ShowStep(++step_, steps_);
                        if (busy_.Cancelled()) return false;
                        record_ = {};
+                       comparing_ = false;
                        cleared_ = cleared_ || number == kCommandClear;
                        return Send(number, sequence.mode);
                      });

@@ -50,6 +50,11 @@ class ProjectorCommands {
   // even when sending failed.
   bool Initialize();
 
+  // Clears the projector's correction and leaves the model; until something is sent, or fails to be
+  // sent, the two are compared.
+  bool ShowNone();
+  bool Comparing() const { return comparing_; }
+
   // Sends the register texts of LSSglobal, as a register file brought them, with the same commands
   // and checks as Apply.
   bool SendRegisters();
@@ -91,7 +96,7 @@ class ProjectorCommands {
   bool ShowBuilt();
   bool KeepShown();
   bool StoreAsTold();
-  void NoteShown(ProjectorRecord record);
+  void NoteShown(const ProjectorRecord& record);
   // Records the mode when the projector took one.
   bool Send(CommandNumber number, std::int16_t mode);
 
@@ -109,6 +114,7 @@ class ProjectorCommands {
   bool reached_ = false;  // which has found a projector that takes commands
   bool cleared_ = false;  // and it has taken the projector's correction away
   bool stopped_ = false;
+  bool comparing_ = false;
 };
 
 }  // namespace warpline

@@ -42,6 +42,17 @@ inline constexpr int kMessageCount = 219;
   X(DeviationHorizontal)       \
   X(DeviationVertical)         \
   X(DeviationNote)             \
+  X(MenuEdit)                  \
+  X(MenuUndo)                  \
+  X(MenuRedo)                  \
+  X(MenuCopyVertical)          \
+  X(MenuCopyHorizontal)        \
+  X(MenuSwap)                  \
+  X(MenuCompare)               \
+  X(StepCurve)                 \
+  X(StepCopyVertical)          \
+  X(StepCopyHorizontal)        \
+  X(StepSwap)                  \
   X(EdgeStays)                 \
   X(EdgeDrawnIn)               \
   X(EdgeStaysAtLowest)         \

@@ -107,6 +107,9 @@ SliderHandlers LSSmain::CreateSliderHandlers() {
       [this, idle](int, int key_code, bool shift_alone) {
         if (idle()) controller_.ReleaseKey(key_code, shift_alone);
       },
+      [this, idle](int) {
+        if (idle()) controller_.ReleasePageKey();
+      },
       [this, idle](int row) {
         if (idle()) controller_.PressIcon(kSliderCount * controller_.Group() + row);
       },
@@ -182,8 +185,18 @@ void LSSmain::ShowModel() {
 
 void LSSmain::ShowValues() {
   ShowGroupValues(controls_, parts_.engine.global, controller_.Group());
+  GetMenuBar()->Check(MenuId("menu_edit_compare"), controller_.Comparing());
+  ShowSteps();
   ShowStatus();
   RedrawPreview();
+}
+
+void LSSmain::ShowSteps() {
+  const LSSglobal& global = parts_.engine.global;
+  NameStep(*GetMenuBar(), "menu_edit_undo", warpline::TextOf(global, ToolText::kMenuUndo),
+           controller_.UndoName(), "Ctrl+Z");
+  NameStep(*GetMenuBar(), "menu_edit_redo", warpline::TextOf(global, ToolText::kMenuRedo),
+           controller_.RedoName(), "Ctrl+Y");
 }
 
 void LSSmain::ShowStatus() {
@@ -221,6 +234,8 @@ void LSSmain::ShowMenus() {
   bar->Check(MenuId("menu_opt_ud_reverse"), projection[kVertical] != 0);
   bar->Check(MenuId("menu_opt_lr_reverse"), projection[kHorizontal] != 0);
   bar->Enable(MenuId("menu_opt_auto"), controller_.RealTimeMenuEnabled());
+  bar->Check(MenuId("menu_edit_compare"), controller_.Comparing());
+  ShowSteps();
 }
 
 std::filesystem::path LSSmain::ChooseFileToOpen(const std::filesystem::path& folder) {

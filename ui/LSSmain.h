@@ -57,6 +57,7 @@ class LSSmain : public wxFrame, private MainView {
   void SetSizes();
   void PlaceAsStored();
   void ShowMenus();
+  void ShowSteps();
   void ShowStatus();
   void FollowingChanged();
   void WhenIdle(const std::function<void()>& act);

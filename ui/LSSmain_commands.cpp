@@ -16,14 +16,24 @@ namespace warpline {
 struct LSSmain::Command {
   std::string_view name;
   void (*run)(LSSmain& window);
+  bool edits = false;  // the model alone, which the projector follows
 };
 
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  static constexpr std::array<Command, 22> kCommands{{
+  static constexpr std::array<Command, 28> kCommands{{
       {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
       {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
       {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
       {"menu_file_exit", [](LSSmain& w) { w.Close(); }},
+      {"menu_edit_undo", [](LSSmain& w) { w.controller_.Undo(); }, true},
+      {"menu_edit_redo", [](LSSmain& w) { w.controller_.Redo(); }, true},
+      {"menu_edit_copy_v", [](LSSmain& w) { w.controller_.CopyAxis(kVertical, kHorizontal); },
+       true},
+      {"menu_edit_copy_h", [](LSSmain& w) { w.controller_.CopyAxis(kHorizontal, kVertical); },
+       true},
+      {"menu_edit_swap", [](LSSmain& w) { w.controller_.SwapAxes(); }, true},
+      {"menu_edit_compare",
+       [](LSSmain& w) { w.controller_.SetComparing(!w.controller_.Comparing()); }},
       {"menu_opt_auto_on", [](LSSmain& w) { w.controller_.SetRealTime(true); }},
       {"menu_opt_auto_off", [](LSSmain& w) { w.controller_.SetRealTime(false); }},
       {"menu_opt_simple", [](LSSmain& w) { w.controller_.SetCommunicationMode(0); }},
@@ -50,17 +60,24 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
 
 void LSSmain::Run(std::string_view name) {
   const Command* command = FindCommand(name);
-  if (command != nullptr && view_ != nullptr) WhenIdle([this, command] { command->run(*this); });
+  if (command == nullptr || view_ == nullptr) return;
+  if (command->edits && parts_.busy.IsFollowing()) {
+    command->run(*this);
+  } else {
+    WhenIdle([this, command] { command->run(*this); });
+  }
 }
 
 void LSSmain::EditCurve() {
   const wxRect before = view_->GetRect();
   wxPoint aside = before.GetPosition();
   OpenCurveEditor(
-      parts_, this, AxisOfGroup(controller_.Group()), [this] { controller_.CurveChanged(); },
+      parts_, this, AxisOfGroup(controller_.Group()),
+      [this](bool finished) { controller_.CurveChanged(finished); },
       [this, &aside](wxTopLevelWindow& editor) { aside = MovePreviewAside(editor); });
   if (view_->GetPosition() == aside) view_->SetSize(before);
   CheckPreviewSize();
+  controller_.EndStep();
 }
 
 void LSSmain::OpenSettings() {

@@ -20,13 +20,22 @@ struct MenuRow {
   wxItemKind kind;                            // wxITEM_DROPDOWN: a menu of its own
 };
 
-constexpr std::array<MenuRow, 28> kMenuRows{{
+constexpr std::array<MenuRow, 37> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL},
     {"menu_file_saveas", "menu_file", kMsgMenuSaveAs, wxITEM_NORMAL},
     {"", "menu_file", {}, wxITEM_SEPARATOR},
     {"menu_file_exit", "menu_file", kMsgMenuExit, wxITEM_NORMAL},
+    {"menu_edit", "", ToolText::kMenuEdit, wxITEM_DROPDOWN},
+    {"menu_edit_undo", "menu_edit", ToolText::kMenuUndo, wxITEM_NORMAL},
+    {"menu_edit_redo", "menu_edit", ToolText::kMenuRedo, wxITEM_NORMAL},
+    {"", "menu_edit", {}, wxITEM_SEPARATOR},
+    {"menu_edit_copy_v", "menu_edit", ToolText::kMenuCopyVertical, wxITEM_NORMAL},
+    {"menu_edit_copy_h", "menu_edit", ToolText::kMenuCopyHorizontal, wxITEM_NORMAL},
+    {"menu_edit_swap", "menu_edit", ToolText::kMenuSwap, wxITEM_NORMAL},
+    {"", "menu_edit", {}, wxITEM_SEPARATOR},
+    {"menu_edit_compare", "menu_edit", ToolText::kMenuCompare, wxITEM_CHECK},
     {"menu_opt", "", kMsgMenuOptions, wxITEM_DROPDOWN},
     {"menu_opt_auto", "menu_opt", kMsgRealTime, wxITEM_DROPDOWN},
     {"menu_opt_auto_on", "menu_opt_auto", ToolText::kRealTimeOn, wxITEM_RADIO},
@@ -70,6 +79,14 @@ std::string_view MenuName(int id) {
   return kMenuRows[static_cast<std::size_t>(index)].name;
 }
 
+void NameStep(wxMenuBar& bar, std::string_view item, const std::string& caption,
+              const std::string& step, const char* key) {
+  wxString label = WxText(FilledText(caption, {step}));
+  label.Trim();
+  bar.SetLabel(MenuId(item), label + "\t" + key);
+  bar.Enable(MenuId(item), !step.empty());
+}
+
 wxMenuBar* CreateMenuBar(const LSSglobal& global) {
   auto* bar = new wxMenuBar;
   std::map<std::string_view, wxMenu*> menus;
@@ -87,6 +104,8 @@ wxMenuBar* CreateMenuBar(const LSSglobal& global) {
       menus.at(parent)->Append(MenuId(row.name), MenuCaption(global, row), menu);
     }
   }
+  bar->FindItem(MenuId("menu_edit_redo"))
+      ->AddExtraAccel(wxAcceleratorEntry(wxACCEL_CTRL | wxACCEL_SHIFT, 'Z'));
   return bar;
 }
 

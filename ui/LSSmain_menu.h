@@ -2,6 +2,7 @@
 
 #include <wx/menu.h>
 
+#include <string>
 #include <string_view>
 
 #include "core/LSSglobal.h"
@@ -17,5 +18,10 @@ std::string_view MenuName(int id);
 
 // The whole bar with the captions of the language in force.
 wxMenuBar* CreateMenuBar(const LSSglobal& global);
+
+// The caption of an item that names the step which it takes back or brings again, and its key.
+// Without a step the item cannot be used.
+void NameStep(wxMenuBar& bar, std::string_view item, const std::string& caption,
+              const std::string& step, const char* key);
 
 }  // namespace warpline

@@ -22,7 +22,7 @@ void WriteSettings(const MainParts& parts, const wxTopLevelWindow* owner) {
 }  // namespace
 
 void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
-                     const std::function<void()>& applied,
+                     const std::function<void(bool finished)>& applied,
                      const std::function<void(wxTopLevelWindow&)>& opening) {
   LSSwedit dialog(owner, axis,
                   {parts.engine, parts.busy, parts.shape_files, parts.application_data, applied});

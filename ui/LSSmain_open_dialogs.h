@@ -15,7 +15,7 @@ namespace warpline {
 // applied is called whenever the live curve of the axis has changed, opening with the editor before
 // it is shown.
 void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
-                     const std::function<void()>& applied,
+                     const std::function<void(bool finished)>& applied,
                      const std::function<void(wxTopLevelWindow&)>& opening);
 
 void OpenCommunicationSettings(const MainParts& parts, wxTopLevelWindow* owner);

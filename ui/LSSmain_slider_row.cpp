@@ -216,7 +216,7 @@ void SliderRow::OnKeyUp(wxKeyEvent& event) {
     if (code != 0) {
       handlers_.key_released(row_, code, shift_alone);
     } else if (!shift_alone) {
-      handlers_.released(row_);
+      handlers_.page_released(row_);
     }
   });
 }

@@ -26,6 +26,7 @@ struct SliderHandlers {
   // A key went up: an arrow (37 to 40) or Shift (16). shift_alone: Shift is still held, without
   // Ctrl and Alt.
   std::function<void(int row, int key_code, bool shift_alone)> key_released;
+  std::function<void(int row)> page_released;  // a page key, Home or End went up
   std::function<void(int row)> icon_pressed;
   std::function<void(int row)> number_wanted;  // Enter, F2 or a double click
 };

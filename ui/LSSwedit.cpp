@@ -261,7 +261,7 @@ bool LSSwedit::IsLive() const {
 // A change is complete: nothing is held or typed any more.
 void LSSwedit::Settled() {
   if (leaving_ || !IsLive() || !editor_.ApplyForNow(parts_.engine.global)) return;
-  parts_.applied();
+  parts_.applied(false);
   ShowPoint();
 }
 
@@ -289,7 +289,7 @@ void LSSwedit::Export() {
 
 void LSSwedit::Apply() {
   editor_.Apply(parts_.engine.global);
-  parts_.applied();
+  parts_.applied(true);
 }
 
 // What boxes hold that have not told it yet.
@@ -311,7 +311,7 @@ void LSSwedit::Confirm() {
 void LSSwedit::Cancel() {
   if (leaving_) return;
   leaving_ = true;
-  if (editor_.TakeBack(parts_.engine.global)) parts_.applied();
+  if (editor_.TakeBack(parts_.engine.global)) parts_.applied(true);
   EndDialog(wxID_CANCEL);
 }
 

@@ -30,7 +30,7 @@ struct EditorParts {
   WindowBusy& busy;       // the engine's
   FileChoosers choosers;  // for shape files
   std::filesystem::path application_data;
-  std::function<void()> applied;  // the live curve has changed
+  std::function<void(bool finished)> applied;  // the live curve has changed, for good or for now
 };
 
 class LSSwedit : public wxDialog {

@@ -27,7 +27,7 @@ class EditorWindow : public testing::Test {
     Live() = FourPoints();
     editor = new LSSwedit(
         rig.window, kVertical,
-        {rig.engine, rig.busy, rig.Choosers(), rig.temp.Path(), [this] { ++applied; }});
+        {rig.engine, rig.busy, rig.Choosers(), rig.temp.Path(), [this](bool) { ++applied; }});
   }
   void Destroy() {
     editor->Destroy();
