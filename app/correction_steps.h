@@ -14,7 +14,7 @@ namespace warpline {
 // A file and what stands in it.
 struct SavedDocument {
   std::filesystem::path file;  // empty: none
-  CorrectionData correction;
+  std::optional<CorrectionData> correction;  // none: nothing is saved
 };
 
 struct CorrectionStep {

@@ -90,6 +90,7 @@ void MainController::SelectScreenType(int type) {
   NoteStep(PlainCaption(global_, kScreenTypes.at(static_cast<std::size_t>(type)).caption));
   if (CorrectionStep* step = history_.Undoable()) step->left = std::move(left);
   view_.ShowModel();
+  StepDone();
   RunCommand([this] { commands_.Initialize(); });
 }
 
@@ -102,15 +103,18 @@ void MainController::MoveSlider(int slider, int value) {
 
 void MainController::ReleaseSlider() {
   history_.EndGesture();
+  StepDone();
   ApplyInRealTime();
 }
 
 void MainController::ReleasePageKey() {
   history_.Rest(clock_());
+  StepDone();
   ApplyInRealTime();
 }
 
 void MainController::ReleaseKey(int key_code, bool shift_alone) {
+  StepDone();
   const bool steps = key_code >= kKeyLeft && key_code <= kKeyDown;
   history_.Rest(clock_());
   if ((steps || key_code == kKeyShift) && !shift_alone) ApplyInRealTime();
@@ -123,6 +127,7 @@ void MainController::PressIcon(int button) {
   global_.Correction.Axes[axis].Optical = ResetOptical(global_.Correction.Projection[axis]);
   NoteSlider(slider, 0);
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -132,6 +137,7 @@ void MainController::SetSymmetry(Axis axis, bool symmetric) {
       PlainCaption(global_, axis == kHorizontal ? kMsgHorizontalSymmetry : kMsgVerticalSymmetry),
       kGroupLinearity);
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -158,6 +164,7 @@ void MainController::Initialize() {
     commands_.Initialize();
     NoteStep(PlainCaption(global_, kMsgInitialize));
   });
+  StepDone();
 }
 
 void MainController::ApplyInRealTime() {
@@ -183,6 +190,7 @@ void MainController::ToggleProjection(Axis axis) {
   NoteStep(
       PlainCaption(global_, axis == kHorizontal ? kMsgMenuProjectRight : kMsgMenuProjectDownward));
   view_.ShowModel();
+  StepDone();
   Apply();
 }
 
@@ -236,6 +244,7 @@ void MainController::OpenCorrectionFile(const std::filesystem::path& path) {
   TakeSnapshot();
   history_.Clear(global_.Correction);
   view_.ShowModel();
+  StepDone();
   Apply();
 }
 
@@ -261,6 +270,7 @@ bool MainController::SaveTo(const std::filesystem::path& path) {
   if (!SaveCorrection(files_, global_, messages_, path)) return false;
   TakeSnapshot();
   view_.ShowModel();
+  StepDone();
   return true;
 }
 
@@ -292,10 +302,21 @@ bool MainController::Close(std::int32_t window_x, std::int32_t window_y) {
   return true;
 }
 
+void MainController::Restore(const CorrectionData& correction, const std::filesystem::path& file) {
+  global_.Correction = correction;
+  global_.SecondCopy = correction.Axes;
+  global_.CurrentFile = file;
+  snapshot_.reset();
+  history_.Clear(correction);
+  view_.ShowModel();
+  StepDone();
+}
+
 void MainController::CurveChanged(bool finished) {
   NoteStep(TextOf(global_, ToolText::kStepCurve), -1, kCurveGesture);
   if (finished) history_.EndGesture();
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -343,6 +364,7 @@ void MainController::Travel(CorrectionStep& step, const CorrectionData& state) {
   }
   if (step.group >= 0) group_ = step.group;
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -351,6 +373,7 @@ void MainController::CopyAxis(Axis from, Axis to) {
   NoteStep(TextOf(global_,
                   from == kVertical ? ToolText::kStepCopyVertical : ToolText::kStepCopyHorizontal));
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -358,6 +381,7 @@ void MainController::SwapAxes() {
   warpline::SwapAxes(global_.Correction);
   NoteStep(TextOf(global_, ToolText::kStepSwap));
   view_.ShowModel();
+  StepDone();
   ApplyInRealTime();
 }
 
@@ -367,6 +391,10 @@ void MainController::SetComparing(bool on) {
 
 void MainController::TakeSnapshot() {
   snapshot_ = global_.Correction;
+}
+
+void MainController::StepDone() {
+  if (watcher_) watcher_();
 }
 
 }  // namespace warpline

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/correction_steps.h"
 #include "app/engine.h"
@@ -70,8 +71,13 @@ class MainController {
   bool ApplyEnabled() const { return RealTimeMenuEnabled(); }
   bool RealTime() const { return global_.Settings.AutoApply == 1; }
 
-  // The model differs from what was last saved, loaded or chosen as a screen type.
-  bool HasUnsavedChanges() const { return !(global_.Correction == snapshot_); }
+  // The model differs from what was last saved, loaded or chosen as a screen type. Work that was
+  // taken up again counts so until it is saved.
+  bool HasUnsavedChanges() const { return snapshot_ != global_.Correction; }
+
+  // Called after each step: when the model was changed and nothing was sent yet, after opening and
+  // after saving.
+  void WatchSteps(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
   // What the line at the window's foot says while nothing is under way.
   StatusLine Status() const { return StatusOf(engine_); }
@@ -156,6 +162,10 @@ class MainController {
   // window stays open.
   bool Close(std::int32_t window_x, std::int32_t window_y);
 
+  // Takes up unsaved work again, with the name of the file that it belongs to (empty: none). Sends
+  // nothing.
+  void Restore(const CorrectionData& correction, const std::filesystem::path& file);
+
   // What the curve editor applied is in the model: shows it, and sends it in Real Time. finished:
   // the next change is another step.
   void CurveChanged(bool finished = true);
@@ -180,6 +190,7 @@ class MainController {
   void Travel(CorrectionStep& step, const CorrectionData& state);
   void ApplyInRealTime();
   void TakeSnapshot();
+  void StepDone();
   void KeepSettings();
 
   const Engine& engine_;
@@ -191,8 +202,9 @@ class MainController {
   MainView& view_;
   std::filesystem::path application_data_;
   Clock clock_;
-  CorrectionData snapshot_;
+  std::optional<CorrectionData> snapshot_;  // none: nothing saved stands for the model
   CorrectionHistory history_;
+  std::function<void()> watcher_;
   int group_ = 0;
   bool command_running_ = false;
   bool released_ = false;  // a change that is to be sent in Real Time
