@@ -62,7 +62,11 @@ inline constexpr int kMessageCount = 219;
   X(LiveHint)                  \
   X(PutOpticalBack)            \
   X(NumberBounds)              \
-  X(NumberWrong)
+  X(NumberWrong)               \
+  X(RecoveryQuestion)          \
+  X(RecoveryNoFile)            \
+  X(TakeUp)                    \
+  X(PutAside)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -17,6 +18,9 @@ std::filesystem::path ApplicationDataFolder();
 
 // The folder of the running executable.
 std::filesystem::path ProgramFolder();
+
+// The number under which the system knows this process.
+std::uint64_t ProcessId();
 
 // The value of an environment variable; nothing when it is not set.
 std::optional<std::string> EnvironmentVariable(const char* name);

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cstdlib>
 
 #include "platform/environment.h"
@@ -21,6 +23,10 @@ std::filesystem::path ApplicationDataFolder() {
 std::filesystem::path ProgramFolder() {
   std::error_code error;
   return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+std::uint64_t ProcessId() {
+  return static_cast<std::uint64_t>(::getpid());
 }
 
 std::optional<std::string> EnvironmentVariable(const char* name) {

@@ -38,6 +38,10 @@ std::filesystem::path ProgramFolder() {
   }
 }
 
+std::uint64_t ProcessId() {
+  return ::GetCurrentProcessId();
+}
+
 std::optional<std::string> EnvironmentVariable(const char* name) {
   const std::wstring wide_name = WideOf(name);
   const DWORD size = ::GetEnvironmentVariableW(wide_name.c_str(), nullptr, 0);
