@@ -19,6 +19,7 @@ LSSmain::LSSmain(MainParts parts)
               "LSSmain"),
       parts_(std::move(parts)),
       controller_(parts_.engine, *this, parts_.application_data),
+      recovery_(parts_.engine, controller_, parts_.application_data),
       panel_(new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
                          "main_panel")) {
   SetTitle(WxText(controller_.Caption()));
@@ -189,6 +190,7 @@ void LSSmain::ShowValues() {
   ShowSteps();
   ShowStatus();
   RedrawPreview();
+  recovery_.NoteMove();
 }
 
 void LSSmain::ShowSteps() {
@@ -267,6 +269,7 @@ void LSSmain::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
+  if (may_close) recovery_.End();  // who ends without an answer may want the work back
   if (view_ != nullptr) view_->Hide();
   Destroy();
 }

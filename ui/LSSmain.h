@@ -11,6 +11,7 @@
 #include "app/main_controller.h"
 #include "ui/LSSmain_controls.h"
 #include "ui/LSSmain_parts.h"
+#include "ui/recovery_keeper.h"
 
 // The main window: it forwards what the user does to the controller and shows the model when it is
 // told to.
@@ -35,6 +36,10 @@ class LSSmain : public wxFrame, private MainView {
   // hand it waits; nothing happens while another command is at work or the window is not complete
   // yet.
   void Run(std::string_view name);
+
+  // Asks about work that was left unsaved. To be called once, when the window can be used and
+  // before a file is opened.
+  void OfferUnsavedWork() { recovery_.Offer(); }
 
   MainController& Controller() { return controller_; }
 
@@ -82,6 +87,7 @@ class LSSmain : public wxFrame, private MainView {
 
   MainParts parts_;
   MainController controller_;
+  RecoveryKeeper recovery_;
   wxPanel* panel_;  // there from the first, so that an empty frame's dark ground never shows
   MainControls controls_;
   LSSview* view_ = nullptr;  // owned by this window; none before the first events

@@ -89,6 +89,7 @@ void Application::ShowMainWindow() {
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
   SetTopWindow(window);
   window->ShowFirst();
+  window->CallAfter([window] { window->OfferUnsavedWork(); });
 }
 
 }  // namespace warpline
