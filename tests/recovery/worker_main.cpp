@@ -9,9 +9,10 @@
 #include "tests/support/recorder.h"
 
 // A tool without a window that works by itself until it is killed:
-//   recovery_worker FOLDER SEED
-// Every line of its output is something that has just become true; "stands" and "step" say what the
-// work is then. scripts/kill-recovery reads it.
+//   recovery_worker FOLDER HOUR
+// What it does, and when it believes to do so, goes by the number of its hour. Every line of its
+// output is something that has just become true; "stands" and "step" say what the work is then.
+// scripts/kill-recovery reads it.
 
 namespace warpline {
 namespace {
@@ -20,7 +21,8 @@ namespace fs = std::filesystem;
 
 class Worker : public MessageDisplay, public MainView {
  public:
-  Worker(fs::path folder, std::mt19937 random) : folder_(std::move(folder)), random_(random) {
+  Worker(fs::path folder, unsigned hour)
+      : folder_(std::move(folder)), random_(hour), now_(std::chrono::hours(400000 + hour)) {
     ResetToScreenType(fresh_.Correction);
     controller_.WatchSteps([this] {
       Say("step");
@@ -119,13 +121,13 @@ class Worker : public MessageDisplay, public MainView {
   MainController controller_{engine_, *this, folder_};
   RecoveryCopy copy_{folder_};
   FileData fresh_;
-  WallTime now_ = std::chrono::system_clock::now();
+  WallTime now_;
 };
 
 }  // namespace
 }  // namespace warpline
 
 int main(int, char** words) {
-  warpline::Worker(words[1], std::mt19937(static_cast<unsigned>(std::stoul(words[2])))).Run();
+  warpline::Worker(words[1], static_cast<unsigned>(std::stoul(words[2]))).Run();
   return 0;
 }

@@ -2,6 +2,8 @@
 #include <wx/modalhook.h>
 #include <wx/stattext.h>
 
+#include <algorithm>
+
 #include "tests/support/source_folder.h"
 #include "tests/ui/window_rig.h"
 #include "toolkit/layout.h"
@@ -74,8 +76,16 @@ TEST_F(OpenedWindow, SaveQuestionHoldsTheListAndTheWindowBack) {
   EXPECT_EQ(rig.Screen(), 5);
   EXPECT_EQ(rig.Text("ctrl_value1"), "0%");
   rig.Move("ctrl_bar1", 32);
+  const auto kept = [&] {
+    const fs::recursive_directory_iterator files(rig.temp.Path());
+    return std::any_of(begin(files), end(files), [](const fs::path& file) {
+      return file.filename().string().starts_with("recovery-");
+    });
+  };
+  EXPECT_TRUE(SettleUntil(kept));
   rig.Press("exitbutton");
   EXPECT_EQ(rig.window, nullptr);
+  EXPECT_FALSE(kept());
   EXPECT_EQ(rig.display.Texts(), std::vector<std::string>(4, "Do you want to save the change?"));
 }
 
