@@ -185,7 +185,7 @@ void RecoveryCopy::NoteStep(const CorrectionData& correction, const fs::path& fi
 
 // The clock may be put back at any time.
 std::optional<std::chrono::milliseconds> RecoveryCopy::Due(WallTime now) const {
-  if (!noted_) return std::nullopt;
+  if (!noted_ && !writing_.valid()) return std::nullopt;
   const bool long_ago = !attempted_ || now < *attempted_ || now >= *attempted_ + kLeastPause;
   if (long_ago) return std::chrono::milliseconds(0);
   return std::chrono::ceil<std::chrono::milliseconds>(*attempted_ + kLeastPause - now);
@@ -194,10 +194,27 @@ std::optional<std::chrono::milliseconds> RecoveryCopy::Due(WallTime now) const {
 void RecoveryCopy::WriteIfDue(WallTime now) {
   if (Due(now) != std::chrono::milliseconds(0)) return;
   attempted_ = now;
+  if (IsWriting()) return;
+  Finish();
+  if (!noted_) return;
   noted_->changed = now;
   const std::optional<std::string> text = RecoveryText(*noted_);
-  if (!text || !TakeName() || ReplaceFileContents(name_->Copy(), *text)) return;
+  if (!text || !TakeName()) return;
   written_ = std::exchange(noted_, std::nullopt);
+  // Where no thread can be had, the next attempt writes.
+  writing_ = std::async(
+      [file = name_->Copy(), bytes = *text] { return !ReplaceFileContents(file, bytes); });
+}
+
+bool RecoveryCopy::IsWriting() const {
+  return writing_.valid() &&
+         writing_.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
+}
+
+void RecoveryCopy::Finish() {
+  if (!writing_.valid() || writing_.get()) return;
+  if (!noted_) noted_ = written_;
+  written_.reset();
 }
 
 // The name of another one's copy may be free to take: of one that ended, under the same number.
@@ -212,6 +229,7 @@ bool RecoveryCopy::TakeName() {
 }
 
 void RecoveryCopy::Remove() {
+  Finish();
   if (name_) RemoveFile(name_->Copy());
   name_.reset();
   noted_.reset();

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -67,27 +68,31 @@ class RecoveryCopy {
   // removed at once.
   void NoteStep(const CorrectionData& correction, const std::filesystem::path& file, bool unsaved);
 
-  // How long until WriteIfDue writes, a second after its last attempt; nothing when the copy holds
-  // what was noted last.
+  // How long until WriteIfDue has something to do, a second after the last time; nothing when the
+  // copy holds what was noted last.
   std::optional<std::chrono::milliseconds> Due(WallTime now) const;
 
-  // The copy is afterwards the one before or the new one, whatever happens. One that cannot be
-  // written stays due.
+  // Writes on a thread of its own, so that nobody waits for the disk. The copy is afterwards the
+  // one before or the new one, whatever happens; one that cannot be written stays due.
   void WriteIfDue(WallTime now);
 
+  // These wait for what is being written.
+  void Finish();
   void Remove();
 
   // The copy found becomes this one, in one move.
   void TakeUp(FoundWork found);
 
  private:
+  bool IsWriting() const;
   bool TakeName();
 
   std::filesystem::path application_data_;
   std::unique_ptr<RecoveryName> name_;
   std::optional<UnsavedWork> noted_;    // not written yet
-  std::optional<UnsavedWork> written_;  // what the copy holds
+  std::optional<UnsavedWork> written_;  // what the copy holds, or will when it is written
   std::optional<WallTime> attempted_;
+  std::future<bool> writing_;  // whether it was written; valid until somebody has asked
 };
 
 // Asks about the work left unsaved, the newest first, until some is taken up: it is the model then,

@@ -8,8 +8,7 @@
 #include "app/main_controller.h"
 #include "app/recovery.h"
 
-// Keeps the recovery copy while the main window is open: written from the timer, never while a
-// control tells of the user's hand.
+// Keeps the recovery copy while the main window is open.
 
 namespace warpline {
 

@@ -22,6 +22,10 @@ struct RecoveryRig : ControllerRig {
     V().Distortion = distortion;
     controller.CurveChanged();
   }
+  void Write(WallTime now) {
+    copy.WriteIfDue(now);
+    copy.Finish();
+  }
   void Put(const std::string& name, const std::string& bytes) const {
     temp.Write((fs::relative(folder, temp.Path()) / name).string(), bytes);
   }
@@ -52,13 +56,13 @@ TEST(Recovery, WritesOnceASecondAndNothingThatIsSaved) {
   EXPECT_FALSE(rig.copy.Due(kNoon));
   rig.Step(1);
   EXPECT_EQ(rig.copy.Due(kNoon), milliseconds(0));
-  rig.copy.WriteIfDue(kNoon);
+  rig.Write(kNoon);
   EXPECT_EQ(rig.Names(), (Texts{rig.own + ".lock", rig.own + ".wlt"}));
   EXPECT_FALSE(rig.copy.Due(kNoon));
   const std::string first = TempFolder::Read(rig.folder / (rig.own + ".wlt"));
   rig.Step(2);
   EXPECT_EQ(rig.copy.Due(kNoon + milliseconds(300)), milliseconds(700));
-  rig.copy.WriteIfDue(kNoon + milliseconds(999));
+  rig.Write(kNoon + milliseconds(999));
   EXPECT_EQ(TempFolder::Read(rig.folder / (rig.own + ".wlt")), first);
   EXPECT_EQ(rig.copy.Due(kNoon - milliseconds(1)), milliseconds(0)) << "the clock was put back";
   rig.Step(1);
@@ -67,6 +71,18 @@ TEST(Recovery, WritesOnceASecondAndNothingThatIsSaved) {
   EXPECT_TRUE(rig.display.messages.empty()) << "the copy of a living process";
   rig.Step(0);
   EXPECT_EQ(rig.Names(), Texts());
+
+  rig.Step(3);
+  rig.Write(kNoon + milliseconds(1000));
+  const fs::path copy = rig.folder / (rig.own + ".wlt");
+  fs::remove(copy);
+  fs::create_directory(copy);
+  rig.Step(4);
+  rig.Write(kNoon + milliseconds(2000));
+  EXPECT_EQ(rig.copy.Due(kNoon + milliseconds(2000)), milliseconds(1000)) << "was not written";
+  fs::remove(copy);
+  rig.Write(kNoon + milliseconds(3000));
+  EXPECT_EQ(WorkOf(TempFolder::Read(copy))->correction.Axes[kVertical].Distortion, 4);
 }
 
 TEST(Recovery, TakesUpTheNewestOnceAndKeepsItUntilSaved) {

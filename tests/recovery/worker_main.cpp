@@ -39,6 +39,7 @@ class Worker : public MessageDisplay, public MainView {
       Gesture();
       now_ += std::chrono::milliseconds(1000 + Below(2000));
       copy_.WriteIfDue(now_);
+      copy_.Finish();
     }
   }
 
