@@ -5,7 +5,6 @@
 #include "app/recovery.h"
 #include "files/wltfile.h"
 #include "model/parameter_groups.h"
-#include "tests/support/fake_beamlink.h"
 #include "tests/support/recorder.h"
 
 // A tool without a window that works by itself until it is killed:
@@ -23,7 +22,7 @@ class Worker : public MessageDisplay, public MainView {
  public:
   Worker(fs::path folder, unsigned hour)
       : folder_(std::move(folder)), random_(hour), now_(std::chrono::hours(400000 + hour)) {
-    ResetToScreenType(fresh_.Correction);
+    global_.Settings.DemoMode = 1;
     controller_.WatchSteps([this] {
       Say("step");
       copy_.NoteStep(global_.Correction, global_.CurrentFile, controller_.HasUnsavedChanges());
@@ -55,17 +54,17 @@ class Worker : public MessageDisplay, public MainView {
   }
   void ShowModel() override {}
   void ShowValues() override {}
-  fs::path ChooseFileToOpen(const fs::path&) override { return SomeFile(); }
+  fs::path ChooseFileToOpen(const fs::path&) override {
+    const fs::path file = SomeFile();
+    return fs::exists(file) ? file : fs::path();
+  }
   fs::path ChooseFileToSave(const fs::path&, const fs::path&) override { return SomeFile(); }
 
  private:
   std::size_t Below(std::size_t end) { return random_() % end; }
 
   fs::path SomeFile() {
-    fs::path file = folder_ / (Below(2) == 0 ? "one.wlt" : "two\r\n[Warpline Tool Data File].wlt");
-    std::error_code ignored;
-    if (!fs::exists(file, ignored)) engine_.files.SaveDataFile(file, kTypeWlt, fresh_);
-    return file;
+    return folder_ / (Below(2) == 0 ? "one.wlt" : "two\r\n[Warpline Tool Data File].wlt");
   }
 
   void Say(const char* word) {
@@ -116,12 +115,10 @@ class Worker : public MessageDisplay, public MainView {
   const fs::path folder_;
   std::mt19937 random_;
   RecordingBusy busy_;
-  FakeBeamlink library_;
-  Engine engine_{*this, busy_, [this] { return library_.Functions(); }};
+  Engine engine_{*this, busy_};
   LSSglobal& global_ = engine_.global;
   MainController controller_{engine_, *this, folder_};
   RecoveryCopy copy_{folder_};
-  FileData fresh_;
   WallTime now_;
 };
 
