@@ -18,13 +18,14 @@ struct MenuRow {
   const char* parent;  // name of the menu that holds it; "" for a menu of the bar
   std::variant<MessageId, ToolText> caption;  // a separator's says nothing
   wxItemKind kind;                            // wxITEM_DROPDOWN: a menu of its own
+  const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
 constexpr std::array<MenuRow, 37> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
-    {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL},
-    {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL},
-    {"menu_file_saveas", "menu_file", kMsgMenuSaveAs, wxITEM_NORMAL},
+    {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
+    {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
+    {"menu_file_saveas", "menu_file", kMsgMenuSaveAs, wxITEM_NORMAL, "Ctrl+Shift+S"},
     {"", "menu_file", {}, wxITEM_SEPARATOR},
     {"menu_file_exit", "menu_file", kMsgMenuExit, wxITEM_NORMAL},
     {"menu_edit", "", ToolText::kMenuEdit, wxITEM_DROPDOWN},
@@ -55,13 +56,19 @@ constexpr std::array<MenuRow, 37> kMenuRows{{
     {"menu_disp_regular", "menu_disp", kMsgMenuRegular, wxITEM_RADIO},
     {"menu_disp_small", "menu_disp", kMsgMenuSmall, wxITEM_RADIO},
     {"menu_help", "", kMsgMenuHelp, wxITEM_DROPDOWN},
-    {"menu_help_doc", "menu_help", kMsgMenuReadMe, wxITEM_NORMAL},
+    {"menu_help_doc", "menu_help", kMsgMenuReadMe, wxITEM_NORMAL, "F1"},
     {"", "menu_help", {}, wxITEM_SEPARATOR},
     {"menu_help_about", "menu_help", kMsgMenuAbout, wxITEM_NORMAL},
 }};
 
 wxString MenuCaption(const LSSglobal& global, const MenuRow& row) {
   return std::visit([&global](auto caption) { return CaptionOf(global, caption); }, row.caption);
+}
+
+// The keys stand behind the caption, on the right of the menu.
+wxString MenuLabel(const LSSglobal& global, const MenuRow& row) {
+  const wxString caption = MenuCaption(global, row);
+  return *row.keys == '\0' ? caption : caption + "\t" + row.keys;
 }
 
 }  // namespace
@@ -94,7 +101,7 @@ wxMenuBar* CreateMenuBar(const LSSglobal& global) {
     const std::string_view parent = row.parent;
     if (row.kind != wxITEM_DROPDOWN) {
       const int id = row.kind == wxITEM_SEPARATOR ? wxID_SEPARATOR : MenuId(row.name);
-      menus.at(parent)->Append(id, MenuCaption(global, row), "", row.kind);
+      menus.at(parent)->Append(id, MenuLabel(global, row), "", row.kind);
       continue;
     }
     wxMenu* menu = menus[row.name] = new wxMenu;
