@@ -28,4 +28,7 @@ std::optional<std::string> EnvironmentVariable(const char* name);
 // The command line's words (UTF-8, the program's name left out).
 std::vector<std::string> CommandLineWords(int argc, char** argv);
 
+// The same for a program whose start belongs to somebody else.
+std::vector<std::string> CommandLineWords();
+
 }  // namespace warpline

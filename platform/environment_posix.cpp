@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
 
 #include "platform/environment.h"
 
@@ -37,6 +38,15 @@ std::optional<std::string> EnvironmentVariable(const char* name) {
 
 std::vector<std::string> CommandLineWords(int argc, char** argv) {
   return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+// Each word ends with a zero; the first one is the program's name.
+std::vector<std::string> CommandLineWords() {
+  std::ifstream line("/proc/self/cmdline", std::ios::binary);
+  std::vector<std::string> words;
+  for (std::string word; std::getline(line, word, '\0');) words.push_back(word);
+  if (!words.empty()) words.erase(words.begin());
+  return words;
 }
 
 }  // namespace warpline

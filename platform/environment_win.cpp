@@ -51,13 +51,18 @@ std::optional<std::string> EnvironmentVariable(const char* name) {
   return Utf8OfWide(value);
 }
 
-std::vector<std::string> CommandLineWords(int, char**) {
+std::vector<std::string> CommandLineWords() {
   int count = 0;
   LPWSTR* words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<std::string> result;
   for (int i = 1; i < count; ++i) result.push_back(Utf8OfWide(words[i]));
   ::LocalFree(words);
   return result;
+}
+
+// What the runtime hands over is not Unicode.
+std::vector<std::string> CommandLineWords(int, char**) {
+  return CommandLineWords();
 }
 
 }  // namespace warpline
