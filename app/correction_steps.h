@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "app/file_content.h"
 #include "app/value_history.h"
 #include "core/LSSglobal.h"
 
@@ -13,8 +14,9 @@ namespace warpline {
 
 // A file and what stands in it.
 struct SavedDocument {
-  std::filesystem::path file;  // empty: none
+  std::filesystem::path file;                // empty: none
   std::optional<CorrectionData> correction;  // none: nothing is saved
+  std::optional<FileContent> content;        // of the file as it was read or written
 };
 
 struct CorrectionStep {

@@ -1,6 +1,7 @@
 #include "app/main_controller.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "app/correction_file.h"
@@ -51,8 +52,8 @@ MainController::MainController(Engine& engine, MainView& view,
 std::string MainController::Caption() const {
   std::string caption = TextOf(global_, kMsgTitle);
   if (global_.Settings.DemoMode == 1) caption += " (Debug)";
-  if (!global_.CurrentFile.empty()) caption += " - " + Utf8Of(global_.CurrentFile.filename());
-  return caption;
+  if (global_.CurrentFile.empty()) return caption;
+  return caption + (HasUnsavedChanges() ? " - *" : " - ") + Utf8Of(global_.CurrentFile.filename());
 }
 
 void MainController::SelectGroup(int group) {
@@ -81,7 +82,7 @@ void MainController::SelectScreenType(int type) {
     view_.ShowModel();
     return;
   }
-  SavedDocument left{global_.CurrentFile, snapshot_};
+  SavedDocument left{global_.CurrentFile, snapshot_, known_content_};
   global_.Correction.ScreenType = static_cast<std::int16_t>(type);
   ResetToScreenType(global_.Correction);
   global_.SecondCopy = global_.Correction.Axes;
@@ -227,29 +228,54 @@ void MainController::Open() {
 
 void MainController::OpenFile(const std::filesystem::path& path) {
   const BusyBracket bracket(busy_);
-  if (IsRegisterFile(path)) {
-    OpenRegisterFile(path);
-  } else {
-    OpenCorrectionFile(path);
+  const bool opened = IsRegisterFile(path) ? OpenRegisterFile(path) : OpenCorrectionFile(path);
+  if (opened) view_.FileUsed(path);
+}
+
+bool MainController::OpenNamed(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) {
+    messages_.ShowSystemError(FilledText(TextOf(global_, ToolText::kFileMissing), {Utf8Of(path)}));
+    return false;
   }
+  if (ConfirmSaveChanges() == SaveAnswer::kContinue) OpenFile(path);
+  return true;
 }
 
-void MainController::OpenRegisterFile(const std::filesystem::path& path) {
-  if (!OpenRegisters(files_, global_, messages_, path)) return;
+bool MainController::OpenRegisterFile(const std::filesystem::path& path) {
+  if (!OpenRegisters(files_, global_, messages_, path)) return false;
   RunCommand([this] { commands_.SendRegisters(); });
+  return true;
 }
 
-void MainController::OpenCorrectionFile(const std::filesystem::path& path) {
-  if (!OpenCorrection(files_, global_, messages_, path)) return;
+// Whoever changes the file while it is read has changed it since.
+bool MainController::OpenCorrectionFile(const std::filesystem::path& path) {
+  const std::optional<FileContent> content = ContentOf(path);
+  if (!OpenCorrection(files_, global_, messages_, path)) return false;
+  known_content_ = content;
   TakeSnapshot();
   history_.Clear(global_.Correction);
   view_.ShowModel();
   StepDone();
   Apply();
+  return true;
 }
 
+// A file that is gone, or cannot be read, has nothing to lose.
 bool MainController::Save() {
-  return global_.CurrentFile.empty() ? SaveAs() : SaveTo(global_.CurrentFile);
+  if (global_.CurrentFile.empty()) return SaveAs();
+  const std::optional<FileContent> content = ContentOf(global_.CurrentFile);
+  return !content || content == known_content_ ? SaveTo(global_.CurrentFile) : AskAndOverwrite();
+}
+
+bool MainController::AskAndOverwrite() {
+  const std::size_t answer = messages_.Choose(
+      FilledText(TextOf(global_, ToolText::kFileChanged), {Utf8Of(global_.CurrentFile)}),
+      MessageIcon::kWarning,
+      {TextOf(global_, ToolText::kOverwrite), TextOf(global_, kMsgMenuSaveAs),
+       TextOf(global_, kMsgCancel)});
+  if (answer == 0) return SaveTo(global_.CurrentFile);
+  return answer == 1 && SaveAs();
 }
 
 bool MainController::SaveAs() {
@@ -268,9 +294,11 @@ std::filesystem::path MainController::ChooseSaveName() {
 bool MainController::SaveTo(const std::filesystem::path& path) {
   const BusyBracket bracket(busy_);
   if (!SaveCorrection(files_, global_, messages_, path)) return false;
+  known_content_ = ContentOf(path);
   TakeSnapshot();
   view_.ShowModel();
   StepDone();
+  view_.FileUsed(path);
   return true;
 }
 
@@ -279,7 +307,9 @@ bool MainController::SaveRegistersTo(const std::filesystem::path& path) {
   return ReportingFaults(messages_, [&] {
     FileData data;
     data.Registers = BuildRegisters(global_.Correction, global_.Panel);
-    return files_.SaveDataFile(path, kTypeWlr, data);
+    if (!files_.SaveDataFile(path, kTypeWlr, data)) return false;
+    view_.FileUsed(path);
+    return true;
   });
 }
 
@@ -307,6 +337,7 @@ void MainController::Restore(const CorrectionData& correction, const std::filesy
   global_.SecondCopy = correction.Axes;
   global_.CurrentFile = file;
   snapshot_.reset();
+  known_content_ = ContentOf(file);
   history_.Clear(correction);
   view_.ShowModel();
   StepDone();
@@ -361,6 +392,7 @@ void MainController::Travel(CorrectionStep& step, const CorrectionData& state) {
   if (step.left) {
     std::swap(step.left->file, global_.CurrentFile);
     std::swap(step.left->correction, snapshot_);
+    std::swap(step.left->content, known_content_);
   }
   if (step.group >= 0) group_ = step.group;
   view_.ShowModel();

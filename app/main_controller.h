@@ -9,6 +9,7 @@
 
 #include "app/correction_steps.h"
 #include "app/engine.h"
+#include "app/file_content.h"
 #include "app/preview_geometry.h"
 #include "app/status_line.h"
 #include "platform/environment.h"
@@ -37,6 +38,9 @@ class MainView {
   virtual std::filesystem::path ChooseFileToOpen(const std::filesystem::path& folder) = 0;
   virtual std::filesystem::path ChooseFileToSave(const std::filesystem::path& folder,
                                                  const std::filesystem::path& current) = 0;
+
+  // A file was opened or saved.
+  virtual void FileUsed(const std::filesystem::path& path) = 0;
 };
 
 // Keys by the codes that a slider's key release reports.
@@ -58,7 +62,8 @@ class MainController {
                  std::filesystem::path application_data = ApplicationDataFolder(),
                  Clock clock = std::chrono::steady_clock::now);
 
-  // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name.
+  // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name, with
+  // "*" before it while there are unsaved changes.
   std::string Caption() const;
 
   // The group shown (0..4).
@@ -148,9 +153,14 @@ class MainController {
   void Open();
   void OpenFile(const std::filesystem::path& path);
 
+  // Opens a file that is known already: Open without the question for one. False, and a message,
+  // when the file is not there.
+  bool OpenNamed(const std::filesystem::path& path);
+
   // True when the file was written. A name without extension is completed with "wlt". Under a name
   // that ends in ".wlr" (any case) Save As writes the registers for the panel last reported; that
-  // neither becomes the current file nor counts as saving the changes.
+  // neither becomes the current file nor counts as saving the changes. When the current file has
+  // another content than it had when it was opened or saved last, Save asks before it is replaced.
   bool Save();
   bool SaveAs();
 
@@ -178,9 +188,10 @@ class MainController {
 
  private:
   bool SaveTo(const std::filesystem::path& path);
+  bool AskAndOverwrite();
   bool SaveRegistersTo(const std::filesystem::path& path);
-  void OpenRegisterFile(const std::filesystem::path& path);
-  void OpenCorrectionFile(const std::filesystem::path& path);
+  bool OpenRegisterFile(const std::filesystem::path& path);
+  bool OpenCorrectionFile(const std::filesystem::path& path);
   std::filesystem::path ChooseSaveName();
   template <typename Command>
   void RunCommand(Command command);
@@ -205,6 +216,7 @@ class MainController {
   std::optional<CorrectionData> snapshot_;  // none: nothing saved stands for the model
   CorrectionHistory history_;
   std::function<void()> watcher_;
+  std::optional<FileContent> known_content_;  // of the current file
   int group_ = 0;
   bool command_running_ = false;
   bool released_ = false;  // a change that is to be sent in Real Time

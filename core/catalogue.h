@@ -14,6 +14,10 @@ inline constexpr int kMessageCount = 219;
 
 #define WARPLINE_TOOL_TEXTS(X) \
   X(FileTypes)                 \
+  X(FileMissing)               \
+  X(FileChanged)               \
+  X(Overwrite)                 \
+  X(ToolBusy)                  \
   X(RealTimeOn)                \
   X(RealTimeOff)               \
   X(Yes)                       \

@@ -51,6 +51,7 @@ void LSSmain::ShowFirst() {
     SetIcons(ProgramIcons());
     CreatePreviewWindow();
     ShowPreview();
+    BindFiles();
   });
 }
 
@@ -171,8 +172,13 @@ void LSSmain::BindWindow() {
   Bind(wxEVT_CHAR_HOOK, &LSSmain::OnCharHook, this);
 }
 
+void LSSmain::ShowTitle() {
+  const wxString title = WxText(controller_.Caption());
+  if (title != GetTitle()) SetTitle(title);
+}
+
 void LSSmain::ShowModel() {
-  SetTitle(WxText(controller_.Caption()));
+  ShowTitle();
   controls_.scr_select->SetSelection(parts_.engine.global.Correction.ScreenType);
   ShowMenus();
   ShowGroup(controls_, parts_.engine.global, controller_.Group());
@@ -185,6 +191,7 @@ void LSSmain::ShowModel() {
 }
 
 void LSSmain::ShowValues() {
+  ShowTitle();
   ShowGroupValues(controls_, parts_.engine.global, controller_.Group());
   GetMenuBar()->Check(MenuId("menu_edit_compare"), controller_.Comparing());
   ShowSteps();
@@ -271,6 +278,7 @@ void LSSmain::OnClose(wxCloseEvent& event) {
   }
   if (may_close) recovery_.End();  // who ends without an answer may want the work back
   if (view_ != nullptr) view_->Hide();
+  requests_.Stop();  // who asks now takes this one's place
   Destroy();
 }
 

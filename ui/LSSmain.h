@@ -11,6 +11,7 @@
 #include "app/main_controller.h"
 #include "ui/LSSmain_controls.h"
 #include "ui/LSSmain_parts.h"
+#include "ui/files_at_hand.h"
 #include "ui/recovery_keeper.h"
 
 // The main window: it forwards what the user does to the controller and shows the model when it is
@@ -41,6 +42,10 @@ class LSSmain : public wxFrame, private MainView {
   // before a file is opened.
   void OfferUnsavedWork() { recovery_.Offer(); }
 
+  // Opens a file as Open does, but without asking for one, with the next events. Says it when the
+  // file is not there. Nothing happens while a dialog is open or a command is at work.
+  void OpenNamed(const std::filesystem::path& path);
+
   MainController& Controller() { return controller_; }
 
  private:
@@ -52,15 +57,19 @@ class LSSmain : public wxFrame, private MainView {
   std::filesystem::path ChooseFileToOpen(const std::filesystem::path& folder) override;
   std::filesystem::path ChooseFileToSave(const std::filesystem::path& folder,
                                          const std::filesystem::path& current) override;
+  void FileUsed(const std::filesystem::path& path) override;
 
   SliderHandlers CreateSliderHandlers();
   MainStatus::Handlers CreateStatusHandlers();
   void BindControls();
   void BindWindow();
+  void BindFiles();
+  void LookForRequest();
   void CreateContent();
   void CreatePreviewWindow();
   void SetSizes();
   void PlaceAsStored();
+  void ShowTitle();
   void ShowMenus();
   void ShowSteps();
   void ShowStatus();
@@ -94,6 +103,9 @@ class LSSmain : public wxFrame, private MainView {
   bool preview_placed_ = false;
   bool closing_ = false;
   std::function<void()> waiting_;  // until the projector has followed the hand
+  OpenDialogs dialogs_;
+  RecentFiles recent_;
+  Repeat requests_;  // looks for files that a later start hands over
 };
 
 }  // namespace warpline
