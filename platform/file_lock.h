@@ -20,7 +20,7 @@ class FileLock {
   FileLock(const FileLock&) = delete;
   FileLock& operator=(const FileLock&) = delete;
 
-  // Makes the file when it is missing. To be called once.
+  // Makes the file when it is missing. To be called until it is taken.
   Result Take(const std::filesystem::path& path);
 
  private:

@@ -1,13 +1,17 @@
 #include "ui/application.h"
 
+#include <chrono>
 #include <filesystem>
-#include <string>
 #include <system_error>
+#include <thread>
 
+#include "app/hand_over.h"
 #include "app/startup.h"
+#include "core/catalogue.h"
 #include "platform/environment.h"
 #include "platform/text_editor.h"
 #include "toolkit/layout.h"
+#include "toolkit/native/foreground.h"
 #include "toolkit/native/instant_states.h"
 #include "ui/LSSmain.h"
 #include "ui/read_me.h"
@@ -16,15 +20,13 @@
 namespace warpline {
 namespace {
 
-// Everything behind the program's name. The words alone decide about the language.
-std::string CommandLineOf(int argc, wxChar** argv) {
-  std::string line;
-  for (int i = 1; i < argc; ++i) line.append(wxString(argv[i]).utf8_string()).append(" ");
-  return line;
-}
-
 constexpr const char* kLockFileName = "WarplineTool.lock";
 constexpr const char* kWindowPlacesFileName = "WarplineTool.windows";
+
+// How long a start waits until the tool that runs has taken its file: longer than a command takes
+// that goes well, and no longer than a user waits without looking what is the matter.
+constexpr std::chrono::seconds kHandOverTime{5};
+constexpr std::chrono::milliseconds kLookAgain{20};
 
 // The width that the preview takes beside the main window at first, in DIP.
 constexpr int kPreviewWidth = 640;
@@ -45,7 +47,8 @@ wxPoint DefaultPosition() {
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
   SetAppName("WarplineTool");
-  if (AnotherInstanceRuns()) return true;  // a second start ends at once, and that is no failure
+  words_ = SortWords(CommandLineWords());
+  if (AnotherInstanceRuns() && EndsForOther()) return true;  // and that is no failure
   std::error_code ignored;
   std::filesystem::current_path(ProgramFolder(), ignored);
   run_ = std::make_unique<Run>();
@@ -75,11 +78,36 @@ std::filesystem::path Application::WindowPlacesFile() {
   return MakeDataFolder(ApplicationDataFolder()) / kWindowPlacesFileName;
 }
 
+// A start without a file ends at once; one with a file hands it over, says so when the other does
+// not take it, and goes on in its place when it ends meanwhile.
+bool Application::EndsForOther() {
+  if (words_.file.empty()) return true;
+  GiveForegroundAway();
+  HandOver request(RequestFolder(ApplicationDataFolder()), words_.file);
+  const auto end = std::chrono::steady_clock::now() + kHandOverTime;
+  while (request.Look() == HandOver::Answer::kWaiting && std::chrono::steady_clock::now() < end) {
+    if (!AnotherInstanceRuns()) return request.Withdraw() == HandOver::Answer::kTaken;
+    std::this_thread::sleep_for(kLookAgain);
+  }
+  if (request.Withdraw() == HandOver::Answer::kTaken) return true;
+  LSSglobal global;
+  ApplyLanguage(global, WantedLanguage());
+  WindowMessages display;
+  const Messages messages(global, display);
+  messages.Choose(FilledText(TextOf(global, ToolText::kToolBusy), {Utf8Of(words_.file)}),
+                  MessageIcon::kInformation, {TextOf(global, kMsgOk)});
+  return true;
+}
+
+std::int16_t Application::WantedLanguage() const {
+  return DecideLanguage(SystemLanguageIsJapanese(), words_.switches);
+}
+
 void Application::PrepareState() {
   LSSglobal& global = run_->engine.global;
   const wxPoint position = DefaultPosition();
   LoadSettings(global, ApplicationDataFolder(), position.x, position.y);
-  ApplyLanguage(global, DecideLanguage(SystemLanguageIsJapanese(), CommandLineOf(argc, argv)));
+  ApplyLanguage(global, WantedLanguage());
 }
 
 void Application::ShowMainWindow() {
@@ -89,7 +117,10 @@ void Application::ShowMainWindow() {
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
   SetTopWindow(window);
   window->ShowFirst();
-  window->CallAfter([window] { window->OfferUnsavedWork(); });
+  window->CallAfter([window, file = words_.file] {
+    window->OfferUnsavedWork();
+    if (!file.empty()) window->OpenNamed(file);
+  });
 }
 
 }  // namespace warpline

@@ -2,10 +2,12 @@
 
 #include <wx/app.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 
 #include "app/engine.h"
+#include "app/start_words.h"
 #include "platform/file_lock.h"
 #include "toolkit/wheel_guard.h"
 #include "toolkit/window_place.h"
@@ -35,9 +37,12 @@ class Application : public wxApp {
   };
 
   bool AnotherInstanceRuns();
+  bool EndsForOther();
+  std::int16_t WantedLanguage() const;
   void PrepareState();
   void ShowMainWindow();
 
+  StartWords words_;
   FileLock instance_;
   std::unique_ptr<Run> run_;
 };
