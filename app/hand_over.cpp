@@ -3,7 +3,6 @@
 #include <random>
 #include <string>
 #include <system_error>
-#include <utility>
 
 #include "core/LSSglobal.h"
 #include "platform/files.h"
@@ -39,8 +38,8 @@ fs::path RequestFolder(const fs::path& application_data) {
   return DataFolder(application_data) / "Opening";
 }
 
-HandOver::HandOver(fs::path folder, const fs::path& file)
-    : request_(std::move(folder) / (NewName() + kRequest)), made_(MakeRequest(request_, file)) {}
+HandOver::HandOver(const fs::path& folder, const fs::path& file)
+    : request_(folder / (NewName() + kRequest)), made_(MakeRequest(request_, file)) {}
 
 HandOver::~HandOver() {
   Withdraw();

@@ -22,7 +22,7 @@ class HandOver {
   };
 
   // Makes the request for a file, an absolute path, and the folder when it is missing.
-  HandOver(std::filesystem::path folder, const std::filesystem::path& file);
+  HandOver(const std::filesystem::path& folder, const std::filesystem::path& file);
   ~HandOver();
   HandOver(const HandOver&) = delete;
   HandOver& operator=(const HandOver&) = delete;

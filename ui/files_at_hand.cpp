@@ -32,7 +32,7 @@ void OpenDropped(wxWindow& window, OpenFile open) {
   window.SetDropTarget(new DropTarget(std::move(open)));
 }
 
-void RecentFiles::Attach(wxFrame& frame, wxMenu& menu, OpenFile open) {
+void RecentFiles::Attach(wxFrame& frame, wxMenu& menu, const OpenFile& open) {
   if (wxConfigBase* config = wxConfigBase::Get(false)) {
     const wxConfigPathChanger group(config, wxString(kConfigGroup) + "/");
     history_.Load(*config);

@@ -22,7 +22,7 @@ void OpenDropped(wxWindow& window, OpenFile open);
 class RecentFiles {
  public:
   // Shows them in a menu of the frame's, which lives as long as this object.
-  void Attach(wxFrame& frame, wxMenu& menu, OpenFile open);
+  void Attach(wxFrame& frame, wxMenu& menu, const OpenFile& open);
 
   void Add(const std::filesystem::path& file);
   void Forget(const std::filesystem::path& file);
