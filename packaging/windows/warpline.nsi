@@ -15,8 +15,11 @@ RequestExecutionLevel user
 
 !include MUI2.nsh
 !include FileFunc.nsh
+!include LogicLib.nsh
 
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\WarplineTool"
+!define EXTENSION "Software\Classes\.wlt"
+!define TYPE "WarplineTool.Correction"
 
 Name "Warpline Tool ${VERSION}"
 OutFile "${OUTPUT}"
@@ -44,6 +47,8 @@ LangString English ${LANG_ENGLISH} "Read Me (English)"
 LangString English ${LANG_JAPANESE} "お読みください (英語)"
 LangString Japanese ${LANG_ENGLISH} "Read Me (Japanese)"
 LangString Japanese ${LANG_JAPANESE} "お読みください (日本語)"
+LangString Correction ${LANG_ENGLISH} "Warpline Tool correction data"
+LangString Correction ${LANG_JAPANESE} "Warpline ツール補正データ"
 
 VIProductVersion "${VERSION}.0"
 !macro FileVersion language
@@ -86,6 +91,11 @@ FunctionEnd
 !insertmacro WaitForProgram ""
 !insertmacro WaitForProgram "un."
 
+; The shell looks at the kinds of files anew.
+!macro FileTypesChanged
+  System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
+!macroend
+
 Section
   Call WaitForProgram
   SetOutPath "$INSTDIR"
@@ -106,6 +116,18 @@ Section
   CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Japanese).lnk" "$INSTDIR\ReadMe(Japanese).txt"
   CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Command).lnk" "$INSTDIR\Uninstall.exe"
   CreateShortCut "$DESKTOP\Warpline Tool.lnk" "$INSTDIR\WarplineTool.exe"
+
+  ; What opened these files before is kept, and is put back when the tool goes.
+  ReadRegStr $0 HKCU "${EXTENSION}" ""
+  ${If} $0 != ""
+  ${AndIf} $0 != "${TYPE}"
+    WriteRegStr HKCU "${EXTENSION}" "${TYPE}.before" "$0"
+  ${EndIf}
+  WriteRegStr HKCU "${EXTENSION}" "" "${TYPE}"
+  WriteRegStr HKCU "Software\Classes\${TYPE}" "" "$(Correction)"
+  WriteRegStr HKCU "Software\Classes\${TYPE}\DefaultIcon" "" "$INSTDIR\WarplineTool.exe,0"
+  WriteRegStr HKCU "Software\Classes\${TYPE}\shell\open\command" "" '"$INSTDIR\WarplineTool.exe" "%1"'
+  !insertmacro FileTypesChanged
 
   WriteRegStr HKCU "${KEY}" "DisplayName" "Warpline Tool"
   WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
@@ -134,5 +156,17 @@ Section Uninstall
   RMDir "$INSTDIR"
   RMDir /r "$SMPROGRAMS\Warpline Tool"
   Delete "$DESKTOP\Warpline Tool.lnk"
+  ReadRegStr $0 HKCU "${EXTENSION}" ""
+  ReadRegStr $1 HKCU "${EXTENSION}" "${TYPE}.before"
+  DeleteRegValue HKCU "${EXTENSION}" "${TYPE}.before"
+  ${If} $0 == "${TYPE}"
+    DeleteRegValue HKCU "${EXTENSION}" ""
+    ${If} $1 != ""
+      WriteRegStr HKCU "${EXTENSION}" "" "$1"
+    ${EndIf}
+  ${EndIf}
+  DeleteRegKey /ifnosubkeys /ifnovalues HKCU "${EXTENSION}"
+  DeleteRegKey HKCU "Software\Classes\${TYPE}"
+  !insertmacro FileTypesChanged
   DeleteRegKey HKCU "${KEY}"
 SectionEnd
