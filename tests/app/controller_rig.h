@@ -33,11 +33,11 @@ class FakeView : public MainView {
     return Next(saves);
   }
 
-  void FileUsed(const fs::path& path) override { used.push_back(path); }
+  void FileUsed(const fs::path&) override {}
 
   int models_shown = 0, values_shown = 0;
   std::deque<fs::path> opens, saves;  // what the user chooses in each dialog; then cancels
-  std::vector<fs::path> folders, offered, used;
+  std::vector<fs::path> folders, offered;
 
  private:
   static fs::path Next(std::deque<fs::path>& choices) {

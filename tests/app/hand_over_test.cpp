@@ -12,49 +12,40 @@ namespace warpline {
 namespace {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
 
 TEST(StartWords, FilesAreNoSwitches) {
   const TempFolder folder;
   const fs::path file = folder.Write("my & wall", "");
   const fs::path gone = fs::absolute("gone.WLR");
-  const std::tuple<Words, fs::path, std::string> rows[] = {
+  const std::string place = Utf8Of(folder.Path());
+  const std::tuple<std::vector<std::string>, fs::path, std::string> rows[] = {
       {{"/J", Utf8Of(file), Utf8Of(gone), "-e"}, file, "/J -e "},
-      {{Utf8Of(folder.Path()), "/J.wlt", "-J.wlt", "wall.wls"},
-       {},
-       Utf8Of(folder.Path()) + " /J.wlt -J.wlt wall.wls "},
+      {{place, "/J.wlt", "-J.wlt", "a.wls"}, {}, place + " /J.wlt -J.wlt a.wls "},
       {{"gone.WLR", "/J"}, gone, "/J "},
-      {{Utf8Of(gone)}, gone, ""},
-  };
+      {{Utf8Of(gone)}, gone, ""}};
   for (const auto& [words, named, switches] : rows) {
-    const StartWords sorted = SortWords(words);
-    EXPECT_EQ(sorted.file, named);
-    EXPECT_EQ(sorted.switches, switches);
+    EXPECT_EQ(SortWords(words).file, named);
+    EXPECT_EQ(SortWords(words).switches, switches);
   }
 }
 
 TEST(HandOver, IsTakenRefusedOrWithdrawn) {
   using Answer = HandOver::Answer;
   const TempFolder folder;
-  const fs::path requests = folder / "requests";
   const fs::path file = folder.Path() / PathOf("曲面 & wall.wlt");
-  EXPECT_EQ(NextRequest(requests, Requests::kTake), std::nullopt) << "no such folder yet";
+  HandOver taken(folder / "requests", file);
+  EXPECT_EQ(taken.Look(), Answer::kWaiting);
+  EXPECT_EQ(NextRequest(folder / "requests", Requests::kTake), file);
+  EXPECT_EQ(taken.Look(), Answer::kTaken);
+  EXPECT_EQ(taken.Withdraw(), Answer::kTaken);
   {
-    HandOver taken(requests, file);
-    EXPECT_EQ(taken.Look(), Answer::kWaiting);
-    EXPECT_EQ(NextRequest(requests, Requests::kTake), file);
-    EXPECT_EQ(taken.Look(), Answer::kTaken);
-    EXPECT_EQ(taken.Withdraw(), Answer::kTaken);
-    HandOver refused(requests, file), also(requests, file);
-    EXPECT_EQ(NextRequest(requests, Requests::kRefuse), std::nullopt);
+    HandOver refused(folder / "requests", file);
+    NextRequest(folder / "requests", Requests::kRefuse);
     EXPECT_EQ(refused.Look(), Answer::kRefused);
-    EXPECT_EQ(also.Withdraw(), Answer::kRefused);
-    HandOver left(requests, file);
+    const HandOver withdrawn(folder / "requests", file);
   }
-  EXPECT_EQ(NextRequest(requests, Requests::kTake), std::nullopt) << "all are withdrawn";
-  EXPECT_TRUE(fs::is_empty(requests));
-  HandOver impossible(folder.Write("no folder", ""), file);
-  EXPECT_EQ(impossible.Look(), Answer::kRefused);
+  EXPECT_TRUE(fs::is_empty(folder / "requests"));
+  EXPECT_EQ(HandOver(folder.Write("no folder", ""), file).Look(), Answer::kRefused);
 }
 
 }  // namespace

@@ -10,87 +10,71 @@ namespace warpline {
 namespace {
 
 struct FilesRig : WindowRig {
-  FilesRig()
-      : config(new wxFileConfig("", "", WxPath(temp / "memory"))),
-        former(wxConfigBase::Set(config)) {
-    global.Settings.AutoApply = 0;
-    for (const char* name : {"a & b.wlt", "gone.wlt"}) {
-      EXPECT_TRUE(engine.files.SaveDataFile(temp / name, kTypeWlt, engine.files.Staging()));
+  FilesRig() : former(wxConfigBase::Set(new wxFileConfig("", "", WxPath(temp / "memory")))) {
+    for (const fs::path& file : {first, second}) {
+      EXPECT_TRUE(engine.files.SaveDataFile(file, kTypeWlt, engine.files.Staging()));
     }
   }
   ~FilesRig() { delete wxConfigBase::Set(former); }
 
-  bool Opens(const std::string& name) const {
-    return SettleUntil([&] { return Title() == "Warpline Tool 3.0 - " + name; });
+  bool Opens(const fs::path& file) const {
+    const std::string title = "Warpline Tool 3.0 - " + Utf8Of(file.filename());
+    return SettleUntil([&] { return Title() == title; });
   }
-  wxMenu& FileMenu() const { return *window->GetMenuBar()->GetMenu(0); }
+  const wxMenuItem* Recent(int id) const { return window->GetMenuBar()->FindItem(id); }
 
-  wxFileConfig* config;
+  const fs::path first = temp / "a & b.wlt", second = temp / "second.wlt";
   wxConfigBase* former;
 };
 
 TEST(FilesAtHand, RecentFilesSurviveTheRunAndOneThatIsGoneIsTakenOff) {
   FilesRig rig;
-  rig.choices = {rig.temp / "gone.wlt", rig.temp / "a & b.wlt"};
+  rig.choices = {rig.second, rig.first};
   rig.Open();
   rig.Pick("menu_file_open");
   rig.Pick("menu_file_open");
   rig.Pick("menu_file_exit");
-  Settle();
   rig.Open();
-  ASSERT_NE(rig.FileMenu().FindItem(wxID_FILE2), nullptr);
-  EXPECT_EQ(rig.FileMenu().FindItem(wxID_FILE1)->GetItemLabelText(),
-            "1 " + WxPath(rig.temp / "a & b.wlt"));
-  fs::remove(rig.temp / "gone.wlt");
+  ASSERT_NE(rig.Recent(wxID_FILE2), nullptr);
+  EXPECT_EQ(rig.Recent(wxID_FILE1)->GetItemLabelText(), "1 " + WxPath(rig.first));
+  fs::remove(rig.second);
   wxCommandEvent gone(wxEVT_MENU, wxID_FILE2), there(wxEVT_MENU, wxID_FILE1);
   Handle(*rig.window, gone);
-  EXPECT_EQ(rig.display.messages.size(), 1U);
-  EXPECT_EQ(rig.FileMenu().FindItem(wxID_FILE2), nullptr);
+  EXPECT_EQ(rig.display.Texts().at(0), "This file is not there.\n" + Utf8Of(rig.second));
+  EXPECT_EQ(rig.Recent(wxID_FILE2), nullptr);
   EXPECT_EQ(rig.SentBy([&] { Handle(*rig.window, there); }), kApplyWords);
-  EXPECT_TRUE(rig.Opens("a & b.wlt"));
 }
 
 TEST(FilesAtHand, DroppedAndHandedOverFilesOpenUnlessADialogDoes) {
   FilesRig rig;
   rig.Open();
-  wxArrayString names;
-  names.push_back(WxPath(rig.temp / "gone.wlt"));
-  auto& target = dynamic_cast<wxFileDropTarget&>(*rig.window->GetDropTarget());
-  EXPECT_TRUE(target.OnDropFiles(1, 1, names));
-  EXPECT_TRUE(rig.Opens("gone.wlt"));
-
   const fs::path requests = RequestFolder(rig.temp.Path());
+  const auto drop = [&](const fs::path& file) {
+    auto& target = dynamic_cast<wxFileDropTarget&>(*rig.window->GetDropTarget());
+    target.OnDropFiles(1, 1, wxArrayString(1, std::to_array({WxPath(file)}).data()));
+  };
+  drop(rig.second);
+  EXPECT_TRUE(rig.Opens(rig.second));
   {
     const ModalScript about("about_box", [&](wxDialog&) {
-      const HandOver refused(requests, rig.temp / "a & b.wlt");
+      const HandOver refused(requests, rig.first);
       EXPECT_TRUE(SettleUntil([&] { return refused.Look() == HandOver::Answer::kRefused; }));
-      names[0] = WxPath(rig.temp / "a & b.wlt");
-      target.OnDropFiles(1, 1, names);
+      drop(rig.first);
       Settle();
     });
     rig.Pick("menu_help_about");
   }
-  EXPECT_TRUE(rig.Opens("gone.wlt")) << "still";
-  const HandOver taken(requests, rig.temp / "a & b.wlt");
-  EXPECT_TRUE(rig.Opens("a & b.wlt"));
-  EXPECT_EQ(taken.Look(), HandOver::Answer::kTaken);
-}
+  EXPECT_TRUE(rig.Opens(rig.second)) << "still open";
+  const HandOver taken(requests, rig.first);
+  EXPECT_TRUE(rig.Opens(rig.first));
 
-TEST(FilesAtHand, KeysAndTitleOfAChangedFile) {
-  FilesRig rig;
-  rig.choices = {rig.temp / "a & b.wlt"};
-  rig.Open();
-  rig.Pick("menu_file_open");
   rig.Move("ctrl_bar1", 30);
   EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - *a & b.wlt");
   rig.window->Raise();
   rig.Find("ctrl_bar1").SetFocus();
   ASSERT_TRUE(SettleUntil([&] { return rig.window->IsActive(); }));
-  wxUIActionSimulator keys;
-  keys.Char('S', wxMOD_CONTROL);
-  EXPECT_TRUE(rig.Opens("a & b.wlt"));
-  keys.Char(WXK_F1);
-  EXPECT_TRUE(SettleUntil([&] { return !rig.display.messages.empty(); })) << "there is no guide";
+  wxUIActionSimulator().Char('S', wxMOD_CONTROL);
+  EXPECT_TRUE(rig.Opens(rig.first)) << "saved";
 }
 
 }  // namespace
