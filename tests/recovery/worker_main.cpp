@@ -59,6 +59,7 @@ class Worker : public MessageDisplay, public MainView {
     return fs::exists(file) ? file : fs::path();
   }
   fs::path ChooseFileToSave(const fs::path&, const fs::path&) override { return SomeFile(); }
+  void FileUsed(const fs::path&) override {}
 
  private:
   std::size_t Below(std::size_t end) { return random_() % end; }
