@@ -43,6 +43,7 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
   splitter_->SetMinimumPaneSize(FromDIP(200));
   column->Add(splitter_, wxSizerFlags(1).Expand());
   SetSizer(column);
+  SetMinClientSize(wxSize(wall_bar_->GetBestSize().x, FromDIP(240)));
   SetClientSize(FromDIP(wxSize(1180, 640)));
   splitter_->SetSashPosition(-FromDIP(kPaneWidth));
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });

@@ -53,6 +53,21 @@ TEST(MainCommands, SettingsDecideWhatCanBeUsed) {
   EXPECT_EQ(settings.CommunicationMode, 0);
 }
 
+TEST(MainCommands, StoredPlacesAreHeldInsideTheScreen) {
+  const wxRect screen = UsableScreen({});
+  const std::pair<wxPoint, bool> places[] = {{{0, 0}, true}, {{5000, 5000}, false}};
+  for (const auto& [place, kept] : places) {
+    WindowRig rig;
+    rig.global.Settings.DialogPosX = place.x;
+    rig.global.Settings.DialogPosY = place.y;
+    rig.Open();
+    EXPECT_TRUE(SettleUntil([&, stored = place, stays = kept] {
+      return stays ? rig.window->GetPosition() == stored
+                   : screen.Contains(rig.window->GetScreenRect());
+    })) << place.x;
+  }
+}
+
 TEST(MainCommands, OpenBringsTheFileToTheScreenAndTheProjector) {
   WindowRig rig;
   rig.choices = {SourceFolder() / "examples/sphere.wlt"};
