@@ -8,8 +8,8 @@ namespace {
 // Everything else the native control says by itself.
 class NamedControl : public wxAccessible {
  public:
-  NamedControl(wxWindow* control, wxString name, wxString description)
-      : wxAccessible(control), name_(std::move(name)), description_(std::move(description)) {}
+  NamedControl(wxWindow* control, const wxString& name, const wxString& description)
+      : wxAccessible(control), name_(name), description_(description) {}
 
   wxAccStatus GetName(int child, wxString* name) override { return Say(child, name_, name); }
   wxAccStatus GetDescription(int child, wxString* text) override {
