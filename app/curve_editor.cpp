@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "app/fault_report.h"
 #include "model/curve.h"
@@ -165,17 +166,20 @@ void TakeNormalizedHeights(CurveDefinition& curve) {
 }  // namespace
 
 CurveEditor::CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files,
-                         const Messages& messages)
+                         const Messages& messages, Clock clock)
     : axis_(axis),
       files_(files),
       messages_(messages),
       curve_(global.Correction.Curves[axis]),
       confirmed_(curve_),
-      grabbed_(curve_) {}
+      applied_(curve_),
+      grabbed_(curve_),
+      clock_(std::move(clock)),
+      history_(curve_) {}
 
 // Works on a copy, which replaces the record only when no fault ended the work.
 template <typename Work>
-bool CurveEditor::Edit(Work work) {
+bool CurveEditor::Change(Work work) {
   CurveDefinition next = curve_;
   const bool done = ReportingFaults(messages_, [&] {
     work(next);
@@ -187,17 +191,53 @@ bool CurveEditor::Edit(Work work) {
   return true;
 }
 
+// A drag that is under way is a step before it.
+template <typename Work>
+bool CurveEditor::Edit(Work work, int gesture) {
+  NoteStep();
+  if (!Change(work)) return false;
+  NoteStep(gesture);
+  return true;
+}
+
 // For work after which a point's number means another point.
 template <typename Work>
 bool CurveEditor::Rebuild(Work work) {
-  if (!Edit(work)) return false;
+  NoteStep();
+  if (!Change(work)) return false;
   Deselect();
+  NoteStep();
   return true;
 }
 
 void CurveEditor::Deselect() {
   dragging_ = false;
   selected_.reset();
+  history_.EndGesture();
+}
+
+void CurveEditor::NoteStep(int gesture) {
+  history_.Note(curve_, {selected_}, gesture, clock_());
+}
+
+void CurveEditor::GoTo(const CurveDefinition& curve, std::optional<int> point) {
+  curve_ = curve;
+  selected_ = point;
+  changed_ = curve_ != applied_;
+}
+
+bool CurveEditor::Undo() {
+  if (dragging_ || !CanUndo()) return false;
+  const std::optional<int> point = history_.Undoable()->point;
+  GoTo(history_.Undo(), point);
+  return true;
+}
+
+bool CurveEditor::Redo() {
+  if (dragging_ || !CanRedo()) return false;
+  const std::optional<int> point = history_.Redoable()->point;
+  GoTo(history_.Redo(), point);
+  return true;
 }
 
 int CurveEditor::FewestPoints() const {
@@ -209,6 +249,12 @@ void CurveEditor::Press(int x, int y) {
   dragging_ = selected_.has_value();
   grabbed_ = curve_;
   grabbed_changed_ = changed_;
+  history_.EndGesture();
+}
+
+void CurveEditor::Release() {
+  dragging_ = false;
+  NoteStep();
 }
 
 std::optional<int> CurveEditor::PointUnder(int x, int y) const {
@@ -222,7 +268,7 @@ std::optional<int> CurveEditor::PointUnder(int x, int y) const {
 
 void CurveEditor::Drag(int x, int y) {
   if (!dragging_) return;
-  Edit([this, x, y](CurveDefinition& curve) {
+  Change([this, x, y](CurveDefinition& curve) {
     MoveUpright(curve, *selected_, GraphY(y));
     MoveSideways(curve, *selected_, GraphX(x));
   });
@@ -233,6 +279,7 @@ void CurveEditor::CancelDrag() {
   dragging_ = false;
   curve_ = grabbed_;
   changed_ = grabbed_changed_;
+  NoteStep();
 }
 
 bool CurveEditor::SelectNext() {
@@ -253,11 +300,12 @@ bool CurveEditor::SelectPrevious() {
 
 void CurveEditor::MoveSelected(int dx, int dy) {
   if (!selected_) return;
-  Edit([this, dx, dy](CurveDefinition& curve) {
+  const auto move = [this, dx, dy](CurveDefinition& curve) {
     const GraphPosition position = GraphPositionOf(PointAt(curve, *selected_));
     if (dy != 0) MoveUpright(curve, *selected_, GraphY(position.y + dy));
     if (dx != 0) MoveSideways(curve, *selected_, GraphX(position.x + dx));
-  });
+  };
+  dragging_ ? Change(move) : Edit(move, 1 + *selected_);
 }
 
 void CurveEditor::SetSelectedX(double x) {
@@ -320,12 +368,15 @@ bool CurveEditor::Seed(int shape) {
 void CurveEditor::Apply(LSSglobal& global) {
   global.Correction.Curves[axis_] = curve_;
   confirmed_ = curve_;
+  applied_ = curve_;
   changed_ = false;
+  history_.EndGesture();
 }
 
 bool CurveEditor::ApplyForNow(LSSglobal& global) {
   if (!changed_ || dragging_ || Sampled().faulty) return false;
   global.Correction.Curves[axis_] = curve_;
+  applied_ = curve_;
   changed_ = false;
   return true;
 }
@@ -339,12 +390,14 @@ bool CurveEditor::TakeBack(LSSglobal& global) const {
 
 bool CurveEditor::Import(const std::filesystem::path& path) {
   bool accepted = false;
-  const bool finished = Edit([&](CurveDefinition& curve) {
+  NoteStep();
+  const bool finished = Change([&](CurveDefinition& curve) {
     accepted = files_.OpenDataFile(path, kTypeWls);
     if (accepted) curve = files_.Staging().Correction.Curves[kHorizontal];
   });
   if (!finished || !accepted) return false;
   Deselect();
+  NoteStep();
   if (Sampled().faulty) messages_.ShowText(ToolText::kCurveFaulty, MessageIcon::kWarning);
   return true;
 }
@@ -352,7 +405,7 @@ bool CurveEditor::Import(const std::filesystem::path& path) {
 bool CurveEditor::Export(const std::filesystem::path& path) {
   files_.Staging().Correction.Curves[kHorizontal] = curve_;
   bool saved = false;
-  Edit([&](CurveDefinition&) { saved = files_.SaveDataFile(path, kTypeWls, files_.Staging()); });
+  Change([&](CurveDefinition&) { saved = files_.SaveDataFile(path, kTypeWls, files_.Staging()); });
   return saved;
 }
 

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/curve_graph.h"
+#include "app/value_history.h"
 #include "core/LSSglobal.h"
 #include "core/correction.h"
 #include "core/messages.h"
@@ -57,10 +60,18 @@ struct PointReadOut {
   std::string y;
 };
 
+struct CurveStep {
+  std::optional<int> point;  // the chosen one, where the step left its number to it
+};
+using CurveHistory = ValueHistory<CurveDefinition, CurveStep>;
+
 class CurveEditor {
  public:
+  using Clock = std::function<CurveHistory::Time()>;
+
   // Starts with the axis's live curve. files and messages must outlive this object.
-  CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files, const Messages& messages);
+  CurveEditor(const LSSglobal& global, Axis axis, LSSfile& files, const Messages& messages,
+              Clock clock = std::chrono::steady_clock::now);
 
   // What the controls show: check boxes, point count, interpolation and points are all those of
   // this record.
@@ -80,7 +91,7 @@ class CurveEditor {
   // chosen.
   void Press(int x, int y);
   void Drag(int x, int y);
-  void Release() { dragging_ = false; }
+  void Release();
   bool Dragging() const { return dragging_; }
 
   // Ends the drag with the record as it was when the point was grabbed.
@@ -100,6 +111,10 @@ class CurveEditor {
   // Moves the chosen point by graph units (y grows downwards) under the bounds of dragging. A
   // direction with 0 keeps its coordinate as it is.
   void MoveSelected(int dx, int dy);
+
+  // The key was let go. What MoveSelected does to a point is one step, as long as no rest between
+  // two keys reaches CurveHistory::kLongestRest.
+  void ReleaseKey() { history_.Rest(clock_()); }
 
   // Puts the chosen point to exact coordinates, held to the bounds of dragging. Without a chosen
   // point, or with an X that cannot change, they do nothing.
@@ -137,6 +152,14 @@ class CurveEditor {
   // Replaces the curve by an initial shape; kNoShape changes nothing.
   bool Seed(int shape);
 
+  // Back and forth through the records since the start: a whole drag is one step, a run of keys
+  // too, and each call that changes the record otherwise. The point that the step moved is chosen
+  // then. False, without a change, when there is no step, and in the middle of a drag.
+  bool CanUndo() const { return history_.CanUndo(); }
+  bool CanRedo() const { return history_.CanRedo(); }
+  bool Undo();
+  bool Redo();
+
   // Copies the record into the live curve of the edited axis.
   void Apply(LSSglobal& global);
 
@@ -161,21 +184,28 @@ class CurveEditor {
 
  private:
   template <typename Work>
-  bool Edit(Work work);
+  bool Change(Work work);
+  template <typename Work>
+  bool Edit(Work work, int gesture = 0);
   template <typename Work>
   bool Rebuild(Work work);
   void Deselect();
+  void NoteStep(int gesture = 0);
+  void GoTo(const CurveDefinition& curve, std::optional<int> point);
 
   Axis axis_;
   LSSfile& files_;
   const Messages& messages_;
   CurveDefinition curve_;
   CurveDefinition confirmed_;  // what the live curve was at first, or what Apply left
+  CurveDefinition applied_;    // what the live curve is, for good or for now
   CurveDefinition grabbed_;    // the record when the drag began
   bool grabbed_changed_ = false;
   std::optional<int> selected_;
   bool dragging_ = false;  // the chosen point is grabbed
   bool changed_ = false;
+  Clock clock_;
+  CurveHistory history_;
 };
 
 }  // namespace warpline

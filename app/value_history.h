@@ -56,9 +56,12 @@ class ValueHistory {
   void Rest(Time now) { rested_ = now; }
   void EndGesture() { gesture_ = 0; }
 
+  bool CanUndo() const { return at_ > 0; }
+  bool CanRedo() const { return at_ + 1 < entries_.size(); }
+
   // The step that Undo takes back, and that Redo brings; null when there is none.
-  About* Undoable() { return at_ > 0 ? &entries_[at_].about : nullptr; }
-  About* Redoable() { return at_ + 1 < entries_.size() ? &entries_[at_ + 1].about : nullptr; }
+  About* Undoable() { return CanUndo() ? &entries_[at_].about : nullptr; }
+  About* Redoable() { return CanRedo() ? &entries_[at_ + 1].about : nullptr; }
 
   // The state then. To be asked for only when there is such a step.
   const State& Undo() {
