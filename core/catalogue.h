@@ -64,6 +64,8 @@ inline constexpr int kMessageCount = 219;
   X(CoordinateWanted)          \
   X(Live)                      \
   X(LiveHint)                  \
+  X(Undo)                      \
+  X(Redo)                      \
   X(PutOpticalBack)            \
   X(NumberBounds)              \
   X(NumberWrong)               \

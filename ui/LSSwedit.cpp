@@ -4,6 +4,7 @@
 #include <wx/log.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "app/save_name.h"
@@ -44,6 +45,15 @@ bool LiveRemembered() {
   return config != nullptr && config->ReadBool(kLiveKey, false);
 }
 
+wxButton* StepButton(wxWindow* parent, const char* name, const wxString& caption,
+                     const wxString& keys) {
+  auto* button = new wxButton(parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, name);
+  button->SetToolTip(keys);
+  SetAccessibleName(*button, caption, keys);
+  return button;
+}
+
 void RememberLive(bool live) {
   wxConfigBase* config = wxConfigBase::Get(false);
   if (config == nullptr) return;
@@ -80,6 +90,7 @@ LSSwedit::LSSwedit(wxTopLevelWindow* owner, Axis axis, EditorParts parts)
   BindButtons();
   BindControls();
   BindWindow();
+  BindSteps();
   SetSizes();
   ShowCurve();
   graph_->SetFocus();
@@ -147,9 +158,13 @@ wxSizer* LSSwedit::CreateFoot() {
   SetAccessibleName(*live_, live_->GetLabelText(), live_->GetToolTipText());
   live_->Enable(global.Settings.AutoApply == 1);
   live_->SetValue(live_->IsThisEnabled() && LiveRemembered());
+  undo_ = StepButton(this, "undobutton", CaptionOf(global, ToolText::kUndo), "Ctrl+Z");
+  redo_ = StepButton(this, "redobutton", CaptionOf(global, ToolText::kRedo), "Ctrl+Y");
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(coordinates_->Line(), AtCentre());
   line->Add(live_, AtCentre().Border(wxLEFT, WideGap(this)));
+  line->Add(undo_, AtCentre().Border(wxLEFT, WideGap(this)));
+  line->Add(redo_, AtCentre().Border(wxLEFT, Gap(this)));
   return line;
 }
 
@@ -213,6 +228,24 @@ void LSSwedit::BindWindow() {
   });
 }
 
+// While something is typed, the keys are those of its box.
+void LSSwedit::BindSteps() {
+  undo_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { GoTo(&CurveEditor::Undo); });
+  redo_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { GoTo(&CurveEditor::Redo); });
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const int modifiers = event.GetModifiers();
+    const bool undo = key == 'Z' && modifiers == wxMOD_CONTROL;
+    const bool redo = (key == 'Y' && modifiers == wxMOD_CONTROL) ||
+                      (key == 'Z' && modifiers == (wxMOD_CONTROL | wxMOD_SHIFT));
+    if ((!undo && !redo) || IsTyping()) {
+      event.Skip();
+      return;
+    }
+    GoTo(undo ? &CurveEditor::Undo : &CurveEditor::Redo);
+  });
+}
+
 void LSSwedit::SetSizes() {
   SetMinClientSize(GetSizer()->ComputeFittingClientSize(this));
   wxSize first = GetMinClientSize();
@@ -235,6 +268,17 @@ void LSSwedit::ShowPoint() {
   const bool faulty = editor_.Sampled().faulty;
   note_->SetLabel(faulty ? CaptionOf(parts_.engine.global, ToolText::kCurveFaulty) : wxString());
   EnableApply(buttons_, editor_.Changed());
+  ShowSteps();
+}
+
+// A button that cannot be used any more leaves the focus to the graph.
+void LSSwedit::ShowSteps() {
+  const auto enable = [this](wxButton* button, bool enabled) {
+    if (!enabled && button->HasFocus()) graph_->SetFocus();
+    button->Enable(enabled);
+  };
+  enable(undo_, editor_.CanUndo());
+  enable(redo_, editor_.CanRedo());
 }
 
 // Setting controls like this runs none of their handlers.
@@ -260,9 +304,22 @@ bool LSSwedit::IsLive() const {
 
 // A change is complete: nothing is held or typed any more.
 void LSSwedit::Settled() {
-  if (leaving_ || !IsLive() || !editor_.ApplyForNow(parts_.engine.global)) return;
+  if (leaving_) return;
+  ShowSteps();
+  if (!IsLive() || !editor_.ApplyForNow(parts_.engine.global)) return;
   parts_.applied(false);
   ShowPoint();
+}
+
+void LSSwedit::GoTo(bool (CurveEditor::*step)()) {
+  TakeTyped();
+  (editor_.*step)();
+  Edited();
+}
+
+bool LSSwedit::IsTyping() const {
+  return coordinates_->IsTyping() ||
+         point_num_->GetTextValue() != std::to_string(editor_.Curve().CorrePointNum);
 }
 
 void LSSwedit::Seed() {

@@ -48,10 +48,14 @@ class LSSwedit : public wxDialog {
   void BindButtons();
   void BindControls();
   void BindWindow();
+  void BindSteps();
   void SetSizes();
   void ShowPoint();
+  void ShowSteps();
   void ShowCurve();
   void Edited();
+  void GoTo(bool (CurveEditor::*step)());
+  bool IsTyping() const;
   void Seed();
   void Import();
   void Export();
@@ -80,6 +84,8 @@ class LSSwedit : public wxDialog {
   wxButton* importbutton_ = nullptr;
   wxButton* exportbutton_ = nullptr;
   wxCheckBox* live_ = nullptr;
+  wxButton* undo_ = nullptr;
+  wxButton* redo_ = nullptr;
   DialogButtons buttons_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <wx/stattext.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "toolkit/layout.h"
@@ -68,6 +69,13 @@ void CoordinateBoxes::Show() {
     box.control->ChangeValue(WxText(read_out.*box.figures));
     box.control->Enable((editor_.*box.bounds)().has_value());
   }
+}
+
+bool CoordinateBoxes::IsTyping() const {
+  const PointReadOut read_out = editor_.ReadOut();
+  return std::any_of(boxes_.begin(), boxes_.end(), [&read_out](const Box& box) {
+    return box.control->GetValue().utf8_string() != read_out.*box.figures;
+  });
 }
 
 void CoordinateBoxes::Take() {

@@ -33,6 +33,9 @@ class CoordinateBoxes {
   // The chosen point's coordinates; a box whose coordinate cannot change takes none.
   void Show();
 
+  // Whether a box holds what was not taken yet.
+  bool IsTyping() const;
+
   // Takes what was typed and not taken yet.
   void Take();
 

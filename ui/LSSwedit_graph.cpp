@@ -66,6 +66,7 @@ WaveGraph::WaveGraph(wxWindow* parent, CurveEditor& editor, WaveWords words, con
 // A key may be let go where the graph does not hear of it.
 void WaveGraph::BindFocus() {
   Bind(wxEVT_KEY_UP, [this](wxKeyEvent& event) {
+    editor_.ReleaseKey();
     handlers_.settled();
     event.Skip();
   });
@@ -75,6 +76,7 @@ void WaveGraph::BindFocus() {
   });
   Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
     Refresh(false);
+    editor_.ReleaseKey();
     CallAfter(handlers_.settled);
     event.Skip();
   });

@@ -158,6 +158,17 @@ TEST_F(EditorWindow, LiveAppliesEachGestureAndCancelTakesThemBack) {
   EXPECT_EQ(applied, 2);
   EXPECT_EQ(Live(), Edited());
   EXPECT_FALSE(CanApply());
+  SetPoints(9);
+  SendKey(ControlOf(*editor, "point_num"), wxEVT_CHAR_HOOK, 'Z', wxMOD_CONTROL);
+  PressIn(*editor, "undobutton");
+  PressIn(*editor, "undobutton");
+  EXPECT_EQ(Live(), FourPoints());
+  EXPECT_FALSE(ControlOf(*editor, "undobutton").IsEnabled());
+  SendKey(Graph(), wxEVT_CHAR_HOOK, 'Z', wxMOD_CONTROL | wxMOD_SHIFT);
+  SendKey(Graph(), wxEVT_CHAR_HOOK, 'Y', wxMOD_CONTROL);
+  EXPECT_EQ(Edited().CorreDataPts[3].Y, 0.804);
+  ExpectShown();
+  applied = 2;
   PressIn(*editor, "CancelButton");
   EXPECT_EQ(applied, 3);
   EXPECT_EQ(Live(), FourPoints());
