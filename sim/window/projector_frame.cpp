@@ -58,6 +58,11 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
   timer_.Start(kLookMilliseconds);
 }
 
+// While the window is still whole: the picture tells it when it loses the focus.
+ProjectorFrame::~ProjectorFrame() {
+  DestroyChildren();
+}
+
 wxSize ProjectorFrame::DoGetBestClientSize() const {
   return FromDIP(wxSize(400, 300));
 }

@@ -30,6 +30,9 @@ namespace warpline::sim {
 class ProjectorFrame : public wxFrame {
  public:
   explicit ProjectorFrame(const WindowRequest& request);
+  ~ProjectorFrame() override;
+  ProjectorFrame(const ProjectorFrame&) = delete;
+  ProjectorFrame& operator=(const ProjectorFrame&) = delete;
 
  private:
   struct Item;

@@ -15,7 +15,12 @@ struct FilesRig : WindowRig {
       EXPECT_TRUE(engine.files.SaveDataFile(file, kTypeWlt, engine.files.Staging()));
     }
   }
-  ~FilesRig() { delete wxConfigBase::Set(former); }
+  // The windows write where they were before the configuration goes.
+  ~FilesRig() {
+    if (window) window->Destroy();
+    Settle();
+    delete wxConfigBase::Set(former);
+  }
 
   bool Opens(const fs::path& file) const {
     const std::string title = "Warpline Tool 3.0 - " + Utf8Of(file.filename());
