@@ -98,6 +98,7 @@ void SliderRow::Lay() {
   value_->SetMinSize(
       wxSize(value_->GetSizeFromTextSize(value_->GetTextExtent(kWidestValue).x).x, -1));
   value_->DisableFocusFromKeyboard();
+  zero_->DisableFocusFromKeyboard();
   value_->SetCanFocus(false);
   value_->SetBackgroundColour(value_->GetParent()->GetBackgroundColour());
   auto* place = new wxBoxSizer(wxHORIZONTAL);  // as large with the picture as with the button

@@ -114,10 +114,13 @@ TEST_F(EditorWindow, EscapeEndsADragAndADoubleClickTypes) {
     mouse.m_leftDown = type != wxEVT_LEFT_UP;
     Handle(Graph(), mouse);
   };
-  event(wxEVT_LEFT_DOWN, {125, 75});
-  event(wxEVT_MOTION, {150, 60});
-  EXPECT_EQ(Figures(), "0.300 0.930");
+  wxUIActionSimulator hand;
+  hand.MouseMove(OnScreen({125, 75}));
+  hand.MouseDown();
+  hand.MouseMove(OnScreen({150, 60}));
+  EXPECT_TRUE(SettleUntil([&] { return Figures() == "0.300 0.930"; }));
   SendKey(Graph(), wxEVT_CHAR_HOOK, WXK_ESCAPE);
+  hand.MouseUp();
   EXPECT_EQ(Edited(), FourPoints());
   EXPECT_TRUE(editor->IsShown());
   event(wxEVT_LEFT_DCLICK, {125, 75});

@@ -41,7 +41,7 @@ TEST(FilesAtHand, RecentFilesSurviveTheRunAndOneThatIsGoneIsTakenOff) {
   rig.Pick("menu_file_exit");
   rig.Open();
   ASSERT_NE(rig.Recent(wxID_FILE2), nullptr);
-  EXPECT_EQ(rig.Recent(wxID_FILE1)->GetItemLabelText(), "1 " + WxPath(rig.first));
+  EXPECT_TRUE(rig.Recent(wxID_FILE1)->GetItemLabelText().Contains(WxPath(rig.first)));
   fs::remove(rig.second);
   wxCommandEvent gone(wxEVT_MENU, wxID_FILE2), there(wxEVT_MENU, wxID_FILE1);
   Handle(*rig.window, gone);

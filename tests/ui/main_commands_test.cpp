@@ -266,8 +266,9 @@ class Meanwhile : public wxTimer {
   explicit Meanwhile(std::function<bool()> act) : act_(std::move(act)) { Start(5); }
   ~Meanwhile() override { EXPECT_TRUE(acted_); }
   void Notify() override {
+    Stop();  // what it does lets time pass, too
     acted_ = act_();
-    if (acted_) Stop();
+    if (!acted_) Start(5);
   }
 
  private:
