@@ -88,8 +88,9 @@ void MainController::SelectScreenType(int type) {
   global_.SecondCopy = global_.Correction.Axes;
   TakeSnapshot();
   global_.CurrentFile.clear();
-  NoteStep(PlainCaption(global_, kScreenTypes.at(static_cast<std::size_t>(type)).caption));
-  if (CorrectionStep* step = history_.Undoable()) step->left = std::move(left);
+  const int caption = kScreenTypes.at(static_cast<std::size_t>(type)).caption;
+  history_.Note(global_.Correction, {PlainCaption(global_, caption), -1, std::move(left)}, 0,
+                clock_());
   view_.ShowModel();
   StepDone();
   RunCommand([this] { commands_.Initialize(); });

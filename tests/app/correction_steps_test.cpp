@@ -18,6 +18,11 @@ struct Rig : EngineRig {
     controller.MoveSlider(1, value);
     controller.ReleaseKey(kKeyRight, false);
   }
+  void DragAndSave() {
+    view.saves.push_back(temp / "first.wlt");
+    Drag(1, 40);
+    EXPECT_TRUE(controller.Save());
+  }
   std::string Saved() {
     FileData data;
     data.Correction = global.Correction;
@@ -77,9 +82,7 @@ TEST(CorrectionSteps, OneGestureIsOneStepThatIsNamed) {
 
 TEST(CorrectionSteps, UndoShowsItsGroupSendsAndAsksForNothingThatIsSaved) {
   Rig rig;
-  rig.view.saves.push_back(rig.temp / "first.wlt");
-  rig.Drag(1, 40);
-  EXPECT_TRUE(rig.controller.Save());
+  rig.DragAndSave();
   rig.controller.SelectGroup(3);
   rig.Drag(0, 9);
   rig.controller.SelectGroup(0);
@@ -92,9 +95,7 @@ TEST(CorrectionSteps, UndoShowsItsGroupSendsAndAsksForNothingThatIsSaved) {
 
 TEST(CorrectionSteps, AScreenTypeGivesItsFileBack) {
   Rig rig;
-  rig.view.saves.push_back(rig.temp / "first.wlt");
-  rig.Drag(1, 40);
-  EXPECT_TRUE(rig.controller.Save());
+  rig.DragAndSave();
   rig.controller.SelectScreenType(4);
   EXPECT_TRUE(rig.global.CurrentFile.empty());
   rig.controller.Undo();
@@ -106,6 +107,14 @@ TEST(CorrectionSteps, AScreenTypeGivesItsFileBack) {
   EXPECT_FALSE(rig.controller.HasUnsavedChanges());
   rig.controller.OpenFile(rig.temp / "first.wlt");
   EXPECT_EQ(rig.controller.UndoName() + rig.controller.RedoName(), "");
+
+  // Where the type changes nothing, the step before it is no way to another file.
+  rig.controller.Initialize();
+  EXPECT_TRUE(rig.controller.Save());
+  rig.controller.SelectScreenType(0);
+  rig.controller.Undo();
+  EXPECT_TRUE(rig.global.CurrentFile.empty());
+  EXPECT_EQ(rig.V().Distortion, 40);
 }
 
 TEST(CorrectionSteps, ARandomWalkLeadsBackAndForth) {
