@@ -82,11 +82,7 @@ bool ProjectorCommands::StoreAsTold() {
 
 bool ProjectorCommands::Initialize() {
   const BusyBracket bracket(busy_);
-  const bool done = RunLinked(BusyKind::kCommand, StepsOf(kInitializeSequence), [this] {
-    if (!CheckConnection() || !SendAll(kInitializeSequence)) return false;
-    NoteShown({Shown::kNone, {}, false});
-    return true;
-  });
+  const bool done = ClearShown();
   for (const Axis axis : {kVertical, kHorizontal}) {
     global_.Correction.Axes[axis] = ResetAxisParameters(global_.Correction.Projection[axis]);
     global_.SecondCopy[axis] = global_.Correction.Axes[axis];
@@ -109,13 +105,17 @@ bool ProjectorCommands::SendRegisters() {
   });
 }
 
-bool ProjectorCommands::ShowNone() {
-  const BusyBracket bracket(busy_);
-  const bool done = RunLinked(BusyKind::kCommand, StepsOf(kInitializeSequence), [this] {
+bool ProjectorCommands::ClearShown() {
+  return RunLinked(BusyKind::kCommand, StepsOf(kInitializeSequence), [this] {
     if (!CheckConnection() || !SendAll(kInitializeSequence)) return false;
     NoteShown({Shown::kNone, {}, false});
     return true;
   });
+}
+
+bool ProjectorCommands::ShowNone() {
+  const BusyBracket bracket(busy_);
+  const bool done = ClearShown();
   comparing_ = done && global_.Settings.DemoMode != 1;
   return done;
 }
@@ -137,7 +137,7 @@ std::optional<std::int16_t> ProjectorCommands::ReadMode() {
 
 bool ProjectorCommands::SetMode(std::int16_t mode) {
   const BusyBracket bracket(busy_);
-  return RunLinked(BusyKind::kCommand, 1, [this, mode] {
+  return RunLinked(BusyKind::kCommand, 0, [this, mode] {
     return CheckConnection() && Send(kCommandSetMode, mode) && link_.SwitchInput();
   });
 }

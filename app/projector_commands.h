@@ -82,8 +82,9 @@ class ProjectorCommands {
 
  private:
   bool SendShown(BusyKind kind);
+  bool ClearShown();
   // Work with the link open, once or until the user sends no more. steps: how many commands it
-  // sends.
+  // sends by SendAll.
   bool RunLinked(BusyKind kind, std::size_t steps, const std::function<bool()>& work);
   bool RunOnce(std::size_t steps, const std::function<bool()>& work);
   // Whether the user wants the work once more.
