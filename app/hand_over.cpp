@@ -60,7 +60,8 @@ HandOver::Answer HandOver::Withdraw() {
   return !made_ || untouched || refused ? Answer::kRefused : Answer::kTaken;
 }
 
-// Whoever removes the request decides: one that was withdrawn meanwhile is not opened.
+// Whoever removes the request decides: one that was withdrawn meanwhile is not opened. One that
+// names nothing is gone then, too.
 std::optional<fs::path> NextRequest(const fs::path& folder, Requests what) {
   std::error_code error;
   for (fs::directory_iterator each(folder, error), end; !error && each != end;
@@ -72,7 +73,7 @@ std::optional<fs::path> NextRequest(const fs::path& folder, Requests what) {
     if (what == Requests::kRefuse) {
       fs::rename(request, RefusalOf(request), ignored);
     } else if (!ReadWholeFile(request, file) && fs::remove(request, ignored)) {
-      return PathOf(file);
+      return PathOfForeign(file);
     }
   }
   return std::nullopt;

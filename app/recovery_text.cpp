@@ -1,5 +1,6 @@
 #include "app/recovery_text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -18,8 +19,6 @@ constexpr std::string_view kLastLine = "; End";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::int64_t kLatest = 253402300799;  // the last second of the year 9999
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
-
 // A file name may hold line ends; "%" and two digits stand for what would break a line.
 std::string Escaped(std::string_view text) {
   std::string line;
@@ -28,7 +27,7 @@ std::string Escaped(std::string_view text) {
     if (byte >= ' ' && c != '%') {
       line += c;
     } else {
-      line.append(1, '%').append(1, kHexDigits[byte / 16]).append(1, kHexDigits[byte % 16]);
+      line.append(1, '%').append(1, HexDigit(byte / 16U)).append(1, HexDigit(byte));
     }
   }
   return line;
@@ -42,11 +41,9 @@ std::optional<std::string> Unescaped(std::string_view line) {
       line.remove_prefix(1);
       continue;
     }
-    if (line.size() < 3) return std::nullopt;
-    const std::size_t high = kHexDigits.find(line[1]);
-    const std::size_t low = kHexDigits.find(line[2]);
-    if (high == std::string_view::npos || low == std::string_view::npos) return std::nullopt;
-    text += static_cast<char>(high * 16 + low);
+    const std::string_view pair = line.substr(1, 2);
+    if (pair.size() < 2 || !std::all_of(pair.begin(), pair.end(), IsHexDigit)) return std::nullopt;
+    text += static_cast<char>(HexByte(pair));
     line.remove_prefix(3);
   }
   return text;
@@ -64,17 +61,6 @@ std::optional<std::string_view> TakeLine(std::string_view& rest, std::string_vie
 
 std::int64_t SecondsOf(WallTime time) {
   return std::chrono::floor<std::chrono::seconds>(time.time_since_epoch()).count();
-}
-
-// Foreign bytes need not be a name that the system knows.
-std::optional<std::filesystem::path> FileOf(std::string_view line) {
-  const std::optional<std::string> name = Unescaped(line);
-  if (!name) return std::nullopt;
-  try {
-    return PathOf(*name);
-  } catch (const std::system_error&) {
-    return std::nullopt;
-  }
 }
 
 }  // namespace
@@ -97,7 +83,8 @@ std::optional<UnsavedWork> WorkOf(std::string_view bytes) {
   const auto file = TakeLine(bytes, kFile);
   const auto changed = TakeLine(bytes, kChanged);
   if (!first || !file || !changed) return std::nullopt;
-  const auto path = FileOf(*file);
+  const auto name = Unescaped(*file);
+  const auto path = name ? PathOfForeign(*name) : std::nullopt;
   const auto seconds = WholeNumber<std::int64_t>(*changed, 0, kLatest);
   const auto correction = CorrectionOf(bytes);
   if (!path || !seconds || !correction) return std::nullopt;

@@ -11,4 +11,12 @@ std::filesystem::path PathOf(std::string_view utf8) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
+std::optional<std::filesystem::path> PathOfForeign(std::string_view bytes) {
+  try {
+    return PathOf(bytes);
+  } catch (const std::system_error&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace warpline

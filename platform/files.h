@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -51,5 +52,8 @@ std::string SystemErrorText(std::error_code error);
 // Paths and UTF-8 texts.
 std::string Utf8Of(const std::filesystem::path& path);
 std::filesystem::path PathOf(std::string_view utf8);
+
+// The same of bytes that anybody may have written. Nothing when the system knows no such name.
+std::optional<std::filesystem::path> PathOfForeign(std::string_view bytes);
 
 }  // namespace warpline
