@@ -14,8 +14,7 @@ std::size_t StreamDisplay::Show(const UserMessage& message) {
   return message.choices.size() - 1;
 }
 
-// What stood on the line goes: the terminal's code for "to the end of the line" is known
-// everywhere.
+// What stood on the line goes.
 constexpr const char* kFreshLine = "\r\x1b[K";
 
 void TerminalProgress::ShowStep(int step, int steps) {

@@ -9,8 +9,10 @@ void PrepareConsole() {
 }
 
 bool ErrorsAreSeen() {
+  const auto errors = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;
-  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+  return GetConsoleMode(errors, &mode) != 0 &&
+         SetConsoleMode(errors, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 }  // namespace warpline
