@@ -48,10 +48,10 @@ void LSSmain::ShowFirst() {
   controls_.ctrl_select[0]->SetFocus();
   CallAfter([this] {
     PlaceAsStored();  // only now does the window know the frame around it
-    SetIcons(ProgramIcons());
     CreatePreviewWindow();
     ShowPreview();
     BindFiles();
+    CallAfter([this] { SetIcons(ProgramIcons()); });  // drawn in many sizes, no part of the work
   });
 }
 
