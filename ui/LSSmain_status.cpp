@@ -22,9 +22,9 @@ MainStatus::MainStatus(wxWindow* parent, const LSSglobal& global, Handlers handl
     : global_(global),
       handlers_(std::move(handlers)),
       sizer_(new wxBoxSizer(wxHORIZONTAL)),
-      link_(Create(parent, "status_link", 4)),
-      shown_(Create(parent, "status_shown", 6)),
-      note_(Create(parent, "status_note", 6)),
+      link_(Create(parent, "status_link", 0)),
+      shown_(Create(parent, "status_shown", 1)),
+      note_(Create(parent, "status_note", 1)),
       act_(new wxButton(parent, wxID_ANY, CaptionOf(global, ToolText::kTryAgain), wxDefaultPosition,
                         wxDefaultSize, wxBU_EXACTFIT, wxDefaultValidator, "status_act")) {
   sizer_->Add(act_, AtCentre().Border(wxLEFT, Gap(parent)).ReserveSpaceEvenIfHidden());
@@ -45,8 +45,17 @@ wxStaticText* MainStatus::Create(wxWindow* parent, const wxString& name, int pro
   return text;
 }
 
+// The connection is never cut; the others share what it leaves.
+void MainStatus::ShowLink(const std::string& link) {
+  SetText(*link_, link);
+  const wxSize room(link_->GetTextExtent(WxText(link)).x, -1);
+  if (link_->GetMinSize() == room) return;
+  link_->SetMinSize(room);
+  sizer_->Layout();
+}
+
 void MainStatus::Show(const StatusLine& line) {
-  SetText(*link_, line.link);
+  ShowLink(line.link);
   SetText(*shown_, line.shown);
   SetText(*note_, line.note, line.detail);
   SetOffer(line.retry ? Offer::kRetry : Offer::kNothing);

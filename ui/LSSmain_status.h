@@ -35,6 +35,7 @@ class MainStatus {
   enum class Offer { kNothing, kRetry, kStop };
 
   wxStaticText* Create(wxWindow* parent, const wxString& name, int proportion);
+  void ShowLink(const std::string& link);
   void SetOffer(Offer offer);
   void Press() const;
 
