@@ -10,7 +10,7 @@ constexpr int kMostHeight = 700;
 constexpr int kLeastWidth = 420;
 constexpr int kLeastHeight = 330;
 constexpr int kPreviewHeight = 525;  // the tool's windows, frames included
-constexpr int kMainHeight = 395;
+constexpr int kMainHeight = 420;
 constexpr int kMainWidth = 560;
 constexpr int kEnough = 440;  // to show everything
 
