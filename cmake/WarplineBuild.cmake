@@ -110,6 +110,12 @@ endfunction()
 warpline_header_only(warpline_cli11 CLI)
 warpline_header_only(warpline_json nlohmann)
 warpline_header_only(warpline_stb stb)
+warpline_header_only(warpline_eigen eigen3/Eigen)
+# It lies in a folder of its own. What of it is under the LGPL stays out.
+if(NOT CMAKE_CROSSCOMPILING)
+  target_include_directories(warpline_eigen SYSTEM INTERFACE /usr/include/eigen3)
+endif()
+target_compile_definitions(warpline_eigen INTERFACE EIGEN_MPL2_ONLY)
 
 # Embeds text files: each becomes a function "std::string_view Embedded_<name>()" in namespace warpline::embedded.
 function(warpline_embed_texts target)

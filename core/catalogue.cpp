@@ -53,4 +53,8 @@ const std::string& TextOf(const LSSglobal& global, ToolText key) {
   return CatalogueOf(LanguageOf(global)).Named[key];
 }
 
+std::string TextOf(const LSSglobal& global, const NamedText& text) {
+  return CatalogueOf(LanguageOf(global)).Named.Say(text);
+}
+
 }  // namespace warpline

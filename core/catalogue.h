@@ -72,7 +72,10 @@ inline constexpr int kMessageCount = 219;
   X(RecoveryQuestion)          \
   X(RecoveryNoFile)            \
   X(TakeUp)                    \
-  X(PutAside)
+  X(PutAside)                  \
+  X(MarksHeaderWrong)          \
+  X(MarksLineWrong)            \
+  X(MarksTooMany)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
@@ -84,5 +87,8 @@ const std::string& TextOf(const LSSglobal& global, int number);
 
 // A text without a number in the language in force.
 const std::string& TextOf(const LSSglobal& global, ToolText key);
+
+// What somebody who knows no language has to say, in the language in force.
+std::string TextOf(const LSSglobal& global, const NamedText& text);
 
 }  // namespace warpline
