@@ -75,7 +75,11 @@ inline constexpr int kMessageCount = 219;
   X(PutAside)                  \
   X(MarksHeaderWrong)          \
   X(MarksLineWrong)            \
-  X(MarksTooMany)
+  X(MarksTooMany)              \
+  X(PhotoFormatUnknown)        \
+  X(PhotoHeic)                 \
+  X(PhotoSize)                 \
+  X(PhotoDamaged)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
