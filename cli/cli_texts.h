@@ -29,6 +29,7 @@ namespace warpline {
   X(VerbMode)                 \
   X(VerbVerify)               \
   X(VerbPreview)              \
+  X(VerbPicture)              \
   X(VerbSearch)               \
   X(CorrectionFile)           \
   X(CorrectionOrShapeFile)    \
@@ -38,6 +39,8 @@ namespace warpline {
   X(OutputFile)               \
   X(RegisterOutput)           \
   X(PictureOutput)            \
+  X(PngOutput)                \
+  X(PictureName)              \
   X(AuxOption)                \
   X(PanelOption)              \
   X(CheckPanelOption)         \
@@ -70,6 +73,7 @@ namespace warpline {
   X(BadAxis)                  \
   X(BadNumber)                \
   X(BadSend)                  \
+  X(BadPicture)               \
   X(BadLan)                   \
   X(BadSerial)                \
   X(ManyConnections)          \

@@ -1,11 +1,9 @@
 #include <optional>
-#include <system_error>
 
 #include "app/deviation_report.h"
 #include "app/preview_geometry.h"
 #include "app/preview_svg.h"
 #include "cli/verbs.h"
-#include "platform/files.h"
 
 // preview: the preview window's drawing as a picture.
 
@@ -22,13 +20,7 @@ int RunPreview(const VerbInput& input, Session& session) {
     drawing = Over(DrawDeviation(*deviation, *panel), drawing);
   }
   if (input.Has("--aux")) drawing = Over(drawing, DrawAuxLine());
-  const std::filesystem::path picture = input.Path("-o");
-  const bool written = session.OnFile(picture, [&] {
-    if (!session.engine.files.MayWrite(picture)) return false;
-    const std::error_code error = ReplaceFileContents(picture, PreviewSvg(drawing));
-    if (error) session.engine.messages.ShowSystemError(SystemErrorText(error));
-    return !error;
-  });
+  const bool written = session.Write(input.Path("-o"), [&] { return PreviewSvg(drawing); });
   return written ? kExitOk : kExitFailed;
 }
 

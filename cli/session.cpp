@@ -59,6 +59,15 @@ bool Session::Save(const std::filesystem::path& path, std::string_view type, con
   return OnFile(path, [&] { return engine.files.SaveDataFile(path, type, data); });
 }
 
+bool Session::Write(const std::filesystem::path& path, const std::function<std::string()>& make) {
+  return OnFile(path, [&] {
+    if (!engine.files.MayWrite(path)) return false;
+    const std::error_code error = ReplaceFileContents(path, make());
+    if (error) engine.messages.ShowSystemError(SystemErrorText(error));
+    return !error;
+  });
+}
+
 bool ReadCorrection(Session& session, const std::filesystem::path& path) {
   return session.OnFile(path, [&] {
     return OpenCorrection(session.engine.files, session.engine.global, session.engine.messages,

@@ -86,6 +86,9 @@ class Session {
   bool Open(const std::filesystem::path& path, std::string_view type);
   bool Save(const std::filesystem::path& path, std::string_view type, const FileData& data);
 
+  // Writes a file of no kind that the file layer knows: what make returns.
+  bool Write(const std::filesystem::path& path, const std::function<std::string()>& make);
+
   std::ostream& out;
   std::ostream& err;
   const CliTexts& texts;

@@ -70,6 +70,12 @@ constexpr ArgumentRow kPreviewArguments[] = {
     {"--aux", "", Take::kFlag, T::kAuxOption},
 };
 
+constexpr ArgumentRow kPictureArguments[] = {
+    {"NAME", "", Take::kRequired, T::kPictureName},
+    kPanel,
+    {"-o", "OUT.png", Take::kRequired, T::kPngOutput},
+};
+
 constexpr ArgumentRow kSearchArguments[] = {
     {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
 };
@@ -87,6 +93,7 @@ constexpr Verb kVerbs[] = {
     {"mode", T::kVerbMode, kModeArguments, RunMode},
     {"verify", T::kVerbVerify, kVerifyArguments, RunVerify},
     {"preview", T::kVerbPreview, kPreviewArguments, RunPreview},
+    {"picture", T::kVerbPicture, kPictureArguments, RunPicture},
     {"search", T::kVerbSearch, kSearchArguments, RunSearch},
 };
 

@@ -49,6 +49,7 @@ int RunInitialize(const VerbInput& input, Session& session);
 int RunMode(const VerbInput& input, Session& session);
 int RunVerify(const VerbInput& input, Session& session);
 int RunPreview(const VerbInput& input, Session& session);
+int RunPicture(const VerbInput& input, Session& session);
 int RunSearch(const VerbInput& input, Session& session);
 
 }  // namespace warpline

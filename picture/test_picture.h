@@ -11,13 +11,15 @@ namespace warpline {
 
 enum class TestPattern {
   kCard,     // cross-hatch with its pixel numbers, circles, centre cross, corner marks, pixel ruler
-  kGrid,     // a line at every 32nd pixel and a fainter one at every 8th
+  kGrid,     // a line at every 32nd pixel, numbered at every 64th, and a fainter one at every 8th
   kChecker,  // squares of 32 pixels, and within some of them of single pixels
   kWhite,
+  kPixels,   // squares of single pixels
+  kCircles,  // cross-hatch full of circles
 };
 
-// The pattern as it is sent to the projector. But for kChecker no part is black, so that the
-// picture's edge shows.
+// The pattern as it is sent to the projector. But for kChecker and kPixels no part is black, so
+// that the picture's edge shows.
 RgbImage TestPicture(PanelSize panel, TestPattern pattern = TestPattern::kCard);
 
 // Writes a text of digits, capital letters that occur in the word SIMULATOR, and blanks; a glyph is

@@ -46,6 +46,7 @@ constexpr const char* kUsageRows[][3] = {
     {"mode --serial 1:9601", "9600", "9600"},
     {"initialize --serial 9:9600", "from 1 to 8", "1～8"},
     {"initialize --usb 0", "--usb must be", "--usb には"},
+    {"picture cards -o a.png", "use one of card, grid, checkerboard", "「cards」"},
     {"search --timeout 7001", "500 to 7000", "500～7000"},
     {"mode --timeout 499", "500 to 7000", "500～7000"},
 };

@@ -1,0 +1,36 @@
+#include "picture/named_pictures.h"
+#include "tests/cli/cli_run.h"
+
+namespace warpline {
+namespace {
+
+using PictureVerbTest = FilesTest;
+
+int GreenOf(const RgbImage& image, int x, int y) {
+  return image.At(x, y)[1];
+}
+
+// Three places that tell each picture from the others: on a line of the grid, in a corner, on a
+// circle.
+TEST_F(PictureVerbTest, WritesEachPictureInThePanelsSize) {
+  const std::tuple<std::string, int, int, int> pictures[] = {
+      {"card", 48, 48, 160},     {"grid", 255, 48, 48},    {"checkerboard", 0, 255, 255},
+      {"circles", 149, 48, 210}, {"white", 255, 255, 255},
+  };
+  for (const auto& [name, first, second, third] : pictures) {
+    SCOPED_TRACE(name);
+    const CliResult result = RunCli({"picture", name, "--panel", "800x602", "-o", Name("a.png")});
+    ASSERT_EQ(result.exit_code, 0) << result;
+    NamedText reason;
+    const auto image = ImageOfPng(TempFolder::Read(Name("a.png")), reason);
+    ASSERT_TRUE(image);
+    EXPECT_EQ((PanelSize{image->Width, image->Height}), (PanelSize{800, 602}));
+    EXPECT_EQ(GreenOf(*image, 32, 5), first);
+    EXPECT_EQ(GreenOf(*image, 33, 33), second);
+    EXPECT_EQ(GreenOf(*image, 500, 300), third);
+  }
+  EXPECT_EQ(RunCli({"picture", "white", "-o", Name("none/a.png")}).exit_code, 1);
+}
+
+}  // namespace
+}  // namespace warpline
