@@ -7,6 +7,7 @@
 #include "app/correction_file.h"
 #include "app/deviation_report.h"
 #include "app/fault_report.h"
+#include "app/plain_caption.h"
 #include "app/save_name.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
@@ -21,16 +22,6 @@ constexpr int kIconButtonsPerGroup = kSliderCount;
 
 // Gestures that may make several steps one; the sliders have those from 1 on.
 constexpr int kCurveGesture = -1;
-
-// A caption without its access key, as a name.
-std::string PlainCaption(const LSSglobal& global, int number) {
-  std::string text = TextOf(global, number);
-  const std::size_t japanese = text.find("(&");
-  if (japanese != std::string::npos) text.erase(japanese);
-  std::erase(text, '&');
-  while (text.ends_with('.')) text.pop_back();
-  return text;
-}
 
 }  // namespace
 

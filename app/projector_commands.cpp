@@ -193,6 +193,7 @@ bool ProjectorCommands::CheckConnection() {
   const auto panel = link_.CheckConnection();
   if (panel) global_.Panel = *panel;
   reached_ = panel.has_value();
+  global_.PanelReported = global_.PanelReported || reached_;
   return reached_;
 }
 

@@ -72,7 +72,10 @@ class ProjectorCommands {
   const CorrectionData& Sent() const { return sent_; }
 
   // Another projector may be meant from now on.
-  void ForgetProjector() { record_ = {}; }
+  void ForgetProjector() {
+    record_ = {};
+    global_.PanelReported = false;
+  }
 
   // What following failed with again; empty when it went well, or was never tried.
   const std::string& RepeatedFailure() const { return repeated_failure_; }

@@ -27,6 +27,7 @@ struct LSSglobal {
       SecondCopy{};                // the parameters as last reset, loaded or sent
   RegisterSet Registers;           // as last built, or read from a register file
   PanelSize Panel;                 // as the projector last reported it
+  bool PanelReported = false;      // it has reported one
   std::int16_t ProjectorMode = 0;  // 0 normal, 1 geometric correction, 2 other
   bool OtherModeTold = false;      // the projector told another mode than 0 and 1, kept as 0
   warpline::Settings Settings;

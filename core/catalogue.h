@@ -79,7 +79,24 @@ inline constexpr int kMessageCount = 219;
   X(PhotoFormatUnknown)        \
   X(PhotoHeic)                 \
   X(PhotoSize)                 \
-  X(PhotoDamaged)
+  X(PhotoDamaged)              \
+  X(MenuPicture)               \
+  X(MenuPictureOff)            \
+  X(PictureDisplay)            \
+  X(PictureNoName)             \
+  X(PictureTitle)              \
+  X(PictureCard)               \
+  X(PictureGrid)               \
+  X(PictureCheckerboard)       \
+  X(PictureCircles)            \
+  X(PictureWhite)              \
+  X(PictureHint)               \
+  X(PictureKeysTitle)          \
+  X(PictureKeys)               \
+  X(PictureStore)              \
+  X(PictureStoreKeys)          \
+  X(PictureScaled)             \
+  X(PicturePanelDiffers)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
