@@ -137,6 +137,23 @@ std::optional<IPv4Address> AddressOf(std::string_view text) {
   return address;
 }
 
+std::string Base64Of(std::string_view bytes) {
+  constexpr std::string_view kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string text;
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(bytes.size(), 3))) {
+    const std::size_t count = std::min<std::size_t>(bytes.size(), 3);
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+      group = group << 8 | (i < count ? static_cast<std::uint8_t>(bytes[i]) : 0U);
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+      text.push_back(i <= count ? kDigits[group >> (18 - 6 * i) & 0x3f] : '=');
+    }
+  }
+  return text;
+}
+
 bool IsDigit(char c) {
   return '0' <= c && c <= '9';
 }

@@ -79,6 +79,9 @@ std::optional<Number> WholeNumber(std::string_view text, Number least, Number mo
 std::string AddressText(std::span<const std::uint8_t, 4> address);
 std::optional<IPv4Address> AddressOf(std::string_view text);
 
+// The bytes in Base64 with its padding, on one line.
+std::string Base64Of(std::string_view bytes);
+
 // Single characters, as the entry fields of the dialogs ask for them.
 bool IsDigit(char c);  // "0" to "9"
 bool IsHexDigit(char c);

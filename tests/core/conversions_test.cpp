@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "core/sha256.h"
 #include "tests/support/fault_of.h"
 
 namespace warpline {
@@ -135,6 +136,23 @@ TEST(Texts, BlanksGoAndNumbersReadBack) {
   EXPECT_EQ(ShortestText(1024.0), "1024");
   EXPECT_EQ(ShortestText(-2.5e-7), "-2.5e-07");
   EXPECT_EQ(std::stod(ShortestText(1.0 / 3.0)), 1.0 / 3.0);
+}
+
+// The published vectors of FIPS 180-4 and RFC 4648.
+TEST(Digests, OfThePublishedTexts) {
+  const std::pair<std::string, const char*> digests[] = {
+      {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
+      {"abc", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"},
+      {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
+       "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1"},
+      {std::string(1000000, 'a'),
+       "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"},
+  };
+  for (const auto& [text, digest] : digests) EXPECT_EQ(Sha256Of(text), digest);
+  const std::pair<const char*, const char*> codes[] = {
+      {"", ""},        {"f", "Zg=="},        {"fo", "Zm8="},
+      {"foo", "Zm9v"}, {"foob", "Zm9vYg=="}, {"\xfb\xff\xfe", "+//+"}};
+  for (const auto& [text, code] : codes) EXPECT_EQ(Base64Of(text), code);
 }
 
 }  // namespace
