@@ -1,16 +1,20 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 
 #include "app/projector_commands.h"
 #include "core/LSSglobal.h"
+#include "core/message_numbers.h"
 
 // The projector mode dialog without its window: which mode is in force, which one was chosen.
 
 namespace warpline {
 
-inline constexpr int kProjectorModeCount = 3;
+// The captions of the modes, message numbers; one that is not known counts as the last.
+inline constexpr std::array kProjectorModes{kMsgNormalMode, kMsgGeometricMode, kMsgOtherMode};
+inline constexpr int kProjectorModeCount = kProjectorModes.size();
 
 class ModeChoice {
  public:

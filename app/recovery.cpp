@@ -1,13 +1,13 @@
 #include "app/recovery.h"
 
 #include <algorithm>
-#include <ctime>
 #include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "app/local_time.h"
 #include "app/main_controller.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
@@ -41,14 +41,6 @@ void RemoveFile(const fs::path& file) {
 bool Exists(const fs::path& file) {
   std::error_code ignored;
   return fs::exists(fs::symlink_status(file, ignored));
-}
-
-std::string LocalTime(WallTime time, const char* format) {
-  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-  const std::tm* local = std::localtime(&seconds);
-  std::string text(32, '\0');
-  text.resize(local == nullptr ? 0 : std::strftime(text.data(), text.size(), format, local));
-  return text;
 }
 
 // The files of a folder whose name fits, sorted.
@@ -127,7 +119,7 @@ std::string QuestionAbout(const LSSglobal& global, const UnsavedWork& work) {
   const std::string file =
       work.file.empty() ? TextOf(global, ToolText::kRecoveryNoFile) : Utf8Of(work.file);
   return FilledText(TextOf(global, ToolText::kRecoveryQuestion),
-                    {TextOf(global, screen), LocalTime(work.changed, "%Y-%m-%d %H:%M"), file});
+                    {TextOf(global, screen), LocalTime(work.changed, kDateAndTime), file});
 }
 
 }  // namespace

@@ -1,19 +1,17 @@
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "app/local_time.h"
 #include "core/correction.h"
 
 // What a recovery copy says: a correction data file, with comment lines that tell what else belongs
 // to the work and that the copy is complete.
 
 namespace warpline {
-
-using WallTime = std::chrono::system_clock::time_point;
 
 struct UnsavedWork {
   CorrectionData correction;

@@ -67,21 +67,35 @@ bool LSSfile::OpenDataFile(const std::filesystem::path& path, std::string_view t
 
 bool LSSfile::SaveDataFile(const std::filesystem::path& path, std::string_view type,
                            FileData data) const {
-  const auto module = MakeFormatModule(type, data, messages_);
-  if (!module) return Refuse(messages_, kFileValueWrong);
+  if (!MakeFormatModule(type, data, messages_)) return Refuse(messages_, kFileValueWrong);
   if (!MayWrite(path)) return false;
-  const bool makes_file = !IsDeviceOrPipe(path);
-  if (makes_file && !HasSpace(path, type)) return false;
+  if (!IsDeviceOrPipe(path) && !HasSpace(path, type)) return false;
+  const std::optional<std::string> text = TextOf(type, std::move(data));
+  return text && Replace(path, *text);
+}
 
+std::optional<std::string> LSSfile::TextOf(std::string_view type, FileData data) const {
+  const auto module = MakeFormatModule(type, data, messages_);
   std::vector<std::string> lines;
-  if (!module->Write(lines)) {
+  if (!module) {
+    Refuse(messages_, kFileValueWrong);
+  } else if (!module->Write(lines)) {
     messages_.ShowText(kMsgSaveFailed);
-    return false;
+  } else {
+    return JoinLines(lines);
   }
-  const std::error_code error = ReplaceFileContents(path, JoinLines(lines));
+  return std::nullopt;
+}
+
+bool LSSfile::SaveBytes(const std::filesystem::path& path, std::string_view bytes) const {
+  return MayWrite(path) && Replace(path, bytes);
+}
+
+bool LSSfile::Replace(const std::filesystem::path& path, std::string_view bytes) const {
+  const std::error_code error = ReplaceFileContents(path, bytes);
   if (!error) return true;
   const std::filesystem::path folder = FolderOf(path);
-  const bool folders_fault = makes_file && !CanMakeFilesIn(folder);
+  const bool folders_fault = !IsDeviceOrPipe(path) && !CanMakeFilesIn(folder);
   return folders_fault ? RefuseForFolder(messages_, folder, error)
                        : RefuseForSystem(messages_, error);
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -35,6 +37,13 @@ class LSSfile {
   // message begins with the folder's name.
   bool SaveDataFile(const std::filesystem::path& path, std::string_view type, FileData data) const;
 
+  // What SaveDataFile would write. Nothing for a type or data that cannot be written, with the same
+  // messages.
+  std::optional<std::string> TextOf(std::string_view type, FileData data) const;
+
+  // Puts other bytes into a file, with the same care and the same messages.
+  bool SaveBytes(const std::filesystem::path& path, std::string_view bytes) const;
+
   // Whether the attributes of what is there, if anything, allow a file to be put there: links are
   // refused, read-only and hidden files too. Shows the message when they do not.
   bool MayWrite(const std::filesystem::path& path) const;
@@ -46,6 +55,7 @@ class LSSfile {
   void ResetStaging();
 
  private:
+  bool Replace(const std::filesystem::path& path, std::string_view bytes) const;
   bool HasSpace(const std::filesystem::path& path, std::string_view type) const;
 
   const Messages& messages_;

@@ -8,12 +8,6 @@
 #include "ui/wx_text.h"
 
 namespace warpline {
-namespace {
-
-constexpr std::array<int, kProjectorModeCount> kModeCaptions{kMsgNormalMode, kMsgGeometricMode,
-                                                             kMsgOtherMode};
-
-}  // namespace
 
 LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorCommands& commands,
                      WindowBusy& busy)
@@ -48,7 +42,7 @@ wxSizer* LSSapmode::CreateOptions(const LSSglobal& global) {
   for (int mode = 0; mode < kProjectorModeCount; ++mode) {
     const auto index = static_cast<std::size_t>(mode);
     auto* option =
-        make.RadioButton(wxString::Format("Option1%d", mode), kModeCaptions[index], mode == 0);
+        make.RadioButton(wxString::Format("Option1%d", mode), kProjectorModes.at(index), mode == 0);
     option->Bind(wxEVT_RADIOBUTTON, [this, mode](wxCommandEvent&) { Choose(mode); });
     frame->Add(option, wxSizerFlags().Border(wxALL, Gap(this)));
     options_[index] = option;
