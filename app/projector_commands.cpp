@@ -130,9 +130,28 @@ std::optional<std::int16_t> ProjectorCommands::ReadMode() {
     return answer.has_value();
   });
   if (!done) return std::nullopt;
+  NoteMode(told);
+  return global_.ProjectorMode;
+}
+
+void ProjectorCommands::NoteMode(std::int16_t told) {
   global_.ProjectorMode = told == 1 ? 1 : 0;
   global_.OtherModeTold = told > 1;
-  return global_.ProjectorMode;
+}
+
+std::optional<ProjectorReport> ProjectorCommands::AskReport() {
+  const BusyBracket bracket(busy_);
+  std::optional<ProjectorReport> report;
+  const bool done = RunLinked(BusyKind::kCommand, 0, [this, &report] {
+    if (!CheckConnection()) return false;
+    const auto model = link_.AskModelClass();
+    const auto mode = model ? link_.QueryMode() : std::nullopt;
+    if (mode) report = {global_.Panel, model->model_class, *mode};
+    return mode.has_value();
+  });
+  if (!done) return std::nullopt;
+  if (report) NoteMode(report->mode);
+  return report;
 }
 
 bool ProjectorCommands::SetMode(std::int16_t mode) {

@@ -63,6 +63,10 @@ class ProjectorCommands {
   // noted there too. Nothing after a failure. 0 in demo mode.
   std::optional<std::int16_t> ReadMode();
 
+  // Asks for panel, model class and picture mode, and changes nothing. Nothing after a failure, and
+  // in demo mode.
+  std::optional<ProjectorReport> AskReport();
+
   // Sets the picture mode (0..2) and selects the input again.
   bool SetMode(std::int16_t mode);
 
@@ -101,6 +105,7 @@ class ProjectorCommands {
   bool KeepShown();
   bool StoreAsTold();
   void NoteShown(const ProjectorRecord& record);
+  void NoteMode(std::int16_t told);
   // Records the mode when the projector took one.
   bool Send(CommandNumber number, std::int16_t mode);
 

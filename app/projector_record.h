@@ -1,8 +1,11 @@
 #pragma once
 
-#include "core/correction.h"
+#include <cstdint>
 
-// What the tool knows of the projector from what it sent.
+#include "core/correction.h"
+#include "core/register_set.h"
+
+// What the tool knows of the projector: from what it sent, and from what it was told.
 
 namespace warpline {
 
@@ -21,6 +24,13 @@ struct ProjectorRecord {
   bool Shows(const CorrectionData& wanted) const {
     return shown == Shown::kCorrection && correction == wanted;
   }
+};
+
+// What a projector tells of itself.
+struct ProjectorReport {
+  PanelSize panel;
+  int model_class = 0;    // 0 for one that knows none
+  std::int16_t mode = 0;  // the picture mode as it tells it, 0..255
 };
 
 }  // namespace warpline

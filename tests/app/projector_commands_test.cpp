@@ -164,6 +164,28 @@ TEST(ProjectorCommands, EachBadReplyStopsWithItsMessage) {
   }
 }
 
+TEST(ProjectorCommands, ReportIsAskedAndChangesNothing) {
+  const Sequence report{"AskReport", 4, {}, {"00850000010086", "01DE0000020100"}, {}};
+  for (const int result : {0, -3}) {  // one that does not know the question keeps silent
+    Rig rig;
+    rig.library.model_class = 4;
+    rig.library.results[7] = result;
+    const auto told = rig.commands.AskReport();
+    ASSERT_TRUE(told);
+    EXPECT_EQ(told->panel, rig.global.Panel);
+    EXPECT_EQ(told->model_class, result == 0 ? 4 : 0);
+    Calls calls = rig.library.calls;
+    for (std::string& call : calls) {
+      if (call.starts_with("send ")) call.resize(std::min<std::size_t>(call.size(), 19));
+    }
+    EXPECT_EQ(calls, ExpectedCalls(report));
+  }
+  Rig rig;
+  rig.global.Settings.DemoMode = 1;
+  EXPECT_FALSE(rig.commands.AskReport());
+  EXPECT_TRUE(rig.library.calls.empty());
+}
+
 TEST(ProjectorCommands, MissingLibraryIsSaidOnceAndNotMissedInDemoMode) {
   for (const Sequence& sequence : Sequences()) {
     for (const std::int16_t demo : {std::int16_t{0}, std::int16_t{1}}) {
