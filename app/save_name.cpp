@@ -33,7 +33,7 @@ bool IsDoubled(const fs::path& path, std::string_view type) {
 
 fs::path SaveNameOf(const fs::path& path, std::string_view type) {
   if (IsDoubled(path, type)) return path.parent_path() / path.stem();
-  if (HasExtension(path)) return path;
+  if (HasExtension(path) || path.extension() == std::string(".").append(type)) return path;
   const bool ends_with_dot = path.native().back() == '.';
   fs::path completed = path;
   return completed += std::string(ends_with_dot ? "" : ".").append(type);

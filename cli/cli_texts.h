@@ -30,6 +30,7 @@ namespace warpline {
   X(VerbVerify)               \
   X(VerbPreview)              \
   X(VerbPicture)              \
+  X(VerbSheet)                \
   X(VerbSearch)               \
   X(CorrectionFile)           \
   X(CorrectionOrShapeFile)    \
@@ -41,6 +42,8 @@ namespace warpline {
   X(PictureOutput)            \
   X(PngOutput)                \
   X(PictureName)              \
+  X(SheetOutput)              \
+  X(NoteOption)               \
   X(AuxOption)                \
   X(PanelOption)              \
   X(CheckPanelOption)         \

@@ -76,6 +76,16 @@ constexpr ArgumentRow kPictureArguments[] = {
     {"-o", "OUT.png", Take::kRequired, T::kPngOutput},
 };
 
+constexpr ArgumentRow kSheetArguments[] = {
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    {"-o", "OUT.html", Take::kRequired, T::kSheetOutput},
+    {"--note", "TEXT", Take::kOptional, T::kNoteOption},
+    kLan,
+    kSerialPort,
+    kUsbPort,
+    kTimeOut,
+};
+
 constexpr ArgumentRow kSearchArguments[] = {
     {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
 };
@@ -94,6 +104,7 @@ constexpr Verb kVerbs[] = {
     {"verify", T::kVerbVerify, kVerifyArguments, RunVerify},
     {"preview", T::kVerbPreview, kPreviewArguments, RunPreview},
     {"picture", T::kVerbPicture, kPictureArguments, RunPicture},
+    {"sheet", T::kVerbSheet, kSheetArguments, RunSheet},
     {"search", T::kVerbSearch, kSearchArguments, RunSearch},
 };
 

@@ -50,6 +50,7 @@ int RunMode(const VerbInput& input, Session& session);
 int RunVerify(const VerbInput& input, Session& session);
 int RunPreview(const VerbInput& input, Session& session);
 int RunPicture(const VerbInput& input, Session& session);
+int RunSheet(const VerbInput& input, Session& session);
 int RunSearch(const VerbInput& input, Session& session);
 
 }  // namespace warpline

@@ -96,7 +96,35 @@ inline constexpr int kMessageCount = 219;
   X(PictureStore)              \
   X(PictureStoreKeys)          \
   X(PictureScaled)             \
-  X(PicturePanelDiffers)
+  X(PicturePanelDiffers)       \
+  X(MenuSheet)                 \
+  X(SheetTitle)                \
+  X(SheetFile)                 \
+  X(SheetChanged)              \
+  X(SheetDate)                 \
+  X(SheetScreen)               \
+  X(SheetProjector)            \
+  X(SheetNotAsked)             \
+  X(SheetPanel)                \
+  X(SheetPixels)               \
+  X(SheetModelClass)           \
+  X(SheetMode)                 \
+  X(SheetSave)                 \
+  X(SheetParameters)           \
+  X(SheetParameter)            \
+  X(SheetValue)                \
+  X(SheetRange)                \
+  X(SheetBounds)               \
+  X(SheetPreview)              \
+  X(SheetNote)                 \
+  X(SheetCurveHorizontal)      \
+  X(SheetCurveVertical)        \
+  X(SheetRegisters)            \
+  X(SheetDigest)               \
+  X(SheetNoteTooLong)          \
+  X(SheetNoteLabel)            \
+  X(SheetAsk)                  \
+  X(SheetNotShown)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

@@ -20,6 +20,7 @@ enum MessageId : int {
   kMsgCommunicationSettings = 20,
   kMsgModeSettings = 21,
   kMsgAbout = 25,
+  kMsgTypeOfScreen = 26,
   kMsgCommunicationsDevice = 30,
   kMsgSerial = 31,
   kMsgPort = 32,
