@@ -91,6 +91,7 @@ class LSSmain : public wxFrame, private MainView {
   void EditCurve();
   void OpenSettings();
   void OpenProjectorMode();
+  void MakeSetupSheet();
   void ShowHelp();
   void ShowAbout();
 

@@ -20,10 +20,11 @@ struct LSSmain::Command {
 };
 
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  static constexpr std::array<Command, 28> kCommands{{
+  static constexpr std::array<Command, 29> kCommands{{
       {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
       {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
       {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
+      {"menu_file_sheet", [](LSSmain& w) { w.MakeSetupSheet(); }},
       {"menu_file_exit", [](LSSmain& w) { w.Close(); }},
       {"menu_edit_undo", [](LSSmain& w) { w.controller_.Undo(); }, true},
       {"menu_edit_redo", [](LSSmain& w) { w.controller_.Redo(); }, true},
@@ -89,6 +90,11 @@ void LSSmain::OpenSettings() {
 
 void LSSmain::OpenProjectorMode() {
   OpenProjectorModes(parts_, this);
+}
+
+void LSSmain::MakeSetupSheet() {
+  OpenSetupSheet(parts_, this, controller_.HasUnsavedChanges());
+  ShowModel();  // the projector may have told another panel
 }
 
 void LSSmain::ShowHelp() {

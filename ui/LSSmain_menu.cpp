@@ -21,11 +21,13 @@ struct MenuRow {
   const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
-constexpr std::array<MenuRow, 37> kMenuRows{{
+constexpr std::array<MenuRow, 39> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
     {"menu_file_saveas", "menu_file", kMsgMenuSaveAs, wxITEM_NORMAL, "Ctrl+Shift+S"},
+    {"", "menu_file", {}, wxITEM_SEPARATOR},
+    {"menu_file_sheet", "menu_file", ToolText::kMenuSheet, wxITEM_NORMAL},
     {"", "menu_file", {}, wxITEM_SEPARATOR},
     {"menu_file_exit", "menu_file", kMsgMenuExit, wxITEM_NORMAL},
     {"menu_edit", "", ToolText::kMenuEdit, wxITEM_DROPDOWN},

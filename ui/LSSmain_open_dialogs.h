@@ -21,6 +21,10 @@ void OpenCurveEditor(const MainParts& parts, wxTopLevelWindow* owner, Axis axis,
 void OpenCommunicationSettings(const MainParts& parts, wxTopLevelWindow* owner);
 void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner);
 
+// Asks for a note and a file, writes the setup sheet and shows it in the browser. changed: the
+// correction differs from its file.
+void OpenSetupSheet(const MainParts& parts, wxTopLevelWindow* owner, bool changed);
+
 // Opens when the mode in force could be read.
 void OpenProjectorModes(const MainParts& parts, wxTopLevelWindow* owner);
 

@@ -20,6 +20,8 @@ struct MainParts {
   std::filesystem::path application_data;                       // where settings and data are kept
   std::filesystem::path program_folder;                         // where the read-me files are
   std::function<bool(const std::filesystem::path&)> show_text;  // opens a text file, not waiting
+  FileChoosers sheet_files;
+  std::function<bool(const std::filesystem::path&)> show_page;  // opens a browser, not waiting
 };
 
 }  // namespace warpline

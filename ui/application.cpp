@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "app/hand_over.h"
+#include "app/setup_sheet.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
 #include "platform/environment.h"
@@ -14,6 +15,7 @@
 #include "toolkit/native/foreground.h"
 #include "toolkit/native/instant_states.h"
 #include "ui/LSSmain.h"
+#include "ui/browser.h"
 #include "ui/read_me.h"
 #include "ui/wx_text.h"
 
@@ -114,7 +116,8 @@ void Application::ShowMainWindow() {
   const LSSglobal& global = run_->engine.global;
   auto* window = new LSSmain({run_->engine, run_->busy, SystemFileChoosers(global, kTypeWlt),
                               SystemFileChoosers(global, kTypeWls), BeamseekFromProgramFolder(),
-                              ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor});
+                              ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor,
+                              SystemFileChoosers(global, kTypeHtml), OpenInBrowser});
   SetTopWindow(window);
   window->ShowFirst();
   window->CallAfter([window, file = words_.file] {

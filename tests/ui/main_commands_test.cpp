@@ -125,6 +125,30 @@ TEST(MainCommands, SaveWritesAndNamesAndExitKeepsThePlace) {
   EXPECT_NE(settings.find("DialogPosX=70\r\nDialogPosY=50\r\n"), std::string::npos);
 }
 
+TEST(MainCommands, SetupSheetIsWrittenAndShown) {
+  WindowRig rig;
+  rig.global.CurrentFile = rig.temp / "hall.wlt";
+  rig.Open();
+  rig.Move("ctrl_bar1", 30);
+  const fs::path sheet = rig.temp / "hall.html";
+  rig.choices = {rig.temp / "none/hall.html", sheet};
+  const ModalScript script("SheetDialog", [](wxDialog& dialog) {
+    ControlOf<wxTextCtrl>(dialog, "note").SetValue("over there\n<there>");
+    CheckIn(dialog, "ask_projector", true);
+    PressIn(dialog, "OKButton");
+    ASSERT_TRUE(dialog.IsModal()) << "the note is lost";
+    PressIn(dialog, "OKButton");
+  });
+  EXPECT_EQ(rig.Pick("menu_file_sheet"), "probe class 18");
+  EXPECT_EQ(rig.display.messages.size(), 1U);
+  EXPECT_EQ(rig.texts_shown, std::vector<fs::path>{sheet});
+  const std::string page = TempFolder::Read(sheet);
+  for (const char* part : {"hall.wlt, with changes that are not saved", ">30%<",
+                           "over there\n&lt;there&gt;", "1024 x 768 pixels"}) {
+    EXPECT_NE(page.find(part), std::string::npos) << part;
+  }
+}
+
 TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {
   for (const int language : {0, 1}) {
     WindowRig rig(static_cast<std::int16_t>(language));

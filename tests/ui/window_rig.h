@@ -163,8 +163,8 @@ class WindowRig {
 
   // The window, as it is at first. Settings are changed before.
   LSSmain& Open() {
-    window = new LSSmain(
-        {engine, busy, Choosers(), Choosers(), beamseek, temp.Path(), program, show_text});
+    window = new LSSmain({engine, busy, Choosers(), Choosers(), beamseek, temp.Path(), program,
+                          show_text, Choosers(), show_text});
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
