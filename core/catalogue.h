@@ -124,7 +124,28 @@ inline constexpr int kMessageCount = 219;
   X(SheetNoteTooLong)          \
   X(SheetNoteLabel)            \
   X(SheetAsk)                  \
-  X(SheetNotShown)
+  X(SheetNotShown)             \
+  X(FitTooFewMarks)            \
+  X(FitUnevenGrid)             \
+  X(FitGridInside)             \
+  X(FitMarksMissing)           \
+  X(FitMarksMirrored)          \
+  X(FitMarksCrossed)           \
+  X(FitMarksOutside)           \
+  X(FitCornersWrong)           \
+  X(FitCornersOutside)         \
+  X(FitPictureWide)            \
+  X(FitLensUnknown)            \
+  X(FitLinesTellNothing)       \
+  X(FitMarkDropped)            \
+  X(FitStraightAlready)        \
+  X(FitLensMayBeAll)           \
+  X(FitEdgesBendAlike)         \
+  X(FitSidesBendAlike)         \
+  X(FitOrientationLimits)      \
+  X(FitBendsTooMuch)           \
+  X(FitShapeDiffers)           \
+  X(FitBeyondProjector)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
