@@ -1,0 +1,182 @@
+#include "fit/fit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/conversions.h"
+#include "core/parameters.h"
+#include "fit/landing.h"
+#include "fit/preparation.h"
+#include "fit/search.h"
+#include "model/registers.h"
+
+namespace warpline {
+namespace {
+
+constexpr double kGood = 0.4;      // percent: straighter than most walls are even
+constexpr double kSureErrors = 4;  // standard errors of what the marks say, that a gain must exceed
+constexpr double kSameAsBest = 0.05;  // percent
+
+std::string Hundredths(double value) {
+  return ShortestText(std::nearbyint(value * 100) / 100);
+}
+
+CorrectionData NoCorrection(const FitInput& input, std::int16_t screen_type) {
+  CorrectionData correction;
+  correction.ScreenType = screen_type;
+  for (const Axis axis : {kHorizontal, kVertical}) {
+    correction.Projection[axis] = input.Projection[axis].value_or(0);
+  }
+  ResetToScreenType(correction);
+  return correction;
+}
+
+std::array<PlaneLine, kPictureEdges> EdgesOf(const FitTask& task,
+                                             const CorrectionData& correction) {
+  constexpr int kParts = 32;
+  const DrawnLines lines = DrawnLinesOf(BuildRegisters(correction, task.Panel), task.Panel);
+  std::array<PlaneLine, kPictureEdges> edges;
+  for (std::size_t i = 0; i < kPictureEdges; ++i) {
+    for (int part = 0; part <= kParts; ++part) {
+      const PlanePoint picture = kPictureLines[i].Point(static_cast<double>(part) / kParts);
+      edges[i].push_back(task.Seen.PhotoOf(LandingOf(lines, task.Panel, picture)));
+    }
+  }
+  return edges;
+}
+
+// What is compared between screen types, and with no correction at all.
+double FigureOf(const FitTask& task, const Straightness& off) {
+  return task.Wanted ? off.Place : off.Edges;
+}
+
+bool CentreAtLimit(const FitTask& task, const CorrectionData& correction, Axis axis) {
+  const double k = correction.Axes[axis].Optical / 32.0;
+  const Orientation& orientation = task.Orientations[axis];
+  return k <= LowestCentre(orientation) || k >= HighestCentre(orientation);
+}
+
+// Why the best is no better.
+NamedText NoteOn(const FitTask& task, const Candidate& best) {
+  const double figure = FigureOf(task, best.Off);
+  if (figure <= kGood) return {};
+  // Upright edges are made by the rows' sizes, which are the horizontal axis.
+  const bool upright = kPictureLines[best.Off.WorstEdge].Upright;
+  const Axis axis = upright ? kHorizontal : kVertical;
+  const AxisParameters& parameters = best.Correction.Axes[axis];
+  std::string_view name = "FitShapeDiffers";
+  if (CentreAtLimit(task, best.Correction, axis)) {
+    name = task.Orientations[axis] ? "FitOrientationLimits"
+           : upright               ? "FitSidesBendAlike"
+                                   : "FitEdgesBendAlike";
+  } else if (std::abs(parameters.Distortion) >= WindowRange(ParameterField::kDistortion, 0).high) {
+    name = "FitBendsTooMuch";
+  } else if (best.Correction.ScreenType == kOtherScreens) {
+    name = "FitBeyondProjector";
+  }
+  return {name, {Hundredths(figure)}, {}};
+}
+
+// A gain that is no larger than what the marks and the lens leave open may be none: then the
+// picture stays as it is.
+double LeastGain(const Preparation& prepared) {
+  return kSureErrors * prepared.EdgeError + 2 * prepared.LensBound;
+}
+
+FitResult ResultFor(const FitInput& input, const Preparation& prepared, const DrawnLines& near,
+                    std::int16_t screen_type) {
+  const FitTask& task = prepared.Task;
+  const Candidate before = JudgeCorrection(task, NoCorrection(input, screen_type));
+  Candidate best = BestCorrection(task, screen_type, near);
+  FitResult result;
+  result.ScreenType = screen_type;
+  result.Note = NoteOn(task, best);
+  const double least = FigureOf(task, before.Off) - LeastGain(prepared);
+  if (FigureOf(task, best.Off) >= least) {
+    const std::string left = Hundredths(FigureOf(task, before.Off));
+    if (FigureOf(task, before.Off) <= kGood) {
+      result.Note = {"FitStraightAlready", {left}, {}};
+    } else if (prepared.LensBound > 0) {
+      result.Note = {"FitLensMayBeAll", {left, Hundredths(prepared.LensBound)}, {}};
+    }
+    best = before;
+  }
+  result.Correction = best.Correction;
+  result.Before = before.Off;
+  result.After = best.Off;
+  result.PixelsBefore = before.Off.Edges * task.Panel.Height / 100;
+  result.PixelsAfter = best.Off.Edges * best.Height / before.Height * task.Panel.Height / 100;
+  result.Edges = EdgesOf(task, best.Correction);
+  return result;
+}
+
+std::vector<MarkMisfit> WorstMarks(const Preparation& prepared) {
+  constexpr std::size_t kShown = 3;
+  std::vector<MarkMisfit> worst;
+  for (std::size_t i = 0; i < prepared.Misfit.size(); ++i) {
+    worst.push_back({i, prepared.Grid.Column[i] + 1, prepared.Grid.Row[i] + 1, prepared.Misfit[i],
+                     !prepared.Kept[i]});
+  }
+  std::ranges::stable_sort(worst, [](const MarkMisfit& a, const MarkMisfit& b) {
+    return a.Dropped != b.Dropped ? a.Dropped : a.Pixels > b.Pixels;
+  });
+  const auto dropped = static_cast<std::size_t>(std::ranges::count(prepared.Kept, false));
+  worst.resize(std::min(worst.size(), std::max(kShown, dropped)));
+  return worst;
+}
+
+// The least figure; of those as good, a type whose curves are made already.
+std::size_t IndexOfBest(const FitTask& task, const std::vector<FitResult>& results) {
+  std::size_t best = 0;
+  for (std::size_t i = 1; i < results.size(); ++i) {
+    const double margin = results[i].ScreenType == kOtherScreens ? kSameAsBest : 0;
+    if (FigureOf(task, results[i].After) + margin < FigureOf(task, results[best].After)) best = i;
+  }
+  return best;
+}
+
+void AddWarnings(FitReport& report) {
+  for (const MarkMisfit& mark : report.Worst) {
+    if (!mark.Dropped) continue;
+    report.Warnings.push_back(
+        {"FitMarkDropped",
+         {std::to_string(mark.Column), std::to_string(mark.Row), Hundredths(mark.Pixels)},
+         {}});
+  }
+  if (!report.LensTerm) {
+    report.Warnings.push_back({"FitLensUnknown", {Hundredths(report.LensBound)}, {}});
+  }
+}
+
+}  // namespace
+
+std::optional<FitReport> FitCorrection(const FitInput& input, NamedText& reason) {
+  std::optional<Preparation> prepared = PrepareFit(input, reason);
+  if (!prepared) return std::nullopt;
+  FitReport report;
+  const DrawnLines near = StraighteningLines(prepared->Task);
+  for (const ScreenTypeRow& row : kScreenTypes) {
+    if (input.ScreenType && *input.ScreenType != row.type) continue;
+    report.Results.push_back(ResultFor(input, *prepared, near, row.type));
+  }
+  const FitTask& task = prepared->Task;
+  report.Chosen = IndexOfBest(task, report.Results);
+  report.Corners = CornersOf(task.Seen, task.Wanted.value_or(task.Largest));
+  report.EdgesBefore = EdgesOf(task, NoCorrection(input, kOtherScreens));
+  report.LensTerm = prepared->LensTerm;
+  report.LensBound = prepared->LensBound;
+  report.Worst = WorstMarks(*prepared);
+  report.Warnings = std::move(prepared->Warnings);
+  AddWarnings(report);
+  return report;
+}
+
+std::optional<PhotoCorners> LargestRectangle(const FitInput& input, NamedText& reason) {
+  FitInput without_corners = input;
+  without_corners.Corners = std::nullopt;
+  const std::optional<Preparation> prepared = PrepareFit(without_corners, reason);
+  if (!prepared) return std::nullopt;
+  return CornersOf(prepared->Task.Seen, prepared->Task.Largest);
+}
+
+}  // namespace warpline
