@@ -98,6 +98,19 @@ namespace warpline {
   X(VerifyBeyondEncoding)     \
   X(VerifyDiffers)            \
   X(VerifyMisfit)             \
+  X(VerbFit)                  \
+  X(MarksFile)                \
+  X(FitOutput)                \
+  X(PhotoOption)              \
+  X(ScreenOption)             \
+  X(CornersOption)            \
+  X(StraightOption)           \
+  X(ProjectionHOption)        \
+  X(ProjectionVOption)        \
+  X(BadCorners)               \
+  X(BadStraight)              \
+  X(BadPhoto)                 \
+  X(FitResult)                \
   X(HorizontalRow)            \
   X(VerticalColumn)
 WARPLINE_TEXT_KEYS(CliText, WARPLINE_CLI_TEXTS)

@@ -24,11 +24,12 @@ CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& 
       name, [](const CLI::results_t&) { return true; }, texts[row.help]);
   option->type_name(std::string(row.value_name))->type_size(1)->expected(1);
   option->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  if (row.take == Take::kMany) {
+  if (row.take == Take::kMany || row.take == Take::kLists) {
     option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args();
+    option->inject_separator(row.take == Take::kLists);
   }
-  option->required(row.take != Take::kOptional);
+  option->required(row.take != Take::kOptional && row.take != Take::kLists);
   return option;
 }
 

@@ -18,6 +18,9 @@ namespace warpline {
 inline constexpr int kMinPanelLines = 16;
 inline constexpr int kMaxPanelLines = 2048;
 
+// Stands among the texts of an argument of lists where it was given again.
+inline constexpr std::string_view kNextGiven;
+
 class VerbInput {
  public:
   explicit VerbInput(Session& session) : session_(session) {}

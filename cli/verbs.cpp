@@ -90,6 +90,18 @@ constexpr ArgumentRow kSearchArguments[] = {
     {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
 };
 
+constexpr ArgumentRow kFitArguments[] = {
+    {"MARKS", "", Take::kRequired, T::kMarksFile},
+    {"-o", "OUT.wlt", Take::kRequired, T::kFitOutput},
+    kPanel,
+    {"--photo", "WxH", Take::kOptional, T::kPhotoOption},
+    {"--screen", "0..5|any", Take::kOptional, T::kScreenOption},
+    {"--corners", "X,Y", Take::kLists, T::kCornersOption},
+    {"--straight", "X,Y", Take::kLists, T::kStraightOption},
+    {"--projection-h", "0|1", Take::kOptional, T::kProjectionHOption},
+    {"--projection-v", "0|1", Take::kOptional, T::kProjectionVOption},
+};
+
 constexpr Verb kVerbs[] = {
     {"registers", T::kVerbRegisters, kRegistersArguments, RunRegisters},
     {"profile", T::kVerbProfile, kProfileArguments, RunProfile},
@@ -106,6 +118,7 @@ constexpr Verb kVerbs[] = {
     {"picture", T::kVerbPicture, kPictureArguments, RunPicture},
     {"sheet", T::kVerbSheet, kSheetArguments, RunSheet},
     {"search", T::kVerbSearch, kSearchArguments, RunSearch},
+    {"fit", T::kVerbFit, kFitArguments, RunFit},
 };
 
 }  // namespace

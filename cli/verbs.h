@@ -17,6 +17,7 @@ enum class Take {
   kOptional,  // one value, may be left out
   kRequired,  // one value
   kMany,      // one value or more
+  kLists,     // one value or more, may be left out, may be given again: see kNextGiven
 };
 
 struct ArgumentRow {
@@ -52,5 +53,6 @@ int RunPreview(const VerbInput& input, Session& session);
 int RunPicture(const VerbInput& input, Session& session);
 int RunSheet(const VerbInput& input, Session& session);
 int RunSearch(const VerbInput& input, Session& session);
+int RunFit(const VerbInput& input, Session& session);
 
 }  // namespace warpline

@@ -15,7 +15,8 @@ namespace {
 
 constexpr double kGood = 0.4;      // percent: straighter than most walls are even
 constexpr double kSureErrors = 4;  // standard errors of what the marks say, that a gain must exceed
-constexpr double kSameAsBest = 0.05;  // percent
+constexpr double kSameAsBest = 0.01;  // percent
+constexpr double kMadeByHand = 0.05;  // percent, that curves of its own must be better by
 
 std::string Hundredths(double value) {
   return ShortestText(std::nearbyint(value * 100) / 100);
@@ -50,10 +51,23 @@ double FigureOf(const FitTask& task, const Straightness& off) {
   return task.Wanted ? off.Place : off.Edges;
 }
 
-bool CentreAtLimit(const FitTask& task, const CorrectionData& correction, Axis axis) {
-  const double k = correction.Axes[axis].Optical / 32.0;
-  const Orientation& orientation = task.Orientations[axis];
-  return k <= LowestCentre(orientation) || k >= HighestCentre(orientation);
+// How far the middle of a panel's edge lies beside its ends.
+double BowOf(const View& view, const PictureLine& edge) {
+  const auto across = [&](double along) { return edge.Across(view.FrameOf(edge.Point(along))); };
+  return across(0.5) - (across(0) + across(1)) / 2;
+}
+
+// The optical centre that would bend both opposite edges straight: lines grow and shrink about it.
+double NeededCentre(const View& view, bool upright) {
+  const double first = BowOf(view, kPictureLines[upright ? 0 : 1]);
+  const double last = BowOf(view, kPictureLines[upright ? 2 : 3]);
+  return (first + last) / (last - first);
+}
+
+bool Allows(const Orientation& orientation, double centre) {
+  constexpr double kTolerance = 0.1;
+  return centre >= LowestCentre(orientation) - kTolerance &&
+         centre <= HighestCentre(orientation) + kTolerance;
 }
 
 // Why the best is no better.
@@ -63,13 +77,14 @@ NamedText NoteOn(const FitTask& task, const Candidate& best) {
   // Upright edges are made by the rows' sizes, which are the horizontal axis.
   const bool upright = kPictureLines[best.Off.WorstEdge].Upright;
   const Axis axis = upright ? kHorizontal : kVertical;
-  const AxisParameters& parameters = best.Correction.Axes[axis];
+  const double centre = NeededCentre(task.Seen, upright);
+  const int distortion = std::abs(best.Correction.Axes[axis].Distortion);
   std::string_view name = "FitShapeDiffers";
-  if (CentreAtLimit(task, best.Correction, axis)) {
-    name = task.Orientations[axis] ? "FitOrientationLimits"
-           : upright               ? "FitSidesBendAlike"
-                                   : "FitEdgesBendAlike";
-  } else if (std::abs(parameters.Distortion) >= WindowRange(ParameterField::kDistortion, 0).high) {
+  if (!Allows(std::nullopt, centre)) {
+    name = upright ? "FitSidesBendAlike" : "FitEdgesBendAlike";
+  } else if (!Allows(task.Orientations[axis], centre)) {
+    name = "FitOrientationLimits";
+  } else if (distortion >= WindowRange(ParameterField::kDistortion, 0).high) {
     name = "FitBendsTooMuch";
   } else if (best.Correction.ScreenType == kOtherScreens) {
     name = "FitBeyondProjector";
@@ -106,6 +121,7 @@ FitResult ResultFor(const FitInput& input, const Preparation& prepared, const Dr
   result.After = best.Off;
   result.PixelsBefore = before.Off.Edges * task.Panel.Height / 100;
   result.PixelsAfter = best.Off.Edges * best.Height / before.Height * task.Panel.Height / 100;
+  result.Area = best.Area;
   result.Edges = EdgesOf(task, best.Correction);
   return result;
 }
@@ -125,11 +141,11 @@ std::vector<MarkMisfit> WorstMarks(const Preparation& prepared) {
   return worst;
 }
 
-// The least figure; of those as good, a type whose curves are made already.
+// The least figure; of those as good the first, and rather one whose curves are made already.
 std::size_t IndexOfBest(const FitTask& task, const std::vector<FitResult>& results) {
   std::size_t best = 0;
   for (std::size_t i = 1; i < results.size(); ++i) {
-    const double margin = results[i].ScreenType == kOtherScreens ? kSameAsBest : 0;
+    const double margin = results[i].ScreenType == kOtherScreens ? kMadeByHand : kSameAsBest;
     if (FigureOf(task, results[i].After) + margin < FigureOf(task, results[best].After)) best = i;
   }
   return best;

@@ -23,6 +23,7 @@ struct FitResult {
   Straightness After;         // with it, by its registers
   double PixelsBefore = 0;    // Before.Edges in pixels of the panel
   double PixelsAfter = 0;
+  double Area = 1;  // share of the largest rectangle that fits into the panel's light
   std::array<PlaneLine, kPictureEdges> Edges;  // foretold in the photograph, as kPictureLines are
   NamedText Note;                              // why it is no better, no name when it is good
 };

@@ -196,9 +196,10 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
     return task.Seen.FrameOf(landing);
   };
   Sides around;
-  Candidate candidate{correction, StraightnessOf(seen, task.Wanted, &around), 0, 0};
+  Candidate candidate{correction, StraightnessOf(seen, task.Wanted, &around)};
   candidate.Height = around.Height();
   const double area = around.Area() / task.Largest.Area();
+  candidate.Area = area;
   const Straightness& off = candidate.Off;
   candidate.Score = (task.Wanted ? off.Place : off.Edges) + kGridShare * off.Grid +
                     kOutside * std::max(0.0, 100 * outside - kUnnoticed);

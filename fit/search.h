@@ -13,6 +13,7 @@ struct Candidate {
   CorrectionData Correction;
   Straightness Off;
   double Height = 0;  // of the picture, in the frame
+  double Area = 0;    // of the picture, share of the largest rectangle
   double Score = 0;   // percent of the picture's height; what is compared, less is better
 };
 
