@@ -46,8 +46,12 @@ double Bulge(double squared, double curvature) {
   return inside < 0 ? std::nan("") : (1 - std::sqrt(inside)) / curvature;
 }
 
+// Of each of the two walls of a corner.
+double SlopeOf(const Wall& wall) {
+  return std::tan(wall.Curvature * std::numbers::pi / 4);
+}
+
 double Behind(const Wall& wall, double x, double y) {
-  const double slope = std::tan(wall.Curvature * std::numbers::pi / 4);
   switch (wall.Shape) {
     case WallShape::kFlat:
       return 0;
@@ -58,9 +62,9 @@ double Behind(const Wall& wall, double x, double y) {
     case WallShape::kSphere:
       return Bulge(x * x + y * y, wall.Curvature);
     case WallShape::kCorner:
-      return std::abs(x) * slope;
+      return std::abs(x) * SlopeOf(wall);
     case WallShape::kCeiling:
-      return std::abs(y) * slope;
+      return std::abs(y) * SlopeOf(wall);
   }
   return 0;
 }
@@ -82,8 +86,7 @@ double GroundLight(const Wall& wall, double x, double y, double depth) {
 bool PositionAtDepth(const Wall& wall, PanelSize panel, double x, double y, double depth,
                      std::array<double, 2>& position) {
   if (depth <= 0) return false;
-  const double focal = kThrowRatio * panel.Width;
-  position = {panel.Width / 2.0 + x * focal / depth, AxisRow(wall.Axis, panel) + y * focal / depth};
+  position = PanelPositionThrough(wall, panel, x, y, depth);
   return position[0] >= 0 && position[1] >= 0 && position[0] <= panel.Width &&
          position[1] <= panel.Height;
 }
@@ -101,25 +104,6 @@ View ViewOf(const Wall& wall, PanelSize panel, PanelSize size) {
           height * (0.5 - AxisRow(wall.Axis, panel) / panel.Height)};
 }
 
-// Where the light of a panel position lands, metres from the lens's axis; nothing when it misses
-// the wall, or meets it so flatly that the search does not settle.
-std::optional<std::array<double, 2>> PlaceOf(const Wall& wall, PanelSize panel, double column,
-                                             double row) {
-  constexpr int kSteps = 100;
-  constexpr double kSettled = 1e-6;  // metres
-  const double focal = kThrowRatio * panel.Width;
-  const double across = (column - panel.Width / 2.0) / focal;
-  const double down = (row - AxisRow(wall.Axis, panel)) / focal;
-  double depth = wall.Distance;
-  for (int i = 0; i < kSteps; ++i) {
-    const double next = WallDepth(wall, across * depth, down * depth);
-    if (next <= 0) return std::nullopt;
-    if (std::abs(next - depth) < kSettled) return std::array{across * next, down * next};
-    depth = next;
-  }
-  return std::nullopt;
-}
-
 // Metres from the lens's axis.
 struct Edges {
   double Left = -std::numeric_limits<double>::infinity();
@@ -135,10 +119,10 @@ std::optional<Edges> StraightEdges(const Wall& wall, PanelSize panel) {
   for (int i = 0; i <= kParts; ++i) {
     const double column = static_cast<double>(panel.Width) * i / kParts;
     const double row = static_cast<double>(panel.Height) * i / kParts;
-    const auto left = PlaceOf(wall, panel, 0, row);
-    const auto right = PlaceOf(wall, panel, panel.Width, row);
-    const auto top = PlaceOf(wall, panel, column, 0);
-    const auto bottom = PlaceOf(wall, panel, column, panel.Height);
+    const auto left = WallPlaceOf(wall, panel, 0, row);
+    const auto right = WallPlaceOf(wall, panel, panel.Width, row);
+    const auto top = WallPlaceOf(wall, panel, column, 0);
+    const auto bottom = WallPlaceOf(wall, panel, column, panel.Height);
     if (!left || !right || !top || !bottom) return std::nullopt;
     edges = {std::max(edges.Left, (*left)[0]), std::min(edges.Right, (*right)[0]),
              std::max(edges.Top, (*top)[1]), std::min(edges.Bottom, (*bottom)[1])};
@@ -172,6 +156,29 @@ double WallDepth(const Wall& wall, double x, double y) {
   const double behind = wall.Curvature == 0 ? 0 : Behind(wall, x, y);
   const double depth = wall.Distance + behind;
   return depth > 0 ? depth : 0;
+}
+
+std::optional<std::array<double, 3>> WallPlaceOf(const Wall& wall, PanelSize panel, double column,
+                                                 double row) {
+  constexpr int kSteps = 100;
+  constexpr double kSettled = 1e-6;  // metres
+  const double focal = kThrowRatio * panel.Width;
+  const double across = (column - panel.Width / 2.0) / focal;
+  const double down = (row - AxisRow(wall.Axis, panel)) / focal;
+  double depth = wall.Distance;
+  for (int i = 0; i < kSteps; ++i) {
+    const double next = WallDepth(wall, across * depth, down * depth);
+    if (next <= 0) return std::nullopt;
+    if (std::abs(next - depth) < kSettled) return std::array{across * next, down * next, next};
+    depth = next;
+  }
+  return std::nullopt;
+}
+
+std::array<double, 2> PanelPositionThrough(const Wall& wall, PanelSize panel, double x, double y,
+                                           double depth) {
+  const double focal = kThrowRatio * panel.Width;
+  return {panel.Width / 2.0 + x * focal / depth, AxisRow(wall.Axis, panel) + y * focal / depth};
 }
 
 bool PanelPositionAt(const Wall& wall, PanelSize panel, double x, double y,

@@ -50,6 +50,16 @@ std::optional<Wall> WallOf(std::string_view text);
 // The wall's depth at a place, metres; 0 where there is no wall.
 double WallDepth(const Wall& wall, double x, double y);
 
+// Where the light of a panel position lands: metres from the lens, to the right, down and ahead.
+// Nothing when it misses the wall, or meets it so flatly that the search does not settle.
+std::optional<std::array<double, 3>> WallPlaceOf(const Wall& wall, PanelSize panel, double column,
+                                                 double row);
+
+// The panel position whose light goes through a place at a depth above 0, metres; also beyond the
+// panel.
+std::array<double, 2> PanelPositionThrough(const Wall& wall, PanelSize panel, double x, double y,
+                                           double depth);
+
 // The panel position that is seen at a place of the wall (metres from the lens's axis); false when
 // none is.
 bool PanelPositionAt(const Wall& wall, PanelSize panel, double x, double y,
