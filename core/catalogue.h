@@ -145,7 +145,19 @@ inline constexpr int kMessageCount = 219;
   X(FitOrientationLimits)      \
   X(FitBendsTooMuch)           \
   X(FitShapeDiffers)           \
-  X(FitBeyondProjector)
+  X(FitBeyondProjector)        \
+  X(PhotoNoMarks)              \
+  X(PhotoPartly)               \
+  X(PhotoBlurred)              \
+  X(PhotoDark)                 \
+  X(PhotoBurnt)                \
+  X(PhotoMirrored)             \
+  X(PhotoCoarse)               \
+  X(PhotoFilled)               \
+  X(PhotoMarksBurnt)           \
+  X(PhotoMarksDark)            \
+  X(PhotoMarksMissing)         \
+  X(PhotoFewMarks)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is
