@@ -10,8 +10,10 @@ Engine::Engine(MessageDisplay& display, BusyIndicator& busy_indicator, BeamlinkP
       messages(global, held),
       files(messages),
       link(messages, busy, std::move(beamlink)),
+      recording(link, messages),
       commands(global, link, messages, held, busy) {
   ResetModel(global);
+  commands.WatchLink([this] { recording.Look(); });
 }
 
 }  // namespace warpline

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/exchange_recording.h"
 #include "app/projector_commands.h"
 #include "core/LSSglobal.h"
 #include "core/interfaces.h"
@@ -26,6 +27,7 @@ struct Engine {
   Messages messages;
   LSSfile files;
   ProjectorLink link;
+  ExchangeRecording recording;
   ProjectorCommands commands;
 };
 

@@ -167,7 +167,9 @@ bool ProjectorCommands::RunLinked(BusyKind kind, std::size_t steps,
   for (;;) {
     held_.Hold();
     const bool done = RunOnce(steps, work);
-    if (!TellFailures(held_.Release(), kind)) return done;
+    const std::vector<UserMessage> failures = held_.Release();
+    closed_();
+    if (!TellFailures(failures, kind)) return done;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/command_sequences.h"
@@ -28,6 +29,9 @@ class ProjectorCommands {
   // All must outlive this object. held is what the messages are shown by.
   ProjectorCommands(LSSglobal& global, ProjectorLink& link, const Messages& messages,
                     HeldMessages& held, BusyIndicator& busy);
+
+  // Called whenever the link was closed, before a failure is shown.
+  void WatchLink(std::function<void()> closed) { closed_ = std::move(closed); }
 
   // Builds both axes' registers for the panel that the projector reports and shows them. The second
   // copy of the parameters follows those that were built in any case.
@@ -114,6 +118,7 @@ class ProjectorCommands {
   const Messages& messages_;
   HeldMessages& held_;
   BusyIndicator& busy_;
+  std::function<void()> closed_ = [] {};
   ProjectorRecord record_;
   CorrectionData sent_;
   std::string last_failure_;

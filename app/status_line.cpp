@@ -65,6 +65,9 @@ StatusLine StatusOf(const Engine& engine) {
     return line;
   }
   line.link = LinkText(global);
+  if (engine.recording.IsOn()) {
+    line.link = FilledText(TextOf(global, ToolText::kRecordingRuns), {line.link});
+  }
   line.shown = ShownText(global, engine.commands.Record());
   line.retry = !engine.commands.RepeatedFailure().empty();
   if (line.retry) line.note = line.detail = engine.commands.RepeatedFailure();

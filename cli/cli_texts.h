@@ -61,6 +61,8 @@ namespace warpline {
   X(SerialOption)             \
   X(UsbOption)                \
   X(TimeOutOption)            \
+  X(RecordOption)             \
+  X(RedactOption)             \
   X(SearchTimeOutOption)      \
   X(ErrorPrefix)              \
   X(SeeHelp)                  \
@@ -80,6 +82,7 @@ namespace warpline {
   X(BadLan)                   \
   X(BadSerial)                \
   X(ManyConnections)          \
+  X(RedactAlone)              \
   X(UnknownKind)              \
   X(KindsDiffer)              \
   X(ShapeHasNoAxis)           \

@@ -99,4 +99,13 @@ bool ChooseConnection(const VerbInput& input, Session& session) {
   return TakeTimeOut(input, session);
 }
 
+std::optional<int> BeginRecording(const VerbInput& input, Session& session) {
+  const bool redacted = input.Has("--redact");
+  if (!input.Has("--record")) {
+    return redacted ? std::optional(session.UsageError(CliText::kRedactAlone)) : std::nullopt;
+  }
+  if (session.engine.recording.Begin(input.Path("--record"), redacted)) return std::nullopt;
+  return kExitFailed;
+}
+
 }  // namespace warpline

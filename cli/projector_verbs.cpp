@@ -11,9 +11,13 @@ namespace warpline {
 namespace {
 
 // In demo mode the commands send nothing, which is worth a word.
-int RunOnProjector(Session& session, const std::function<bool(ProjectorCommands&)>& work) {
+int RunOnProjector(const VerbInput& input, Session& session,
+                   const std::function<bool(ProjectorCommands&)>& work) {
+  if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
   if (session.engine.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
-  return work(session.engine.commands) ? kExitOk : kExitFailed;
+  const bool done = work(session.engine.commands);
+  session.engine.recording.End();
+  return done ? kExitOk : kExitFailed;
 }
 
 }  // namespace
@@ -23,11 +27,12 @@ int RunApply(const VerbInput& input, Session& session) {
   const std::filesystem::path path = input.Path("FILE");
   if (IsRegisterFile(path)) {
     if (!ReadRegisters(session, path)) return kExitFailed;
-    return RunOnProjector(session,
+    return RunOnProjector(input, session,
                           [](ProjectorCommands& commands) { return commands.SendRegisters(); });
   }
   if (!ReadCorrection(session, path)) return kExitFailed;
-  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Apply(); });
+  return RunOnProjector(input, session,
+                        [](ProjectorCommands& commands) { return commands.Apply(); });
 }
 
 int RunStore(const VerbInput& input, Session& session) {
@@ -37,12 +42,14 @@ int RunStore(const VerbInput& input, Session& session) {
     return session.UsageError(CliText::kCorrectionFileNeeded, {input.Text("FILE")});
   }
   if (!ReadCorrection(session, path)) return kExitFailed;
-  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Store(); });
+  return RunOnProjector(input, session,
+                        [](ProjectorCommands& commands) { return commands.Store(); });
 }
 
 int RunInitialize(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
-  return RunOnProjector(session, [](ProjectorCommands& commands) { return commands.Initialize(); });
+  return RunOnProjector(input, session,
+                        [](ProjectorCommands& commands) { return commands.Initialize(); });
 }
 
 int RunMode(const VerbInput& input, Session& session) {
@@ -51,9 +58,9 @@ int RunMode(const VerbInput& input, Session& session) {
   if (input.Has("MODE")) {
     const auto wanted = static_cast<std::int16_t>(*mode);
     return RunOnProjector(
-        session, [wanted](ProjectorCommands& commands) { return commands.SetMode(wanted); });
+        input, session, [wanted](ProjectorCommands& commands) { return commands.SetMode(wanted); });
   }
-  return RunOnProjector(session, [&session](ProjectorCommands& commands) {
+  return RunOnProjector(input, session, [&session](ProjectorCommands& commands) {
     const std::optional<std::int16_t> shown = commands.ReadMode();
     if (shown) session.out << *shown << '\n';
     return shown.has_value();

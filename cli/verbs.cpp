@@ -10,6 +10,8 @@ constexpr ArgumentRow kPanel{"--panel", "WxH", Take::kOptional, T::kPanelOption}
 constexpr ArgumentRow kLan{"--lan", "ADDRESS:PORT", Take::kOptional, T::kLanOption};
 constexpr ArgumentRow kSerialPort{"--serial", "N:SPEED", Take::kOptional, T::kSerialOption};
 constexpr ArgumentRow kUsbPort{"--usb", "N", Take::kOptional, T::kUsbOption};
+constexpr ArgumentRow kRecord{"--record", "FILE", Take::kOptional, T::kRecordOption};
+constexpr ArgumentRow kRedact{"--redact", "", Take::kFlag, T::kRedactOption};
 constexpr ArgumentRow kTimeOut{"--timeout", "MS", Take::kOptional, T::kTimeOutOption};
 
 constexpr ArgumentRow kRegistersArguments[] = {
@@ -50,13 +52,28 @@ constexpr ArgumentRow kApplyArguments[] = {
     kSerialPort,
     kUsbPort,
     kTimeOut,
+    kRecord,
+    kRedact,
 };
 constexpr ArgumentRow kStoreArguments[] = {
-    {"FILE", "", Take::kRequired, T::kCorrectionFile}, kLan, kSerialPort, kUsbPort, kTimeOut,
+    {"FILE", "", Take::kRequired, T::kCorrectionFile},
+    kLan,
+    kSerialPort,
+    kUsbPort,
+    kTimeOut,
+    kRecord,
+    kRedact,
 };
-constexpr ArgumentRow kInitializeArguments[] = {kLan, kSerialPort, kUsbPort, kTimeOut};
+constexpr ArgumentRow kInitializeArguments[] = {kLan,     kSerialPort, kUsbPort,
+                                                kTimeOut, kRecord,     kRedact};
 constexpr ArgumentRow kModeArguments[] = {
-    {"MODE", "", Take::kOptional, T::kModeArgument}, kLan, kSerialPort, kUsbPort, kTimeOut,
+    {"MODE", "", Take::kOptional, T::kModeArgument},
+    kLan,
+    kSerialPort,
+    kUsbPort,
+    kTimeOut,
+    kRecord,
+    kRedact,
 };
 constexpr ArgumentRow kVerifyArguments[] = {
     {"FILE", "", Take::kRequired, T::kCorrectionFile},

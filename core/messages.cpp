@@ -86,6 +86,11 @@ void Messages::ShowText(ToolText key, MessageIcon icon) const {
   Choose(TextOf(global_, key), icon, {TextOf(global_, kMsgOk)});
 }
 
+void Messages::ShowText(ToolText key, const std::vector<std::string>& values,
+                        MessageIcon icon) const {
+  Choose(FilledText(TextOf(global_, key), values), icon, {TextOf(global_, kMsgOk)});
+}
+
 void Messages::ShowFileText(int number, const std::filesystem::path& file) const {
   ShowSystemError(TextOf(global_, number) + "\n" + Utf8Of(file));
 }

@@ -57,6 +57,7 @@ class Messages {
 
   // A text without a number.
   void ShowText(ToolText key, MessageIcon icon) const;
+  void ShowText(ToolText key, const std::vector<std::string>& values, MessageIcon icon) const;
 
   // A catalogue text about a file, and under it the file's whole path.
   void ShowFileText(int number, const std::filesystem::path& file) const;

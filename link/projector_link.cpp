@@ -73,20 +73,21 @@ ProjectorLink::ProjectorLink(const Messages& messages, BusyIndicator& busy,
     : messages_(messages), busy_(busy), provider_(std::move(provider)) {}
 
 ProjectorLink::~ProjectorLink() {
-  if (IsOpen()) library_->PJCommDevClose(handle_);
+  if (IsOpen()) library_.PJCommDevClose(handle_);
 }
 
 bool ProjectorLink::OpenLink(const Settings& settings) {
-  library_ = provider_();
-  if (library_ == nullptr) {
+  const BeamlinkFunctions* const library = provider_();
+  if (library == nullptr) {
     messages_.ShowText(kMsgLibraryMissing);
     return false;
   }
+  library_.Use(*library);
   const OpenParameters parameters = ParametersOf(settings);
   const ParameterBuffer first = BufferOf(parameters.first);
   const ParameterBuffer second = BufferOf(parameters.second);
-  const std::int32_t result = library_->PJCommDevOpen(settings.ConnectDevice, first.data(),
-                                                      second.data(), kBeamlinkBlocking);
+  const std::int32_t result = library_.PJCommDevOpen(settings.ConnectDevice, first.data(),
+                                                     second.data(), kBeamlinkBlocking);
   busy_.ProcessPendingEvents();
   if (result >= 0) {
     handle_ = result;
@@ -101,7 +102,7 @@ bool ProjectorLink::OpenLink(const Settings& settings) {
 
 bool ProjectorLink::CloseLink() {
   if (!IsOpen()) return true;
-  return Passed(MessageCategory::kClose, library_->PJCommDevClose(std::exchange(handle_, -1)));
+  return Passed(MessageCategory::kClose, library_.PJCommDevClose(std::exchange(handle_, -1)));
 }
 
 std::optional<PanelSize> ProjectorLink::CheckConnection() {
@@ -135,8 +136,8 @@ std::optional<std::int16_t> ProjectorLink::QueryMode() {
 bool ProjectorLink::SwitchInput() {
   if (!SetTimeOut(time_out_)) return false;
   PJStatus status{};
-  return Passed(MessageCategory::kExchange, library_->PJGetStatus(handle_, &status)) &&
-         Passed(MessageCategory::kExchange, library_->PJSetInput(handle_, status.Input));
+  return Passed(MessageCategory::kExchange, library_.PJGetStatus(handle_, &status)) &&
+         Passed(MessageCategory::kExchange, library_.PJSetInput(handle_, status.Input));
 }
 
 bool ProjectorLink::RegistersComplete(const RegisterSet& registers, std::optional<PanelSize> panel,
@@ -162,19 +163,19 @@ bool ProjectorLink::SetTimeOut(std::int32_t milliseconds) {
   if (busy_.Cancelled()) return false;
   // Every exchange begins here, so this is where a link that is not open shows.
   if (!IsOpen()) return Passed(MessageCategory::kExchange, kBeamlinkNotInitialized);
-  return Passed(MessageCategory::kTimeOut, library_->PJCommDevSetAckTimeout(handle_, milliseconds));
+  return Passed(MessageCategory::kTimeOut, library_.PJCommDevSetAckTimeout(handle_, milliseconds));
 }
 
 bool ProjectorLink::CheckRunning() {
   if (busy_.Cancelled()) return false;
   PJRunningStatus status{};
-  return Passed(MessageCategory::kExchange, library_->PJGetRunningStatus(handle_, &status));
+  return Passed(MessageCategory::kExchange, library_.PJGetRunningStatus(handle_, &status));
 }
 
 std::optional<PanelSize> ProjectorLink::ReadPanel() {
   if (busy_.Cancelled()) return std::nullopt;
   PJPcViewerInformation information{};
-  const std::int32_t result = library_->PJGetPcViewerInformation(handle_, &information);
+  const std::int32_t result = library_.PJGetPcViewerInformation(handle_, &information);
   const bool hidden = result == kBeamlinkNoPanelInformation;
   if (!Passed(MessageCategory::kExchange, hidden ? kBeamlinkOk : result)) return std::nullopt;
   if (hidden) return kDefaultPanelSize;
@@ -184,7 +185,7 @@ std::optional<PanelSize> ProjectorLink::ReadPanel() {
 std::int32_t ProjectorLink::SendRaw(const Frame& frame) {
   reply_.assign(kReplyCapacity, 0);
   auto length = static_cast<std::int32_t>(kReplyCapacity);
-  const std::int32_t result = library_->PJAnyCommand(
+  const std::int32_t result = library_.PJAnyCommand(
       handle_, frame.data(), static_cast<std::int32_t>(frame.size()), reply_.data(), &length);
   reply_.resize(
       static_cast<std::size_t>(std::clamp(length, 0, static_cast<std::int32_t>(kReplyCapacity))));

@@ -9,6 +9,7 @@
 #include "core/register_set.h"
 #include "core/settings.h"
 #include "link/beamlink.h"
+#include "link/beamlink_calls.h"
 #include "link/command_frames.h"
 
 // The operations that the tool needs of the control library. Each returns true on success; a
@@ -33,6 +34,9 @@ class ProjectorLink {
   ~ProjectorLink();
   ProjectorLink(const ProjectorLink&) = delete;
   ProjectorLink& operator=(const ProjectorLink&) = delete;
+
+  // Somebody looks on at every call of the library from now on; null: nobody. Must outlive its use.
+  void Observe(CallObserver* observer) { library_.Observe(observer); }
 
   // By the connection of the settings, whose time-out holds until the next call.
   bool OpenLink(const Settings& settings);
@@ -89,7 +93,7 @@ class ProjectorLink {
   const Messages& messages_;
   BusyIndicator& busy_;
   BeamlinkProvider provider_;
-  const BeamlinkFunctions* library_ = nullptr;
+  BeamlinkCalls library_;
   std::int32_t handle_ = -1;
   std::int32_t time_out_ = 0;  // milliseconds
   std::int32_t last_open_error_ = 0;

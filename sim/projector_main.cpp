@@ -91,6 +91,17 @@ std::optional<std::vector<RecordedEvent>> ReadRecording(const std::filesystem::p
   return std::nullopt;
 }
 
+// How far the tool asked what was asked when the recording was made.
+void TellReplay(Station& station, const ProjectorTexts& texts) {
+  const warpline::sim::StationSnapshot state = station.Snapshot();
+  const bool differed = state.Mismatches > 0;
+  std::cout << texts.Fill(
+                   differed ? ProjectorText::kReplayServedFirst : ProjectorText::kReplayServed,
+                   {std::to_string(state.Agreeing), std::to_string(state.Mismatches),
+                    std::to_string(state.FirstMismatch)})
+            << std::endl;
+}
+
 int Serve(ProjectorOptions options, Recorder* recorder) {
   options.Station.Log = [&texts = TextsOf(options)](const warpline::NamedText& text) {
     std::cerr << texts.Say(text) << std::endl;
@@ -112,6 +123,7 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
   if (options.Headless) stop.Wait();
   control.Stop();
   server.Stop();
+  if (options.Station.Replay) TellReplay(station, TextsOf(options));
   return 0;
 }
 
@@ -126,7 +138,7 @@ int Run(ProjectorOptions options) {
     return agrees ? 0 : 1;
   }
   if (!options.Record) return Serve(std::move(options), nullptr);
-  const std::unique_ptr<std::ofstream> file = warpline::sim::OpenRecord(*options.Record);
+  const std::unique_ptr<std::ofstream> file = warpline::OpenRecord(*options.Record);
   if (!file) {
     std::cerr << TextsOf(options).Fill(ProjectorText::kRecordingNotWritable,
                                        {warpline::Utf8Of(*options.Record)})

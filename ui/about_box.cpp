@@ -5,6 +5,7 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 
+#include "core/version.h"
 #include "toolkit/layout.h"
 #include "ui/icons.h"
 #include "ui/wx_text.h"
@@ -12,7 +13,6 @@
 namespace warpline {
 namespace {
 
-constexpr const char* kVersionNumber = "3.0";
 constexpr int kTextWidth = 360;  // DIP
 constexpr int kPictureSize = 64;
 
@@ -38,7 +38,7 @@ class AboutBox : public wxDialog {
     auto* column = new wxBoxSizer(wxVERTICAL);
     const wxSizerFlags below = wxSizerFlags().Border(wxTOP, WideGap(this));
     column->Add(title);
-    column->Add(CreateText("about_version", CaptionOf(global, kMsgVersion) + kVersionNumber),
+    column->Add(CreateText("about_version", CaptionOf(global, kMsgVersion) + WxText(kToolVersion)),
                 wxSizerFlags().Border(wxTOP, Gap(this)));
     column->Add(CreateText("about_text", CaptionOf(global, kMsgDescription)), below);
     column->Add(CreateText("about_maker", CaptionOf(global, kMsgMaker)), below);

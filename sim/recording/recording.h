@@ -2,11 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <functional>
+#include <initializer_list>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <ostream>
@@ -14,26 +12,16 @@
 #include <string_view>
 #include <vector>
 
+#include "core/recording_format.h"
 #include "sim/line/wire.h"
 #include "sim/texts/projector_texts.h"
 
-// A record of what passed between the tool and the projector: a text file of one line an event,
-// each of which ends with LF. Behind the first line, kRecordingTitle, a line has these fields with
-// tabs between:
-//   link   its number, from 1
-//   time   milliseconds since that link was opened; never less than in the link's line before
-//   event  opened, request, reply, closed
-//   name   of a request or reply: what the request asks for, for people to read
-//   bytes  of a request or reply, at least one, as pairs of hex digits
-// Empty lines and those that begin with "#" say nothing. An event belongs to a link that is open;
-// a link has no two opened lines; a reply follows its request with no other event of the link
-// between. A request without a reply was not answered. CR LF is accepted.
+// A record of what passed between the tool and the projector, in the form of
+// core/recording_format.h.
 
 namespace warpline::sim {
 
-inline constexpr std::string_view kRecordingTitle = "warpline-projector recording 1";
-
-enum class RecordedKind { kOpened, kExchange, kClosed };
+enum class RecordedKind { kOpened, kRefused, kExchange, kClosed };  // kRefused: not opened
 
 struct RecordedEvent {
   RecordedKind Kind = RecordedKind::kOpened;
@@ -45,12 +33,10 @@ struct RecordedEvent {
   milliseconds ReplyAfter{0};  // the request
 };
 
-// The events in the file's order; else nothing, and the reason with the number of the line.
+// The events in the file's order; else nothing, and the reason with the number of the line. A call
+// of the control library that carried no frame counts as the exchange that it is between the
+// stand-in library and a simulated projector.
 std::optional<std::vector<RecordedEvent>> ParseRecording(std::string_view text, NamedText& reason);
-
-// A new file to record into, in an old one's place; null when it cannot be written. A symbolic link
-// is not followed.
-std::unique_ptr<std::ofstream> OpenRecord(const std::filesystem::path& path);
 
 // Writes a recording while it happens. Every line is with the system when the call returns. May be
 // called from several threads.
@@ -66,8 +52,8 @@ class Recorder {
   void Reply(std::uint64_t link, ByteView request, ByteView reply);
 
  private:
-  void Write(std::uint64_t link, std::string_view event, std::string_view rest);
-  std::string Named(ByteView request, ByteView bytes) const;
+  void Write(std::uint64_t link, std::string_view event,
+             std::initializer_list<std::string_view> rest);
 
   std::mutex mutex_;
   std::ostream& out_;

@@ -20,6 +20,7 @@ class Player {
       : place_(place), times_(times), texts_(texts), out_(out) {}
 
   void Play(const RecordedEvent& event) {
+    if (event.Kind == RecordedKind::kRefused) return;
     if (event.Kind == RecordedKind::kOpened) return Open(event);
     Channel* const channel = links_[event.Link].get();
     if (event.Kind == RecordedKind::kClosed) {
@@ -30,8 +31,9 @@ class Player {
   }
 
   bool Summarize() const {
-    Tell(ProjectorText::kReplaySummary,
-         {std::to_string(exchanges_), std::to_string(opened_), std::to_string(differences_)});
+    Tell(ProjectorText::kReplaySummary, {std::to_string(exchanges_), std::to_string(opened_),
+                                         std::to_string(differences_), std::to_string(agreeing_)});
+    if (differences_ > 0) Tell(ProjectorText::kReplayFirst, {std::to_string(first_)});
     return differences_ == 0 && exchanges_ > 0;
   }
 
@@ -52,7 +54,10 @@ class Player {
       return Differ(ProjectorText::kReplayNotSent, event, {});
     }
     const Bytes reply = Collect(event, channel);
-    if (reply == event.Reply) return;
+    if (reply == event.Reply) {
+      ++agreeing_;
+      return;
+    }
     Differ(ProjectorText::kReplayDiffers, event,
            {FrameName(texts_, event.Request), BytesText(event.Reply), BytesText(reply)});
   }
@@ -76,7 +81,7 @@ class Player {
 
   // The text's first place is the number of the line.
   void Differ(ProjectorText key, const RecordedEvent& event, std::vector<std::string> values) {
-    ++differences_;
+    if (differences_++ == 0) first_ = event.Line;
     values.insert(values.begin(), std::to_string(event.Line));
     Tell(key, values);
   }
@@ -97,9 +102,34 @@ class Player {
   std::size_t exchanges_ = 0;
   std::size_t opened_ = 0;
   std::size_t differences_ = 0;
+  std::size_t agreeing_ = 0;
+  std::size_t first_ = 0;  // the line of the first difference
 };
 
 }  // namespace
+
+Playback::Playback(std::vector<RecordedEvent> events) : events_(std::move(events)) {
+  for (const RecordedEvent& event : events_) {
+    const bool opened = event.Kind == RecordedKind::kOpened;
+    if (opened || event.Kind == RecordedKind::kRefused) openings_.push_back(opened);
+  }
+}
+
+bool Playback::TakeOpening() {
+  return openings_.empty() || openings_[next_opening_++ % openings_.size()];
+}
+
+bool Playback::NeverOpens() const {
+  return !openings_.empty() && std::ranges::none_of(openings_, [](bool opened) { return opened; });
+}
+
+std::size_t Playback::ExpectedLine() const {
+  for (std::size_t step = 0; step < events_.size(); ++step) {
+    const RecordedEvent& event = events_[(next_ + step) % events_.size()];
+    if (event.Kind == RecordedKind::kExchange) return event.Line;
+  }
+  return 0;
+}
 
 const RecordedEvent* Playback::Find(ByteView request) {
   for (std::size_t step = 0; step < events_.size(); ++step) {

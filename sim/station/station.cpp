@@ -73,6 +73,7 @@ Reception Station::Receive() {
   ++callers_;
   const std::optional<FaultRule> fault = faults_.StrikeLink(callers_, !links_.empty());
   if (!fault) {
+    if (playback_ && !playback_->TakeOpening()) return {Welcome::kTurnedAway};
     OpenLinkLocked();
     return {Welcome::kServed, newest_link_};
   }
@@ -104,7 +105,7 @@ void Station::CloseLink(int link) {
 
 bool Station::RefusesEveryLink() const {
   const std::lock_guard lock(mutex_);
-  return faults_.RefusesEveryLink();
+  return faults_.RefusesEveryLink() || (playback_ && playback_->NeverOpens());
 }
 
 bool Station::IsOpen(int link) const {
@@ -158,13 +159,22 @@ Outgoing Station::Replayed(LinkMemory& memory, ByteView frame) {
   } else {
     projector_.Ignore(frame);
   }
-  if (recorded != nullptr) return {.Reply = recorded->Reply, .Delay = recorded->ReplyAfter};
-  ++mismatch_count_;
+  if (recorded != nullptr) {
+    ++agreeing_;
+    return {.Reply = recorded->Reply, .Delay = recorded->ReplyAfter};
+  }
+  NoteMismatch(frame);
+  return {};
+}
+
+void Station::NoteMismatch(ByteView frame) {
+  const std::size_t line = playback_->ExpectedLine();
+  if (mismatch_count_++ == 0) first_mismatch_ = line;
   mismatches_.push_back(FrameHex(frame, frame.size()));
   if (mismatches_.size() > kKeptStrikes) mismatches_.erase(mismatches_.begin());
-  setup_.Log(
-      {"Mismatch", {std::to_string(projector_.Count().Exchanges), FrameHex(frame, kToldBytes)}});
-  return {};
+  setup_.Log({"Mismatch",
+              {std::to_string(projector_.Count().Exchanges), FrameHex(frame, kToldBytes),
+               std::to_string(line)}});
 }
 
 StationSnapshot Station::Snapshot() {
@@ -189,6 +199,8 @@ StationSnapshot Station::Snapshot() {
           .Strikes = faults_.Strikes(),
           .Seed = faults_.Seed(),
           .Mismatches = mismatch_count_,
+          .Agreeing = agreeing_,
+          .FirstMismatch = first_mismatch_,
           .Exchanges = exchanges_};
 }
 

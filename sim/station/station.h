@@ -76,6 +76,8 @@ struct StationSnapshot {
   std::vector<std::string> Strikes;  // the last ones, oldest first
   std::uint64_t Seed = 0;
   std::uint64_t Mismatches = 0;          // requests that the recording did not hold
+  std::uint64_t Agreeing = 0;            // requests that it held
+  std::size_t FirstMismatch = 0;         // the line where it went on when the first one came
   std::deque<LoggedExchange> Exchanges;  // the last ones, oldest first, at most kKeptExchanges
 };
 
@@ -135,6 +137,7 @@ class Station {
   Bytes Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
   Outgoing Answer(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
   Outgoing Replayed(LinkMemory& memory, ByteView frame);
+  void NoteMismatch(ByteView frame);
   void Note(int link, ByteView frame, const Outgoing& outgoing,
             const std::optional<FaultRule>& fault);
   void TellStrike() const;
@@ -150,6 +153,8 @@ class Station {
   std::optional<Playback> playback_;
   std::vector<std::string> mismatches_;  // the requests, at most kKeptStrikes
   std::uint64_t mismatch_count_ = 0;
+  std::uint64_t agreeing_ = 0;
+  std::size_t first_mismatch_ = 0;
   RgbImage source_;  // the picture before any correction
   std::map<int, LinkMemory> links_;
   int newest_link_ = -1;

@@ -214,6 +214,8 @@ namespace warpline::sim {
   X(StateRegister)                  \
   X(CannotWrite)                    \
   X(Mismatch)                       \
+  X(ReplayServed)                   \
+  X(ReplayServedFirst)              \
   X(NotAnObject)                    \
   X(NoSuchKey)                      \
   X(KeyNeedsByte)                   \
@@ -234,6 +236,7 @@ namespace warpline::sim {
   X(RecordedEventName)              \
   X(RecordedRest)                   \
   X(RecordedBytes)                  \
+  X(RecordedResult)                 \
   X(RecordedLinkClosed)             \
   X(RecordedLinkAgain)              \
   X(RecordedNoRequest)              \
@@ -242,6 +245,7 @@ namespace warpline::sim {
   X(ReplayDiffers)                  \
   X(ReplayNoAnswer)                 \
   X(ReplaySummary)                  \
+  X(ReplayFirst)                    \
   X(NoPng)                          \
   X(PngSize)                        \
   X(PngDamaged)

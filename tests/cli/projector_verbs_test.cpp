@@ -16,6 +16,13 @@
 namespace warpline {
 namespace {
 
+std::vector<sim::RecordedEvent> RecordedIn(const std::string& text) {
+  NamedText reason;
+  auto events = sim::ParseRecording(text, reason);
+  EXPECT_TRUE(events) << Said(reason);
+  return events.value_or(std::vector<sim::RecordedEvent>());
+}
+
 class ProjectorVerbsTest : public FilesTest {
  protected:
   // A projector with these fault rules, and its address.
@@ -129,6 +136,56 @@ TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
   EXPECT_EQ(nobody.exit_code, 1);
   EXPECT_EQ(nobody.err, "Failure in the connection.  Error : -8\n");
   EXPECT_EQ(nobody.out, "");
+}
+
+// The recording of what the tool saw, and of what the projector saw.
+TEST_F(ProjectorVerbsTest, RecordsAgreeWithTheProjectors) {
+  std::ostringstream seen;
+  sim::Recorder recorder(seen);
+  sim::Station station({.Projector = {.Panel = {}, .ModelClass = 4}});
+  sim::Server server(station, &recorder);
+  NamedText reason;
+  ASSERT_TRUE(server.Listen({}, reason)) << Said(reason);
+  const Words how{"--lan", TextOf(server.Where()), "--record", Name("tool.txt"), "--redact"};
+  const Words verbs[] = {{"apply", bent_}, {"store", bent_}, {"mode", "1"}, {"mode"}};
+  std::vector<sim::RecordedEvent> told;
+  for (std::uint64_t link = 1; const Words& verb : verbs) {
+    ASSERT_EQ(RunCli(verb + how).exit_code, 0);
+    const std::string text = TempFolder::Read(folder_ / "tool.txt");
+    EXPECT_FALSE(Holds(text, "127.0.0.1"));
+    for (sim::RecordedEvent& event : RecordedIn(text)) {
+      event.Link = link;
+      told.push_back(event);
+    }
+    ++link;
+  }
+  server.Stop();
+  const std::vector<sim::RecordedEvent> projectors = RecordedIn(seen.str());
+  ASSERT_EQ(told.size(), projectors.size());
+  for (std::size_t i = 0; i < told.size(); ++i) {
+    EXPECT_EQ(std::tie(told[i].Kind, told[i].Link, told[i].Request, told[i].Reply),
+              std::tie(projectors[i].Kind, projectors[i].Link, projectors[i].Request,
+                       projectors[i].Reply))
+        << i;
+  }
+}
+
+// A fault in the field is the same fault when its recording is played.
+TEST_F(ProjectorVerbsTest, ARecordedFaultIsPlayedAgain) {
+  for (const char* rule : {"kind=prepare:timeout", "kind=2:checksum", "kind=running:refuse",
+                           "kind=panel:timeout", "kind=17:refuse", "always:refuselink"}) {
+    SCOPED_TRACE(rule);
+    const auto apply = [&](const std::string& place) {
+      return RunCli(
+          {"apply", bent_, "--lan", place, "--timeout", "500", "--record", Name("f.txt")});
+    };
+    const CliResult failed = apply(Start({rule}));
+    EXPECT_EQ(failed.exit_code, 1);
+    const auto events = RecordedIn(TempFolder::Read(folder_ / "f.txt"));
+    projector_.emplace(sim::StationSetup{.Replay = events});
+    EXPECT_EQ(apply(projector_->Place()).err, failed.err);
+    EXPECT_EQ(Snapshot().Mismatches, 0U);
+  }
 }
 
 TEST_F(ProjectorVerbsTest, ConnectionOfTheSettings) {

@@ -70,7 +70,10 @@ TEST(Recording, TellsWhatIsWrongAndWhere) {
       {"line 4: the link is not", {closed + "1\t0\tclosed\n"}},
       {"line 4: the link w", {closed + "1\t0\topened\n"}},
       {"line 3: there is no request", {open + "1\t0\treply\tx\t01\n"}},
-      {"line 2: name and bytes", {kTitle + "1\t0\topened\tx\t01\n"}}};
+      {"line 2: name and bytes", {kTitle + "1\t0\topened\tx\t01\n"}},
+      {"line 2: the link is not open", {kTitle + "1\t0\tcall\tPJGetStatus\t0\t0.1\t\n"}},
+      {"line 3: the result", {open + "1\t0\tcall\tPJGetStatus\t0x\t0.1\t\n"}},
+      {"line 3: there is no request", {open + "1\t0\tcall\tPJAnyCommand\t0\t0.1\t\n"}}};
   for (const auto& [said, texts] : cases) {
     for (const std::string& text : texts) {
       NamedText reason;
@@ -79,6 +82,28 @@ TEST(Recording, TellsWhatIsWrongAndWhere) {
     }
   }
   EXPECT_EQ(Parsed(std::string(kRecordingTitle) + "\r\n\r\n1\t0\topened\r\n").size(), 1u);
+}
+
+// What the tool saw of its library is what the stand-in library and a projector would have said.
+TEST(Recording, TurnsTheToolsCallsIntoExchanges) {
+  const std::tuple<const char*, const char*, const char*> calls[] = {
+      {"PJGetRunningStatus\t0\t1.5\thandle=0 Power=1", "7F5700000101D8", "7F570000020001D9"},
+      {"PJGetRunningStatus\t-3\t1.5\thandle=0", "7F5700000101D8", ""},
+      {"PJGetRunningStatus\t-5\t1.5\thandle=0", "7F5700000101D8", "7F570000010226"},
+      {"PJGetPcViewerInformation\t0\t1.5\tPanelWidth=1024 PanelHeight=768", "7F5700000102D9",
+       "7F570000050000040003E2"},
+      {"PJGetPcViewerInformation\t-20\t1.5\thandle=0", "7F5700000102D9", "7F5700000101D8"},
+      {"PJGetStatus\t0\t1.5\tPower=1 Input=7", "7F5700000103DA", "7F57000006000107000000E4"},
+      {"PJSetInput\t-6\t1.5\thandle=0 input=7", "7F570000050407000000E6", "7F5700000102D9"}};
+  for (const auto& [call, request, reply] : calls) {
+    const std::vector<RecordedEvent> events =
+        Parsed(std::string(kToolRecordingTitle) + "\tany version\n1\t0\topened\n1\t9\tcall\t" +
+               call + "\n");
+    ASSERT_EQ(events.size(), 2u) << call;
+    EXPECT_EQ(ToHex(events[1].Request), request) << call;
+    EXPECT_EQ(ToHex(events[1].Reply), reply) << call;
+    EXPECT_EQ(events[1].At, milliseconds(8));
+  }
 }
 
 constexpr const char* kSession =
@@ -131,12 +156,13 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
       kTitle + kSession + "2\t0\topened\n2\t0\trequest\tx\t01DE0000020100E2\n";
   std::ostringstream told;
   EXPECT_FALSE(ReplayTo(Parsed(asked), recording.Where(), kTimes, texts, told));
-  EXPECT_EQ(told.str(),
-            "line 3: Model class?: recorded 20 85 00 00 03 0B 00 04 B7, now 20 85 00 00 03 00 00 "
-            "04 AC\n"
-            "line 9: Probe: recorded no answer, now 21 DF 00 00 01 00 01\n"
-            "line 10: Show (1): recorded 21 DF 00 00 01 02 03, now 21 DF 00 00 01 00 01\n"
-            "6 exchanges over 2 links, 3 differences\n");
+  EXPECT_EQ(
+      told.str(),
+      "line 3: Model class?: recorded 20 85 00 00 03 0B 00 04 B7, now 20 85 00 00 03 00 00 "
+      "04 AC\n"
+      "line 9: Probe: recorded no answer, now 21 DF 00 00 01 00 01\n"
+      "line 10: Show (1): recorded 21 DF 00 00 01 02 03, now 21 DF 00 00 01 00 01\n"
+      "6 exchanges over 2 links, 3 differences, 3 agree\nthe first difference is in line 3\n");
   recording.Stop();
 
   const std::vector<RecordedEvent> events = Parsed(recorded.str());
@@ -144,7 +170,7 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   const ProjectorServer same({.Panel = {}, .ModelClass = 4}, {"kind=mode:timeout"});
   told.str("");
   EXPECT_TRUE(ReplayTo(events, same.Where(), kTimes, texts, told)) << told.str();
-  EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences\n");
+  EXPECT_EQ(told.str(), "6 exchanges over 2 links, 0 differences, 6 agree\n");
   const ProjectorServer replaying(StationSetup{.Replay = events});
   EXPECT_TRUE(ReplayTo(events, replaying.Where(), kTimes, texts, told))
       << "answers as another class did";
@@ -154,7 +180,9 @@ TEST(Replay, ComparesAProjectorWithTheRecording) {
   EXPECT_FALSE(ReplayTo(events, nobody, kTimes, ProjectorTextsOf(Language::kJapanese), told))
       << "nobody is there";
   const std::string no_link = " 行目：" + TextOf(nobody) + " に接続できません\n";
-  EXPECT_EQ(told.str(), "2" + no_link + "14" + no_link + "交信 0 回、接続 0 回、相違 2 件\n");
+  EXPECT_EQ(told.str(),
+            "2" + no_link + "14" + no_link +
+                "交信 0 回、接続 0 回、相違 2 件、一致 0 件\n最初の相違は 2 行目です\n");
 }
 
 TEST(FrameNames, TellEveryFrameApart) {

@@ -1,0 +1,42 @@
+#include "app/exchange_recording.h"
+
+#include <utility>
+
+#include "core/catalogue.h"
+#include "platform/files.h"
+
+namespace warpline {
+
+bool ExchangeRecording::Begin(const std::filesystem::path& file, bool redacted) {
+  End();
+  Running running{.path = file, .file = RecordFile::Create(file), .recorder = nullptr};
+  if (!running.file) {
+    messages_.ShowText(ToolText::kRecordingNotBegun, {Utf8Of(file)}, MessageIcon::kCritical);
+    return false;
+  }
+  running.recorder = std::make_unique<ExchangeRecorder>(*running.file, redacted);
+  running_ = std::move(running);
+  link_.Observe(running_->recorder.get());
+  return true;
+}
+
+void ExchangeRecording::Look() {
+  if (!running_ || !running_->file->Failed()) return;
+  const std::filesystem::path path = running_->path;
+  Drop();
+  messages_.ShowText(ToolText::kRecordingLost, {Utf8Of(path)}, MessageIcon::kWarning);
+}
+
+void ExchangeRecording::End() {
+  if (!running_) return;
+  running_->file->Complete();
+  Look();
+  Drop();
+}
+
+void ExchangeRecording::Drop() {
+  link_.Observe(nullptr);
+  running_.reset();
+}
+
+}  // namespace warpline

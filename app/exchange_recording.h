@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "core/messages.h"
+#include "link/exchange_recorder.h"
+#include "link/projector_link.h"
+#include "link/record_file.h"
+
+namespace warpline {
+
+// A recording of the exchange with the projector, while there is one. It never fails the exchange.
+class ExchangeRecording {
+ public:
+  // Both must outlive this object.
+  ExchangeRecording(ProjectorLink& link, const Messages& messages)
+      : link_(link), messages_(messages) {}
+  ~ExchangeRecording() { Drop(); }
+  ExchangeRecording(const ExchangeRecording&) = delete;
+  ExchangeRecording& operator=(const ExchangeRecording&) = delete;
+
+  // Records into a new file, in an old one's place; redacted: without addresses. False, with the
+  // message shown, when it cannot be made.
+  bool Begin(const std::filesystem::path& file, bool redacted);
+  bool IsOn() const { return running_.has_value(); }
+
+  // To be called when a link was closed: when the file can be written no more, the recording ends
+  // with one message.
+  void Look();
+
+  // Ends the recording; what was lost is told.
+  void End();
+
+ private:
+  struct Running {
+    std::filesystem::path path;
+    std::unique_ptr<RecordFile> file;
+    std::unique_ptr<ExchangeRecorder> recorder;
+  };
+
+  void Drop();
+
+  ProjectorLink& link_;
+  const Messages& messages_;
+  std::optional<Running> running_;
+};
+
+}  // namespace warpline
