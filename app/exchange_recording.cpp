@@ -9,7 +9,8 @@ namespace warpline {
 
 bool ExchangeRecording::Begin(const std::filesystem::path& file, bool redacted) {
   End();
-  Running running{.path = file, .file = RecordFile::Create(file), .recorder = nullptr};
+  Running running{
+      .path = file, .file = RecordFile::Create(file), .recorder = nullptr, .redacted = redacted};
   if (!running.file) {
     messages_.ShowText(ToolText::kRecordingNotBegun, {Utf8Of(file)}, MessageIcon::kCritical);
     return false;
@@ -20,6 +21,20 @@ bool ExchangeRecording::Begin(const std::filesystem::path& file, bool redacted) 
   return true;
 }
 
+TrialRecord ExchangeRecording::ForTrial() {
+  if (!running_) return {};
+  return {true, running_->redacted, running_->recorder->TakeLink()};
+}
+
+void ExchangeRecording::Adopt(std::string line) {
+  if (running_) running_->file->Write(std::move(line));
+}
+
+void ExchangeRecording::Complete() {
+  if (running_) running_->file->Complete();
+  Look();
+}
+
 void ExchangeRecording::Look() {
   if (!running_ || !running_->file->Failed()) return;
   const std::filesystem::path path = running_->path;
@@ -28,9 +43,7 @@ void ExchangeRecording::Look() {
 }
 
 void ExchangeRecording::End() {
-  if (!running_) return;
-  running_->file->Complete();
-  Look();
+  Complete();
   Drop();
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "app/link_trial.h"
 #include "core/messages.h"
 #include "link/exchange_recorder.h"
 #include "link/projector_link.h"
@@ -27,6 +28,14 @@ class ExchangeRecording {
   bool Begin(const std::filesystem::path& file, bool redacted);
   bool IsOn() const { return running_.has_value(); }
 
+  // For a process that opens a link of its own: whether and how it tells what to record, and the
+  // lines that it tells.
+  TrialRecord ForTrial();
+  void Adopt(std::string line);
+
+  // Returns when everything recorded is in the file, or lost; that is told as Look does.
+  void Complete();
+
   // To be called when a link was closed: when the file can be written no more, the recording ends
   // with one message.
   void Look();
@@ -39,6 +48,7 @@ class ExchangeRecording {
     std::filesystem::path path;
     std::unique_ptr<RecordFile> file;
     std::unique_ptr<ExchangeRecorder> recorder;
+    bool redacted = false;
   };
 
   void Drop();

@@ -9,21 +9,6 @@ namespace {
 // The port that every projector listens on goes without saying.
 constexpr std::string_view kUsualPort = "7142";
 
-std::string LinkText(const LSSglobal& global) {
-  const Settings& settings = global.Settings;
-  if (settings.ConnectDevice == kSerial) {
-    const auto speed = static_cast<std::size_t>(settings.ComSpeed);
-    return FilledText(TextOf(global, ToolText::kLinkSerial),
-                      {std::to_string(settings.ComPort + 1), std::string(kSerialSpeeds.at(speed))});
-  }
-  if (settings.ConnectDevice == kUsb) {
-    return FilledText(TextOf(global, ToolText::kLinkUsb), {std::to_string(settings.USBPort + 1)});
-  }
-  const bool usual = settings.LANPort == kUsualPort;
-  return FilledText(TextOf(global, ToolText::kLinkLan),
-                    {settings.IPAddress + (usual ? "" : ":" + settings.LANPort)});
-}
-
 ToolText ShownKey(const LSSglobal& global, const ProjectorRecord& record) {
   switch (record.shown) {
     case Shown::kUnknown:
@@ -56,18 +41,31 @@ void NoteDeviation(const LSSglobal& global, StatusLine& line) {
 
 }  // namespace
 
+std::string ConnectionText(const LSSglobal& global) {
+  const Settings& settings = global.Settings;
+  if (settings.ConnectDevice == kSerial) {
+    const auto speed = static_cast<std::size_t>(settings.ComSpeed);
+    return FilledText(TextOf(global, ToolText::kLinkSerial),
+                      {std::to_string(settings.ComPort + 1), std::string(kSerialSpeeds.at(speed))});
+  }
+  if (settings.ConnectDevice == kUsb) {
+    return FilledText(TextOf(global, ToolText::kLinkUsb), {std::to_string(settings.USBPort + 1)});
+  }
+  const bool usual = settings.LANPort == kUsualPort;
+  return FilledText(TextOf(global, ToolText::kLinkLan),
+                    {settings.IPAddress + (usual ? "" : ":" + settings.LANPort)});
+}
+
 StatusLine StatusOf(const Engine& engine) {
   const LSSglobal& global = engine.global;
   StatusLine line;
   NoteDeviation(global, line);
-  if (global.Settings.DemoMode == 1) {
-    line.link = TextOf(global, ToolText::kNothingSent);
-    return line;
-  }
-  line.link = LinkText(global);
+  const bool demo = global.Settings.DemoMode == 1;
+  line.link = demo ? TextOf(global, ToolText::kNothingSent) : ConnectionText(global);
   if (engine.recording.IsOn()) {
     line.link = FilledText(TextOf(global, ToolText::kRecordingRuns), {line.link});
   }
+  if (demo) return line;
   line.shown = ShownText(global, engine.commands.Record());
   line.retry = !engine.commands.RepeatedFailure().empty();
   if (line.retry) line.note = line.detail = engine.commands.RepeatedFailure();

@@ -18,6 +18,9 @@ struct StatusLine {
   bool operator==(const StatusLine&) const = default;
 };
 
+// How the settings reach the projector.
+std::string ConnectionText(const LSSglobal& global);
+
 // In the language in force. In demo mode nothing is known of a projector. The least urgent note is
 // where the projector cannot follow the model.
 StatusLine StatusOf(const Engine& engine);

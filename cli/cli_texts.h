@@ -32,6 +32,7 @@ namespace warpline {
   X(VerbPicture)              \
   X(VerbSheet)                \
   X(VerbSearch)               \
+  X(VerbDoctor)               \
   X(CorrectionFile)           \
   X(CorrectionOrShapeFile)    \
   X(CorrectionOrRegisterFile) \
@@ -63,6 +64,7 @@ namespace warpline {
   X(TimeOutOption)            \
   X(RecordOption)             \
   X(RedactOption)             \
+  X(JsonOption)               \
   X(SearchTimeOutOption)      \
   X(ErrorPrefix)              \
   X(SeeHelp)                  \

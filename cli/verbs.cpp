@@ -119,6 +119,16 @@ constexpr ArgumentRow kFitArguments[] = {
     {"--projection-v", "0|1", Take::kOptional, T::kProjectionVOption},
 };
 
+constexpr ArgumentRow kDoctorArguments[] = {
+    {"--json", "", Take::kFlag, T::kJsonOption},
+    kLan,
+    kSerialPort,
+    kUsbPort,
+    kTimeOut,
+    kRecord,
+    kRedact,
+};
+
 constexpr Verb kVerbs[] = {
     {"registers", T::kVerbRegisters, kRegistersArguments, RunRegisters},
     {"profile", T::kVerbProfile, kProfileArguments, RunProfile},
@@ -136,6 +146,7 @@ constexpr Verb kVerbs[] = {
     {"sheet", T::kVerbSheet, kSheetArguments, RunSheet},
     {"search", T::kVerbSearch, kSearchArguments, RunSearch},
     {"fit", T::kVerbFit, kFitArguments, RunFit},
+    {"doctor", T::kVerbDoctor, kDoctorArguments, RunDoctor},
 };
 
 }  // namespace

@@ -54,5 +54,6 @@ int RunPicture(const VerbInput& input, Session& session);
 int RunSheet(const VerbInput& input, Session& session);
 int RunSearch(const VerbInput& input, Session& session);
 int RunFit(const VerbInput& input, Session& session);
+int RunDoctor(const VerbInput& input, Session& session);
 
 }  // namespace warpline

@@ -72,8 +72,12 @@ int MessageNumber(MessageCategory category, int code) {
 
 }  // namespace
 
+const std::string& OutcomeText(const LSSglobal& global, MessageCategory category, int code) {
+  return TextOf(global, MessageNumber(category, code));
+}
+
 void Messages::ShowMessage(MessageCategory category, int code) const {
-  std::string text = TextOf(global_, MessageNumber(category, code));
+  std::string text = OutcomeText(global_, category, code);
   if (category != MessageCategory::kFile) text += "  Error : " + std::to_string(code);
   Choose(text, MessageIcon::kCritical, {TextOf(global_, kMsgOk)});
 }

@@ -42,6 +42,9 @@ enum FileErrorCode : int {
   kFileValueWrong = -8,
 };
 
+// The catalogue's text for an outcome.
+const std::string& OutcomeText(const LSSglobal& global, MessageCategory category, int code);
+
 // Shows the messages of one run in the language in force; every box has the program's title.
 class Messages {
  public:

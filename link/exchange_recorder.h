@@ -38,8 +38,8 @@ class ExchangeRecorder : public CallObserver {
   void Sends(std::span<const std::uint8_t> frame) override;
   void Returned(const LibraryCall& call) override;
 
-  // The number of the link that is opened next, or of the one that is open.
-  std::uint64_t Link() const { return link_; }
+  // The number of the next link, which somebody else records. No link is open.
+  std::uint64_t TakeLink() { return link_++; }
 
  private:
   void ReturnedOpen(const LibraryCall& call);

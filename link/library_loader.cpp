@@ -1,5 +1,7 @@
 #include "link/library_loader.h"
 
+#include <array>
+
 #include "link/projector_link.h"
 #include "link/projector_search.h"
 #include "platform/environment.h"
@@ -56,6 +58,28 @@ bool BindEntryPoints(const SymbolLookup& symbol, BeamseekFunctions& functions) {
 
 #undef WARPLINE_BIND_REQUIRED
 #undef WARPLINE_BIND_DECLARED
+
+#define WARPLINE_NAME_REQUIRED(name, parameters) #name,
+#define WARPLINE_NAME_DECLARED(name) #name,
+
+std::span<const LibraryNames> MakersLibraries() {
+  static constexpr std::string_view kLinkRequired[] = {
+      WARPLINE_BEAMLINK_REQUIRED(WARPLINE_NAME_REQUIRED)};
+  static constexpr std::string_view kLinkDeclared[] = {
+      WARPLINE_BEAMLINK_DECLARED(WARPLINE_NAME_DECLARED)};
+  static constexpr std::string_view kSeekRequired[] = {
+      WARPLINE_BEAMSEEK_REQUIRED(WARPLINE_NAME_REQUIRED)};
+  static constexpr std::string_view kSeekDeclared[] = {
+      WARPLINE_BEAMSEEK_DECLARED(WARPLINE_NAME_DECLARED)};
+  static constexpr std::array<LibraryNames, 2> kLibraries{{
+      {kBeamlinkName, kLinkRequired, kLinkDeclared},
+      {kBeamseekName, kSeekRequired, kSeekDeclared},
+  }};
+  return kLibraries;
+}
+
+#undef WARPLINE_NAME_REQUIRED
+#undef WARPLINE_NAME_DECLARED
 
 std::shared_ptr<const LoadedLibrary<BeamlinkFunctions>> LoadBeamlink(
     const std::filesystem::path& folder) {

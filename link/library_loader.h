@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <span>
+#include <string_view>
 
 #include "link/beamlink.h"
 #include "link/beamseek.h"
@@ -18,6 +20,16 @@ using SymbolLookup = std::function<void*(const char* name)>;
 // Fill in every entry point of a library's list. False when a required one is missing.
 bool BindEntryPoints(const SymbolLookup& symbol, BeamlinkFunctions& functions);
 bool BindEntryPoints(const SymbolLookup& symbol, BeamseekFunctions& functions);
+
+// What this side knows of a library's names.
+struct LibraryNames {
+  std::string_view library;
+  std::span<const std::string_view> required;
+  std::span<const std::string_view> declared;  // never called
+};
+
+// The control library first.
+std::span<const LibraryNames> MakersLibraries();
 
 // A library and its entry points; they stay callable as long as this lives.
 template <typename Functions>

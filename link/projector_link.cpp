@@ -77,6 +77,7 @@ ProjectorLink::~ProjectorLink() {
 }
 
 bool ProjectorLink::OpenLink(const Settings& settings) {
+  failure_.reset();
   const BeamlinkFunctions* const library = provider_();
   if (library == nullptr) {
     messages_.ShowText(kMsgLibraryMissing);
@@ -96,7 +97,7 @@ bool ProjectorLink::OpenLink(const Settings& settings) {
     return true;
   }
   last_open_error_ = result;
-  messages_.ShowMessage(MessageCategory::kOpen, result);
+  Fail(MessageCategory::kOpen, result);
   return false;
 }
 
@@ -108,13 +109,21 @@ bool ProjectorLink::CloseLink() {
 std::optional<PanelSize> ProjectorLink::CheckConnection() {
   if (!SetTimeOut(time_out_) || !CheckRunning()) return std::nullopt;
   const auto panel = ReadPanel();
-  if (!panel) return std::nullopt;
-  if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return std::nullopt;
-  const auto error = ReplyError();
-  if (!error) return std::nullopt;
-  if (*error == 0) return panel;
-  messages_.ShowMessage(MessageCategory::kReply, *error);
-  return std::nullopt;
+  if (!panel || !SendProbe()) return std::nullopt;
+  return panel->size;
+}
+
+std::optional<PJRunningStatus> ProjectorLink::AskRunning() {
+  if (!SetTimeOut(time_out_) || !CheckRunning()) return std::nullopt;
+  return running_;
+}
+
+std::optional<PanelAnswer> ProjectorLink::AskPanel() {
+  return SetTimeOut(time_out_) ? ReadPanel() : std::nullopt;
+}
+
+bool ProjectorLink::Probe() {
+  return SetTimeOut(time_out_) && SendProbe();
 }
 
 bool ProjectorLink::SendCommand(int number, const RegisterSet& registers, std::int16_t mode) {
@@ -129,7 +138,7 @@ bool ProjectorLink::SendCommand(int number, const RegisterSet& registers, std::i
 std::optional<std::int16_t> ProjectorLink::QueryMode() {
   if (!SendCommand(kCommandQueryMode, {}, 0)) return std::nullopt;
   if (ReplyTellsMode()) return static_cast<std::int16_t>(reply_[kReplyModeByte]);
-  messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
+  Fail(MessageCategory::kExchange, kBeamlinkReceiveError);
   return std::nullopt;
 }
 
@@ -155,7 +164,7 @@ bool ProjectorLink::RegistersComplete(const RegisterSet& registers, std::optiona
 bool ProjectorLink::Passed(MessageCategory category, std::int32_t result) {
   busy_.ProcessPendingEvents();
   if (result == kBeamlinkOk) return true;
-  messages_.ShowMessage(category, result);
+  Fail(category, result);
   return false;
 }
 
@@ -168,18 +177,30 @@ bool ProjectorLink::SetTimeOut(std::int32_t milliseconds) {
 
 bool ProjectorLink::CheckRunning() {
   if (busy_.Cancelled()) return false;
-  PJRunningStatus status{};
-  return Passed(MessageCategory::kExchange, library_.PJGetRunningStatus(handle_, &status));
+  running_ = {};
+  return Passed(MessageCategory::kExchange, library_.PJGetRunningStatus(handle_, &running_));
 }
 
-std::optional<PanelSize> ProjectorLink::ReadPanel() {
+std::optional<PanelAnswer> ProjectorLink::ReadPanel() {
   if (busy_.Cancelled()) return std::nullopt;
   PJPcViewerInformation information{};
   const std::int32_t result = library_.PJGetPcViewerInformation(handle_, &information);
   const bool hidden = result == kBeamlinkNoPanelInformation;
   if (!Passed(MessageCategory::kExchange, hidden ? kBeamlinkOk : result)) return std::nullopt;
-  if (hidden) return kDefaultPanelSize;
-  return PanelSize{information.PanelWidth, information.PanelHeight};
+  if (hidden) return PanelAnswer{kDefaultPanelSize, false};
+  return PanelAnswer{{information.PanelWidth, information.PanelHeight}, true};
+}
+
+bool ProjectorLink::SendProbe() {
+  if (!Passed(MessageCategory::kExchange, SendRaw(FrameOf(kProbeText)))) return false;
+  const auto error = ReplyError();
+  if (error && *error != 0) Fail(MessageCategory::kReply, *error);
+  return error == 0;
+}
+
+void ProjectorLink::Fail(MessageCategory category, std::int32_t code) {
+  failure_ = LinkFailure{category, code};
+  messages_.ShowMessage(category, code);
 }
 
 std::int32_t ProjectorLink::SendRaw(const Frame& frame) {
@@ -204,7 +225,7 @@ bool ProjectorLink::ReplyTellsMode() const {
 
 std::optional<std::uint8_t> ProjectorLink::ReplyError() {
   if (reply_.size() >= kShortestReply) return reply_[kReplyErrorByte];
-  messages_.ShowMessage(MessageCategory::kExchange, kBeamlinkReceiveError);
+  Fail(MessageCategory::kExchange, kBeamlinkReceiveError);
   return std::nullopt;
 }
 
@@ -212,7 +233,7 @@ bool ProjectorLink::ReplyAccepted() {
   const auto error = ReplyError();
   if (!error) return false;
   if (*error == 0) return true;
-  messages_.ShowMessage(MessageCategory::kReply, kReplyFailed);
+  Fail(MessageCategory::kReply, kReplyFailed);
   return false;
 }
 
@@ -234,7 +255,7 @@ bool ProjectorLink::SendStore(const RegisterSet& registers) {
   if (!model) return false;
   const auto store = ComposeStore(registers, *model);
   if (!store) {
-    messages_.ShowMessage(MessageCategory::kReply, kReplyNotSupported);
+    Fail(MessageCategory::kReply, kReplyNotSupported);
     return false;
   }
   const std::int32_t extra = store->whole_block ? kWholeBlockExtraMilliseconds : 0;

@@ -27,6 +27,17 @@ using BeamlinkProvider = std::function<const BeamlinkFunctions*()>;
 // Loads the library of that name from the program's own folder at the first call and keeps it.
 BeamlinkProvider BeamlinkFromProgramFolder();
 
+// A failure that was shown: what failed, and the library's result or the reply's error byte.
+struct LinkFailure {
+  MessageCategory category = MessageCategory::kReply;
+  std::int32_t code = 0;
+};
+
+struct PanelAnswer {
+  PanelSize size;     // 1024x768 when none was told
+  bool told = false;  // the projector tells its panel
+};
+
 class ProjectorLink {
  public:
   // All must outlive this object. A link still open at the end is closed without a message.
@@ -47,6 +58,14 @@ class ProjectorLink {
   // The projector answers, tells its panel and accepts the probe frame. Returns the panel, 1024x768
   // when it reports none.
   std::optional<PanelSize> CheckConnection();
+
+  // The questions of CheckConnection one by one; Probe is true when the projector takes commands.
+  std::optional<PJRunningStatus> AskRunning();
+  std::optional<PanelAnswer> AskPanel();
+  bool Probe();
+
+  // The last failure since the link was opened, or tried to be.
+  const std::optional<LinkFailure>& LastFailure() const { return failure_; }
 
   // One command of the table (0..12, 14, 16..21); mode is that of command 18. Command 21 asks for
   // the model class first, which decides about its frame. A refusal in the reply is a failure.
@@ -76,8 +95,11 @@ class ProjectorLink {
   // One call of the library went through; else its failure is shown.
   bool Passed(MessageCategory category, std::int32_t result);
   bool SetTimeOut(std::int32_t milliseconds);
+  // Shows it and keeps it.
+  void Fail(MessageCategory category, std::int32_t code);
   bool CheckRunning();
-  std::optional<PanelSize> ReadPanel();
+  std::optional<PanelAnswer> ReadPanel();
+  bool SendProbe();
   // The raw exchange alone; keeps the reply.
   std::int32_t SendRaw(const Frame& frame);
   // Time-out, running status and raw exchange.
@@ -97,6 +119,8 @@ class ProjectorLink {
   std::int32_t handle_ = -1;
   std::int32_t time_out_ = 0;  // milliseconds
   std::int32_t last_open_error_ = 0;
+  PJRunningStatus running_{};
+  std::optional<LinkFailure> failure_;
   std::optional<ModelAnswer> model_;
   Frame reply_;
 };

@@ -16,7 +16,10 @@ bool SystemLanguageIsJapanese();
 // The user's roaming application-data folder.
 std::filesystem::path ApplicationDataFolder();
 
-// The folder of the running executable.
+// The running executable.
+std::filesystem::path ProgramFile();
+
+// Its folder.
 std::filesystem::path ProgramFolder();
 
 // The number under which the system knows this process.

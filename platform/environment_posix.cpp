@@ -21,9 +21,13 @@ std::filesystem::path ApplicationDataFolder() {
   return std::filesystem::path(EnvironmentVariable("HOME").value_or("/")) / ".config";
 }
 
-std::filesystem::path ProgramFolder() {
+std::filesystem::path ProgramFile() {
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+std::filesystem::path ProgramFolder() {
+  return ProgramFile().parent_path();
 }
 
 std::uint64_t ProcessId() {

@@ -26,16 +26,20 @@ std::filesystem::path ApplicationDataFolder() {
   return SUCCEEDED(result) ? std::filesystem::path(folder) : std::filesystem::path();
 }
 
-std::filesystem::path ProgramFolder() {
+std::filesystem::path ProgramFile() {
   std::wstring name(MAX_PATH, L'\0');
   for (;;) {
     const DWORD size = ::GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
     if (size < name.size()) {
       name.resize(size);
-      return std::filesystem::path(name).parent_path();
+      return name;
     }
     name.resize(name.size() * 2);
   }
+}
+
+std::filesystem::path ProgramFolder() {
+  return ProgramFile().parent_path();
 }
 
 std::uint64_t ProcessId() {

@@ -5,10 +5,11 @@
 namespace warpline {
 
 SharedLibrary::SharedLibrary(SharedLibrary&& other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)) {}
+    : handle_(std::exchange(other.handle_, nullptr)), failure_(std::move(other.failure_)) {}
 
 SharedLibrary& SharedLibrary::operator=(SharedLibrary&& other) noexcept {
   std::swap(handle_, other.handle_);
+  failure_.swap(other.failure_);
   return *this;
 }
 

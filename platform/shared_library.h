@@ -22,11 +22,15 @@ class SharedLibrary {
   // would look for such a file in places of its own.
   bool Load(const std::filesystem::path& full_path);
 
+  // Why the last Load failed, in the system's words.
+  const std::string& Failure() const { return failure_; }
+
   // The address of an exported function, null when there is none.
   void* Symbol(const char* name) const;
 
  private:
   void* handle_ = nullptr;
+  std::string failure_;
 };
 
 }  // namespace warpline

@@ -15,7 +15,11 @@ SharedLibrary::~SharedLibrary() {
 bool SharedLibrary::Load(const std::filesystem::path& full_path) {
   if (!full_path.is_absolute()) return false;
   void* handle = ::dlopen(full_path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle == nullptr) return false;
+  if (handle == nullptr) {
+    const char* const reason = ::dlerror();
+    failure_ = reason == nullptr ? "" : reason;
+    return false;
+  }
   if (handle_ != nullptr) ::dlclose(handle_);
   handle_ = handle;
   return true;

@@ -1,5 +1,8 @@
 #include <windows.h>
 
+#include <system_error>
+
+#include "platform/files.h"
 #include "platform/shared_library.h"
 
 namespace warpline {
@@ -18,7 +21,11 @@ bool SharedLibrary::Load(const std::filesystem::path& full_path) {
   // current folder.
   const HMODULE module = ::LoadLibraryExW(
       full_path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
-  if (module == nullptr) return false;
+  if (module == nullptr) {
+    const std::error_code error(static_cast<int>(::GetLastError()), std::system_category());
+    failure_ = SystemErrorText(error);
+    return false;
+  }
   if (handle_ != nullptr) ::FreeLibrary(static_cast<HMODULE>(handle_));
   handle_ = module;
   return true;
