@@ -269,21 +269,21 @@ void TryLibrary(const std::filesystem::path& folder, std::string_view library, s
   });
   if (names == all.end()) return;
   const std::filesystem::path file = folder / PathOf(SharedLibrary::FileName(library));
-  const std::string own(library);
+  const std::string own = std::string(library) + '.';
   const Steps steps(out);
   SharedLibrary loaded;
-  if (!steps.Do(own + '.' + kTrialFile, [&] { return FileFinding(file); }) ||
-      !steps.Do(own + '.' + kTrialKind, [&] { return KindFinding(file); }) ||
-      !steps.Do(own + '.' + kTrialLoad,
+  if (!steps.Do(own + kTrialFile, [&] { return FileFinding(file); }) ||
+      !steps.Do(own + kTrialKind, [&] { return KindFinding(file); }) ||
+      !steps.Do(own + kTrialLoad,
                 [&] { return loaded.Load(file) ? Finding{} : Failed(loaded.Failure()); })) {
     return;
   }
   for (const std::string_view entry : names->required) {
     const std::string name(entry);
-    steps.Do(own + '.' + name,
+    steps.Do(own + name,
              [&] { return loaded.Symbol(name.c_str()) != nullptr ? Finding{} : Failed(""); });
   }
-  steps.Do(own + '.' + kTrialOthers, [&] { return OthersFinding(loaded, *names); });
+  steps.Do(own + kTrialOthers, [&] { return OthersFinding(loaded, *names); });
 }
 
 void TryLink(const BeamlinkProvider& provider, const Settings& settings, const TrialRecord& record,

@@ -210,6 +210,7 @@ void LSSmain::ShowSteps() {
 
 void LSSmain::ShowStatus() {
   const WindowBusy& busy = parts_.busy;
+  GetMenuBar()->Check(MenuId("menu_help_record"), parts_.engine.recording.IsOn());
   controls_.status->Show(controller_.Status());
   if (!busy.IsFollowing() || busy.Steps() == 0) return;
   controls_.status->ShowWork(ProgressText(parts_.engine.global, busy.Step(), busy.Steps()),

@@ -94,6 +94,8 @@ class LSSmain : public wxFrame, private MainView {
   void MakeSetupSheet();
   void ShowHelp();
   void ShowAbout();
+  void ToggleRecording();
+  void CheckConnection();
 
   MainParts parts_;
   MainController controller_;

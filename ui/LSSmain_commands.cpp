@@ -20,7 +20,7 @@ struct LSSmain::Command {
 };
 
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  static constexpr std::array<Command, 29> kCommands{{
+  static constexpr std::array<Command, 31> kCommands{{
       {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
       {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
       {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
@@ -48,6 +48,8 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
       {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},
       {"menu_help_doc", [](LSSmain& w) { w.ShowHelp(); }},
       {"menu_help_about", [](LSSmain& w) { w.ShowAbout(); }},
+      {"menu_help_record", [](LSSmain& w) { w.ToggleRecording(); }},
+      {"menu_help_check", [](LSSmain& w) { w.CheckConnection(); }},
       {"initbutton", [](LSSmain& w) { w.controller_.Initialize(); }},
       {"applybutton", [](LSSmain& w) { w.controller_.Apply(); }},
       {"storebutton", [](LSSmain& w) { w.controller_.Store(); }},
@@ -103,6 +105,22 @@ void LSSmain::ShowHelp() {
 
 void LSSmain::ShowAbout() {
   ShowAboutBox(this, parts_.engine.global);
+}
+
+void LSSmain::ToggleRecording() {
+  ExchangeRecording& recording = parts_.engine.recording;
+  if (recording.IsOn()) {
+    recording.End();
+  } else {
+    const RecordChoice choice = parts_.choose_record(this, DataFolder(parts_.application_data));
+    if (!choice.file.empty()) recording.Begin(choice.file, choice.redacted);
+  }
+  ShowStatus();
+}
+
+void LSSmain::CheckConnection() {
+  OpenConnectionCheck(parts_, this);
+  ShowStatus();
 }
 
 // Escape ends what is sent while the projector follows the hand.

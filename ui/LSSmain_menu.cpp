@@ -21,7 +21,7 @@ struct MenuRow {
   const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
-constexpr std::array<MenuRow, 39> kMenuRows{{
+constexpr std::array<MenuRow, 42> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
@@ -61,6 +61,9 @@ constexpr std::array<MenuRow, 39> kMenuRows{{
     {"menu_help_doc", "menu_help", kMsgMenuReadMe, wxITEM_NORMAL, "F1"},
     {"", "menu_help", {}, wxITEM_SEPARATOR},
     {"menu_help_about", "menu_help", kMsgMenuAbout, wxITEM_NORMAL},
+    {"", "menu_help", {}, wxITEM_SEPARATOR},
+    {"menu_help_record", "menu_help", ToolText::kMenuRecord, wxITEM_CHECK},
+    {"menu_help_check", "menu_help", ToolText::kMenuCheck, wxITEM_NORMAL},
 }};
 
 wxString MenuCaption(const LSSglobal& global, const MenuRow& row) {

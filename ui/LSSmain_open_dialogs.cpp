@@ -14,6 +14,7 @@
 #include "ui/LSSapmode.h"
 #include "ui/LSSset.h"
 #include "ui/LSSwedit.h"
+#include "ui/connection_check_window.h"
 #include "ui/frmPjSearchCallDlg.h"
 #include "ui/read_me.h"
 #include "ui/sheet_dialog.h"
@@ -82,6 +83,11 @@ void OpenSetupSheet(const MainParts& parts, wxTopLevelWindow* owner, bool change
   if (!made || parts.show_page(sheet)) return;
   parts.engine.messages.ShowSystemError(
       FilledText(TextOf(parts.engine.global, ToolText::kSheetNotShown), {Utf8Of(sheet)}));
+}
+
+void OpenConnectionCheck(const MainParts& parts, wxTopLevelWindow* owner) {
+  ConnectionCheckWindow dialog(owner, parts);
+  dialog.ShowModal();
 }
 
 void OpenProjectorModes(const MainParts& parts, wxTopLevelWindow* owner) {

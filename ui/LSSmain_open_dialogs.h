@@ -25,6 +25,9 @@ void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner);
 // correction differs from its file.
 void OpenSetupSheet(const MainParts& parts, wxTopLevelWindow* owner, bool changed);
 
+// The check begins with the dialog.
+void OpenConnectionCheck(const MainParts& parts, wxTopLevelWindow* owner);
+
 // Opens when the mode in force could be read.
 void OpenProjectorModes(const MainParts& parts, wxTopLevelWindow* owner);
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "app/connection_check.h"
 #include "app/engine.h"
 #include "link/projector_search.h"
 #include "ui/file_chooser.h"
@@ -22,6 +23,10 @@ struct MainParts {
   std::function<bool(const std::filesystem::path&)> show_text;  // opens a text file, not waiting
   FileChoosers sheet_files;
   std::function<bool(const std::filesystem::path&)> show_page;  // opens a browser, not waiting
+  RecordChooser choose_record = {};
+  FileChoosers text_files = {};
+  // How the check of the connection tries something.
+  std::function<TrialRunner(std::function<bool()>)> trials = TrialInOwnProcess;
 };
 
 }  // namespace warpline

@@ -2,10 +2,12 @@
 
 #include <chrono>
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 #include <thread>
 
 #include "app/hand_over.h"
+#include "app/link_trial.h"
 #include "app/setup_sheet.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
@@ -49,7 +51,12 @@ wxPoint DefaultPosition() {
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
   SetAppName("WarplineTool");
-  words_ = SortWords(CommandLineWords());
+  const std::vector<std::string> words = CommandLineWords();
+  if (IsTrial(words)) {
+    RunTrial(words, std::cout);
+    return true;  // without a run, OnRun ends the program
+  }
+  words_ = SortWords(words);
   if (AnotherInstanceRuns() && EndsForOther()) return true;  // and that is no failure
   std::error_code ignored;
   std::filesystem::current_path(ProgramFolder(), ignored);
@@ -117,7 +124,8 @@ void Application::ShowMainWindow() {
   auto* window = new LSSmain({run_->engine, run_->busy, SystemFileChoosers(global, kTypeWlt),
                               SystemFileChoosers(global, kTypeWls), BeamseekFromProgramFolder(),
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor,
-                              SystemFileChoosers(global, kTypeHtml), OpenInBrowser});
+                              SystemFileChoosers(global, kTypeHtml), OpenInBrowser,
+                              SystemRecordChooser(global), SystemFileChoosers(global, "txt")});
   SetTopWindow(window);
   window->ShowFirst();
   window->CallAfter([window, file = words_.file] {

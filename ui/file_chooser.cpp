@@ -1,8 +1,10 @@
 #include "ui/file_chooser.h"
 
 #include <wx/filedlg.h>
+#include <wx/filedlgcustomize.h>
 
 #include <string>
+#include <utility>
 
 #include "ui/wx_text.h"
 
@@ -10,6 +12,9 @@ namespace warpline {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kTextType = "txt";
+constexpr const char* kRecordName = "recording.txt";
 
 // "Data Files (*.wlt)|*.wlt|All Files (*.*)|*.*": the second pattern has to be the system's own.
 wxString FilterOf(const LSSglobal& global, const std::string& type) {
@@ -32,7 +37,39 @@ fs::path ChooseToSave(const LSSglobal& global, const std::string& type, wxWindow
   return dialog.ShowModal() == wxID_OK ? PathOfWx(dialog.GetPath()) : fs::path();
 }
 
+// The dialog's box for leaving addresses out.
+class RedactBox : public wxFileDialogCustomizeHook {
+ public:
+  explicit RedactBox(wxString label) : label_(std::move(label)) {}
+
+  void AddCustomControls(wxFileDialogCustomize& customizer) override {
+    box_ = customizer.AddCheckBox(label_);
+  }
+  void TransferDataFromCustomControls() override { checked_ = box_->GetValue(); }
+  bool IsChecked() const { return checked_; }
+
+ private:
+  wxString label_;
+  wxFileDialogCheckBox* box_ = nullptr;
+  bool checked_ = false;
+};
+
+RecordChoice ChooseRecord(const LSSglobal& global, wxWindow* owner, const fs::path& folder) {
+  wxFileDialog dialog(owner, CaptionOf(global, ToolText::kRecordTitle), WxPath(folder), kRecordName,
+                      FilterOf(global, kTextType), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  RedactBox box(CaptionOf(global, ToolText::kRecordRedact));
+  dialog.SetCustomizeHook(box);
+  if (dialog.ShowModal() != wxID_OK) return {};
+  return {PathOfWx(dialog.GetPath()), box.IsChecked()};
+}
+
 }  // namespace
+
+RecordChooser SystemRecordChooser(const LSSglobal& global) {
+  return [&global](wxWindow* owner, const fs::path& folder) {
+    return ChooseRecord(global, owner, folder);
+  };
+}
 
 FileChoosers SystemFileChoosers(const LSSglobal& global, std::string_view type) {
   const std::string extension(type);

@@ -25,4 +25,15 @@ struct FileChoosers {
 // alone; saving asks before a file is overwritten. global must outlive them.
 FileChoosers SystemFileChoosers(const LSSglobal& global, std::string_view type);
 
+// What a recording goes into, and whether it leaves addresses out. An empty path: cancelled.
+struct RecordChoice {
+  std::filesystem::path file;
+  bool redacted = false;
+};
+using RecordChooser =
+    std::function<RecordChoice(wxWindow* owner, const std::filesystem::path& folder)>;
+
+// The system's dialog for saving, with a box of its own. global must outlive it.
+RecordChooser SystemRecordChooser(const LSSglobal& global);
+
 }  // namespace warpline

@@ -1,4 +1,5 @@
 #include <wx/filedlg.h>
+#include <wx/listctrl.h>
 #include <wx/modalhook.h>
 #include <wx/stattext.h>
 
@@ -339,6 +340,47 @@ TEST_F(OpenedWindow, CommandsWaitUntilTheProjectorHasFollowed) {
   EXPECT_EQ(rig.V().Distortion, 31);
   EXPECT_EQ(rig.server.Snapshot().Count.Shows, 2U);
   EXPECT_EQ(ControlOf(*rig.window, "status_shown").GetLabel(), "shows this correction, kept");
+}
+
+TEST_F(OpenedWindow, RecordsTheExchangeWhileItsItemIsChecked) {
+  const auto link = [this] { return rig.Find<wxStaticText>("status_link").GetLabelText(); };
+  rig.Pick("menu_help_record");
+  EXPECT_FALSE(rig.Item("menu_help_record").IsChecked()) << "no file was chosen";
+  rig.record = {rig.temp / "record.txt", true};
+  rig.Pick("menu_help_record");
+  EXPECT_TRUE(rig.Item("menu_help_record").IsChecked());
+  EXPECT_TRUE(link().StartsWith("Recording - LAN"));
+  rig.Press("applybutton");
+  const std::string text = TempFolder::Read(rig.record.file);
+  EXPECT_TRUE(text.ends_with("\tclosed\n")) << text;
+  EXPECT_EQ(text.find(rig.server.Address()), std::string::npos);
+  rig.Pick("menu_help_record");
+  EXPECT_FALSE(rig.Item("menu_help_record").IsChecked());
+  EXPECT_TRUE(link().StartsWith("LAN"));
+  rig.Press("applybutton");
+  EXPECT_EQ(TempFolder::Read(rig.record.file), text);
+}
+
+TEST_F(OpenedWindow, ShowsTheCheckAsATableThatCanBeSaved) {
+  rig.trial_lines = {"end\tprobe\tfailed\t12\t0\t3\t"};
+  rig.choices = {rig.temp / "check.txt"};
+  const ModalScript script("connection_check", [this](wxDialog& dialog) {
+    SettleUntil([&] { return ControlOf(dialog, "check_save").IsEnabled(); });
+    const auto& list = ControlOf<wxListCtrl>(dialog, "check_rows");
+    ASSERT_EQ(list.GetItemCount(), 6);
+    for (const auto& [column, text] : {std::pair(1, "Probe"),
+                                       {2, "failed"},
+                                       {4, "3"},
+                                       {5, "Cannot send. Switch on the power of the projector."},
+                                       {6, "Switch the projector on and wait until it is warm."}}) {
+      EXPECT_EQ(list.GetItemText(1, column), text);
+    }
+    PressIn(dialog, "check_save");
+    PressIn(dialog, "check_close");
+  });
+  rig.Pick("menu_help_check");
+  EXPECT_NE(TempFolder::Read(rig.temp / "check.txt").find("Verdict: Probe: Cannot send."),
+            std::string::npos);
 }
 
 }  // namespace

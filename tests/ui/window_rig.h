@@ -164,7 +164,14 @@ class WindowRig {
   // The window, as it is at first. Settings are changed before.
   LSSmain& Open() {
     window = new LSSmain({engine, busy, Choosers(), Choosers(), beamseek, temp.Path(), program,
-                          show_text, Choosers(), show_text});
+                          show_text, Choosers(), show_text,
+                          [this](const auto&...) { return record; }, Choosers(),
+                          [this](const auto&) -> TrialRunner {
+                            return [this](const auto&, const auto& take) {
+                              for (const std::string& line : trial_lines) take(line);
+                              return TrialOutcome();
+                            };
+                          }});
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
@@ -242,6 +249,8 @@ class WindowRig {
   LSSglobal& global = engine.global;
   BeamseekProvider beamseek;
   std::deque<fs::path> choices;
+  RecordChoice record;                   // the file to record into
+  std::vector<std::string> trial_lines;  // what each process of the check says
   std::vector<fs::path> texts_shown;
   std::function<bool(const fs::path&)> show_text = [this](const fs::path& file) {
     texts_shown.push_back(file);
