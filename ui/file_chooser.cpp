@@ -4,7 +4,6 @@
 #include <wx/filedlgcustomize.h>
 
 #include <string>
-#include <utility>
 
 #include "ui/wx_text.h"
 
@@ -40,7 +39,7 @@ fs::path ChooseToSave(const LSSglobal& global, const std::string& type, wxWindow
 // The dialog's box for leaving addresses out.
 class RedactBox : public wxFileDialogCustomizeHook {
  public:
-  explicit RedactBox(wxString label) : label_(std::move(label)) {}
+  explicit RedactBox(const wxString& label) : label_(label) {}
 
   void AddCustomControls(wxFileDialogCustomize& customizer) override {
     box_ = customizer.AddCheckBox(label_);
