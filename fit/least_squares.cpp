@@ -40,8 +40,8 @@ std::vector<double> LeastSquares(const Residuals& residuals, const std::vector<B
                                  int most_steps) {
   constexpr double kSettled = 1e-5;  // of the sum of squares
   constexpr double kMostDamping = 1e8;
-  std::vector<double> point;
-  for (const Bounded& bounded : start) point.push_back(bounded.Value);
+  std::vector<double> point(start.size());
+  std::ranges::transform(start, point.begin(), &Bounded::Value);
   Eigen::VectorXd here = ResidualsAt(residuals, point);
   double damping = 1e-3;
   for (int step = 0; step < most_steps && damping < kMostDamping; ++step) {

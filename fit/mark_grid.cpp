@@ -40,14 +40,17 @@ int IndexOf(const std::vector<double>& lines, double place) {
   return static_cast<int>(next - lines.begin()) - 1;
 }
 
+std::size_t CellOf(const MarkGrid& grid, int row, int column) {
+  return static_cast<std::size_t>(row) * static_cast<std::size_t>(grid.Columns) +
+         static_cast<std::size_t>(column);
+}
+
 // The mark at each cell of the grid, row by row.
 std::vector<int> CellsOf(const MarkGrid& grid, const std::vector<bool>& kept) {
-  std::vector<int> cells(
-      static_cast<std::size_t>(grid.Columns) * static_cast<std::size_t>(grid.Rows), kNoMark);
+  std::vector<int> cells(CellOf(grid, grid.Rows, 0), kNoMark);
   for (std::size_t i = 0; i < grid.Column.size(); ++i) {
     if (!kept[i]) continue;
-    cells[static_cast<std::size_t>(grid.Row[i] * grid.Columns + grid.Column[i])] =
-        static_cast<int>(i);
+    cells[CellOf(grid, grid.Row[i], grid.Column[i])] = static_cast<int>(i);
   }
   return cells;
 }
@@ -93,9 +96,7 @@ std::optional<MarkGrid> MarkGridOf(const Marks& marks, NamedText& reason) {
 
 NamedText OrderFault(const Marks& marks, const MarkGrid& grid, const std::vector<bool>& kept) {
   const std::vector<int> cells = CellsOf(grid, kept);
-  const auto at = [&](int row, int column) {
-    return cells[static_cast<std::size_t>(row * grid.Columns + column)];
-  };
+  const auto at = [&](int row, int column) { return cells[CellOf(grid, row, column)]; };
   int turned = 0;
   int triangles = 0;
   for (int row = 0; row + 1 < grid.Rows; ++row) {
