@@ -56,8 +56,7 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
       {"exitbutton", [](LSSmain& w) { w.Close(); }},
       {"corre_edit", [](LSSmain& w) { w.EditCurve(); }},
   }};
-  const auto* row = std::find_if(kCommands.begin(), kCommands.end(),
-                                 [name](const Command& each) { return each.name == name; });
+  const auto* row = std::ranges::find(kCommands, name, &Command::name);
   return row == kCommands.end() ? nullptr : row;
 }
 
