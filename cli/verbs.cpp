@@ -101,6 +101,8 @@ constexpr ArgumentRow kSheetArguments[] = {
     kSerialPort,
     kUsbPort,
     kTimeOut,
+    kRecord,
+    kRedact,
 };
 
 constexpr ArgumentRow kSearchArguments[] = {
