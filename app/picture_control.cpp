@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include "app/plain_caption.h"
 #include "core/catalogue.h"
 #include "model/parameter_groups.h"
 #include "picture/named_pictures.h"
+#include "picture/photograph.h"
+#include "platform/files.h"
 
 namespace warpline {
 namespace {
@@ -15,8 +19,10 @@ namespace {
 // What the pictures are called, in the order of their keys.
 constexpr std::array kPictureTexts{
     ToolText::kPictureCard,    ToolText::kPictureGrid,  ToolText::kPictureCheckerboard,
-    ToolText::kPictureCircles, ToolText::kPictureWhite,
+    ToolText::kPictureCircles, ToolText::kPictureWhite, ToolText::kPictureMarks,
+    ToolText::kPictureOwn,
 };
+constexpr std::size_t kOwnPicture = kPictureTexts.size() - 1;
 
 std::vector<std::string> LinesOf(const std::string& text) {
   std::vector<std::string> lines(1);
@@ -38,19 +44,51 @@ PictureControl::PictureControl(const Engine& engine, MainController& controller,
 
 void PictureControl::Begin(PictureDisplay display) {
   display_ = display;
+  if (!CanShow(picture_)) picture_ = 0;
+  wanted_ = picture_;
   KeepRow();
   Show(Page::kStart);
 }
 
+bool PictureControl::CanShow(std::size_t picture) const {
+  return picture == kOwnPicture || display_.Scale == 100 || !NamedPictures()[picture].pixel_exact;
+}
+
 RgbImage PictureControl::Picture() const {
+  if (picture_ == kOwnPicture) return FittedPicture(own_, display_.Pixels);
   return NamedPictures()[picture_].draw(display_.Pixels);
 }
 
-void PictureControl::ChoosePicture(int number) {
+PictureControl::Choice PictureControl::ChoosePicture(int number) {
   const auto index = static_cast<std::size_t>(number - 1);
-  if (index >= NamedPictures().size()) return;
+  if (index > kOwnPicture) return Choice::kRefused;
+  if (index == kOwnPicture && (own_.Width == 0 || picture_ == index)) return Choice::kFileWanted;
+  wanted_ = index;
+  if (!CanShow(index)) {
+    Show(Page::kRefused);
+    return Choice::kRefused;
+  }
   picture_ = index;
   Show(Page::kPicture);
+  return Choice::kTaken;
+}
+
+bool PictureControl::TakeOwnPicture(const std::filesystem::path& file) {
+  std::string bytes;
+  if (const std::error_code error = ReadWholeFile(file, bytes)) {
+    engine_.messages.ShowSystemError(SystemErrorText(error) + "\n" + Utf8Of(file));
+    return false;
+  }
+  NamedText reason;
+  std::optional<RgbImage> image = ImageOfPhotograph(bytes, reason);
+  if (!image) {
+    engine_.messages.ShowSystemError(TextOf(engine_.global, reason) + "\n" + Utf8Of(file));
+    return false;
+  }
+  own_ = std::move(*image);
+  picture_ = wanted_ = kOwnPicture;
+  Show(Page::kPicture);
+  return true;
 }
 
 void PictureControl::Step(int steps, int large_steps) {
@@ -151,8 +189,16 @@ PictureOverlay PictureControl::Overlay() const {
     return {
         TextOf(global, ToolText::kPictureStore), TextOf(global, ToolText::kPictureStoreKeys), {}};
   }
+  return PicturesOverlay();
+}
+
+PictureOverlay PictureControl::PicturesOverlay() const {
+  const LSSglobal& global = engine_.global;
   PictureOverlay overlay{
-      std::to_string(picture_ + 1), TextOf(global, kPictureTexts.at(picture_)), {}};
+      std::to_string(wanted_ + 1), TextOf(global, kPictureTexts.at(wanted_)), {}};
+  if (page_ == Page::kRefused) {
+    overlay.notes.push_back(TextOf(global, ToolText::kPictureNotExact));
+  }
   AddDisplayNotes(overlay.notes);
   if (page_ == Page::kStart) overlay.notes.push_back(TextOf(global, ToolText::kPictureHint));
   return overlay;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -41,6 +42,8 @@ inline constexpr std::chrono::milliseconds kOverlayFade{400};
 
 class PictureControl {
  public:
+  enum class Choice { kTaken, kRefused, kFileWanted };
+
   using Time = std::chrono::steady_clock::time_point;
   using Clock = std::function<Time()>;
 
@@ -56,8 +59,14 @@ class PictureControl {
   // The picture chosen, in the display's pixels.
   RgbImage Picture() const;
 
-  // Chooses by the key's number, 1 and up. Nothing happens when there is none.
-  void ChoosePicture(int number);
+  // Chooses by the key's number, 1 and up; the last one is the user's own picture, for which a file
+  // is wanted at first and when it is chosen once more. Refused, and said so in the overlay, is one
+  // that needs pixel for pixel on a display that does not show it so, or a number without one.
+  Choice ChoosePicture(int number);
+
+  // The user's own picture becomes that of a PNG or JPEG file, and is chosen. False, and a message,
+  // when it cannot be read.
+  bool TakeOwnPicture(const std::filesystem::path& file);
 
   // A key went down that moves the slider of the present row, by steps and by large steps.
   void Step(int steps, int large_steps);
@@ -92,11 +101,13 @@ class PictureControl {
   double Opacity() const;
 
  private:
-  enum class Page { kStart, kRow, kPicture, kKeys, kStore };
+  enum class Page { kStart, kRow, kPicture, kRefused, kKeys, kStore };
 
   void Show(Page page);
   void KeepRow();
+  bool CanShow(std::size_t picture) const;
   PictureOverlay RowOverlay() const;
+  PictureOverlay PicturesOverlay() const;
   void AddDisplayNotes(std::vector<std::string>& notes) const;
   void AddProjectorNotes(std::vector<std::string>& notes) const;
 
@@ -109,6 +120,8 @@ class PictureControl {
   Page page_ = Page::kStart;
   Time shown_;  // at the last key
   std::size_t picture_ = 0;
+  std::size_t wanted_ = 0;  // that was asked for last
+  RgbImage own_;            // of no size until there is one
   int row_ = 0;
 };
 

@@ -45,6 +45,7 @@ namespace warpline {
   X(PictureName)              \
   X(SheetOutput)              \
   X(NoteOption)               \
+  X(ImageOption)              \
   X(AuxOption)                \
   X(PanelOption)              \
   X(CheckPanelOption)         \

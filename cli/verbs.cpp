@@ -91,6 +91,7 @@ constexpr ArgumentRow kPictureArguments[] = {
     {"NAME", "", Take::kRequired, T::kPictureName},
     kPanel,
     {"-o", "OUT.png", Take::kRequired, T::kPngOutput},
+    {"--image", "FILE", Take::kOptional, T::kImageOption},
 };
 
 constexpr ArgumentRow kSheetArguments[] = {

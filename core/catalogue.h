@@ -168,6 +168,8 @@ inline constexpr int kMessageCount = 219;
   X(MenuPicture)               \
   X(MenuPictureOff)            \
   X(PictureDisplay)            \
+  X(PictureLabelSize)          \
+  X(PictureLabelPlace)         \
   X(PictureNoName)             \
   X(PictureTitle)              \
   X(PictureCard)               \
@@ -175,6 +177,9 @@ inline constexpr int kMessageCount = 219;
   X(PictureCheckerboard)       \
   X(PictureCircles)            \
   X(PictureWhite)              \
+  X(PictureMarks)              \
+  X(PictureOwn)                \
+  X(PictureNotExact)           \
   X(PictureHint)               \
   X(PictureKeysTitle)          \
   X(PictureKeys)               \

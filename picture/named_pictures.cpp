@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "picture/marks_picture.h"
 #include "picture/test_picture.h"
 
 namespace warpline {
@@ -16,7 +17,7 @@ RgbImage Draw(PanelSize panel) {
 constexpr NamedPicture kNamedPictures[] = {
     {"card", Draw<TestPattern::kCard>},           {"grid", Draw<TestPattern::kGrid>},
     {"checkerboard", Draw<TestPattern::kPixels>}, {"circles", Draw<TestPattern::kCircles>},
-    {"white", Draw<TestPattern::kWhite>},
+    {"white", Draw<TestPattern::kWhite>},         {"marks", MarksPicture, true},
 };
 
 int Scaled(int length, double scale) {

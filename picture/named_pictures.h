@@ -12,6 +12,7 @@ namespace warpline {
 struct NamedPicture {
   std::string_view name;  // the command line's word for it
   RgbImage (*draw)(PanelSize panel);
+  bool pixel_exact = false;  // of no use but pixel for pixel
 };
 
 // In the order of the keys that choose them: the first one by 1.

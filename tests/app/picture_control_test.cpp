@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/parameter_groups.h"
+#include "picture/named_pictures.h"
 #include "tests/app/controller_rig.h"
 
 // The keys on the test picture, and what stands over it.
@@ -81,6 +82,23 @@ TEST(PictureControl, StoresWhenItWasConfirmed) {
   EXPECT_EQ(std::ranges::count(sent, "01DF 12"), 1);
 }
 
+TEST(PictureControl, ShowsThePictureOfAFile) {
+  Rig rig;
+  rig.control.Begin({{320, 640}, 100});
+  const auto file = rig.temp.Write("own.png", *PngOf(NamedPictures()[4].draw({640, 320})));
+  EXPECT_EQ(rig.control.ChoosePicture(7), PictureControl::Choice::kFileWanted);
+  EXPECT_FALSE(rig.control.TakeOwnPicture(rig.temp.Write("a.txt", "none")));
+  EXPECT_FALSE(rig.control.TakeOwnPicture(rig.temp / "none.png"));
+  EXPECT_EQ(rig.display.messages.size(), 2U);
+  EXPECT_TRUE(rig.SaysFirst("1|"));
+  ASSERT_TRUE(rig.control.TakeOwnPicture(file));
+  const RgbImage image = rig.control.Picture();
+  for (const auto& [y, level] : {std::pair{238, 0}, {241, 255}, {398, 255}, {401, 0}}) {
+    EXPECT_EQ(image.At(160, y)[0], level) << y;
+  }
+  EXPECT_EQ(rig.control.ChoosePicture(7), PictureControl::Choice::kFileWanted) << "another one";
+}
+
 TEST(PictureControl, TheOverlaySaysWhatIsOffAndFades) {
   Rig rig;
   rig.control.Begin({{1024, 768}, 150});
@@ -94,6 +112,9 @@ TEST(PictureControl, TheOverlaySaysWhatIsOffAndFades) {
             "This display has 1024 x 768 pixels, the panel 16 x 12.");
   rig.control.ChoosePicture(9);
   EXPECT_TRUE(rig.SaysFirst("2|")) << "there is no such picture";
+  rig.control.ChoosePicture(6);
+  EXPECT_TRUE(rig.SaysFirst("6|Marks for a photograph|Shown pixel for pixel only.|"));
+  EXPECT_EQ(rig.control.Picture().Pixels, NamedPictures()[1].draw({1024, 768}).Pixels);
   const std::pair<int, double> opacities[] = {{1999, 1}, {2200, 0.5}, {2400, 0}, {9000, 0}};
   for (const auto& [milliseconds, opacity] : opacities) {
     rig.now = PictureControl::Time(std::chrono::milliseconds(milliseconds));

@@ -15,7 +15,7 @@ int GreenOf(const RgbImage& image, int x, int y) {
 TEST_F(PictureVerbTest, WritesEachPictureInThePanelsSize) {
   const std::tuple<std::string, int, int, int> pictures[] = {
       {"card", 48, 48, 160},     {"grid", 255, 48, 48},    {"checkerboard", 0, 255, 255},
-      {"circles", 149, 48, 210}, {"white", 255, 255, 255},
+      {"circles", 149, 48, 210}, {"white", 255, 255, 255}, {"marks", 48, 48, 48},
   };
   for (const auto& [name, first, second, third] : pictures) {
     SCOPED_TRACE(name);
@@ -30,6 +30,15 @@ TEST_F(PictureVerbTest, WritesEachPictureInThePanelsSize) {
     EXPECT_EQ(GreenOf(*image, 500, 300), third);
   }
   EXPECT_EQ(RunCli({"picture", "white", "-o", Name("none/a.png")}).exit_code, 1);
+  EXPECT_EQ(RunCli({"picture", "own", "-o", Name("b.png")}).exit_code, 2);
+  const Words own{"picture", "own", "--panel", "400x400", "-o", Name("b.png"), "--image"};
+  EXPECT_TRUE(Holds(RunCli(own + Words{Put("no.png", "no")}).err, "no photograph"));
+  ASSERT_EQ(RunCli(own + Words{Name("a.png")}).exit_code, 0);
+  NamedText reason;
+  const auto image = ImageOfPng(TempFolder::Read(Name("b.png")), reason);
+  ASSERT_TRUE(image);
+  EXPECT_EQ(GreenOf(*image, 200, 48), 0) << "black around it";
+  EXPECT_EQ(GreenOf(*image, 200, 50), 255) << "the line along the panel's edge";
 }
 
 }  // namespace
