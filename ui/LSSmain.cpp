@@ -21,7 +21,8 @@ LSSmain::LSSmain(MainParts parts)
       controller_(parts_.engine, *this, parts_.application_data),
       recovery_(parts_.engine, controller_, parts_.application_data),
       panel_(new wxPanel(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL,
-                         "main_panel")) {
+                         "main_panel")),
+      picture_(*this, parts_, controller_, [this](std::string_view name) { Run(name); }) {
   SetTitle(WxText(controller_.Caption()));
   // By its client area: after SetSize GTK puts the window up only when it knows the frame around
   // it, and has lost the position by then because the content was made meanwhile.
@@ -68,6 +69,8 @@ void LSSmain::CreateContent() {
   parts_.busy.SetSilentControl(controls_.scr_select);
   BindControls();
   BindWindow();
+  const int off = MenuId("menu_opt_picture_off");
+  picture_.Attach(*GetMenuBar()->FindItem(off)->GetMenu(), off);
   ShowModel();
 }
 
@@ -192,7 +195,7 @@ void LSSmain::ShowModel() {
 
 void LSSmain::ShowValues() {
   ShowTitle();
-  ShowGroupValues(controls_, parts_.engine.global, controller_.Group());
+  ShowGroupValues(controls_, parts_.engine.global, controller_.Group(), picture_.IsShown());
   GetMenuBar()->Check(MenuId("menu_edit_compare"), controller_.Comparing());
   ShowSteps();
   ShowStatus();
@@ -211,6 +214,7 @@ void LSSmain::ShowSteps() {
 void LSSmain::ShowStatus() {
   const WindowBusy& busy = parts_.busy;
   GetMenuBar()->Check(MenuId("menu_help_record"), parts_.engine.recording.IsOn());
+  picture_.Changed();
   controls_.status->Show(controller_.Status());
   if (!busy.IsFollowing() || busy.Steps() == 0) return;
   controls_.status->ShowWork(ProgressText(parts_.engine.global, busy.Step(), busy.Steps()),
@@ -279,6 +283,7 @@ void LSSmain::OnClose(wxCloseEvent& event) {
   }
   if (may_close) recovery_.End();  // who ends without an answer may want the work back
   if (view_ != nullptr) view_->Hide();
+  picture_.End();
   requests_.Stop();  // who asks now takes this one's place
   Destroy();
 }

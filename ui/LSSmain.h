@@ -12,6 +12,7 @@
 #include "ui/LSSmain_controls.h"
 #include "ui/LSSmain_parts.h"
 #include "ui/files_at_hand.h"
+#include "ui/picture_on_display.h"
 #include "ui/recovery_keeper.h"
 
 // The main window: it forwards what the user does to the controller and shows the model when it is
@@ -106,6 +107,7 @@ class LSSmain : public wxFrame, private MainView {
   bool preview_placed_ = false;
   bool closing_ = false;
   std::function<void()> waiting_;  // until the projector has followed the hand
+  PictureOnDisplay picture_;
   OpenDialogs dialogs_;
   RecentFiles recent_;
   Repeat requests_;  // looks for files that a later start hands over

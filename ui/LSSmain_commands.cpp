@@ -20,7 +20,7 @@ struct LSSmain::Command {
 };
 
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  static constexpr std::array<Command, 31> kCommands{{
+  static constexpr std::array<Command, 32> kCommands{{
       {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
       {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
       {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
@@ -43,6 +43,7 @@ const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
       {"menu_opt_lr_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kHorizontal); }},
       {"menu_opt_pjmode", [](LSSmain& w) { w.OpenProjectorMode(); }},
       {"menu_opt_setting", [](LSSmain& w) { w.OpenSettings(); }},
+      {"menu_opt_picture_off", [](LSSmain& w) { w.picture_.End(); }},
       {"menu_disp_magnification", [](LSSmain& w) { w.SetPreviewSize("menu_disp_magnification"); }},
       {"menu_disp_regular", [](LSSmain& w) { w.SetPreviewSize("menu_disp_regular"); }},
       {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},

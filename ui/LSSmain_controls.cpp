@@ -132,10 +132,13 @@ void ShowGroup(MainControls& controls, const LSSglobal& global, int group) {
   controls.lr_symm->GetParent()->Layout();
 }
 
-void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group) {
+void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group, bool bars) {
   const CorrectionData& correction = global.Correction;
   for (int row = 0; row < kSliderCount; ++row) {
-    controls.rows[static_cast<std::size_t>(row)]->ShowValue(SetUpSlider(correction, group, row));
+    SliderRow& place = *controls.rows[static_cast<std::size_t>(row)];
+    const SliderSetup setup = SetUpSlider(correction, group, row);
+    if (bars) place.ShowBar(setup);
+    place.ShowValue(setup);
   }
   controls.lr_symm->SetValue(correction.Axes[kHorizontal].Stadium == 1);
   controls.ud_symm->SetValue(correction.Axes[kVertical].Stadium == 1);

@@ -41,7 +41,8 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
 // values.
 void ShowGroup(MainControls& controls, const LSSglobal& global, int group);
 
-// The values and what can be used, without touching the sliders' positions.
-void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group);
+// The values and what can be used. bars: the sliders' positions too, which stay under the user's
+// hand otherwise.
+void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group, bool bars = false);
 
 }  // namespace warpline

@@ -21,7 +21,7 @@ struct MenuRow {
   const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
-constexpr std::array<MenuRow, 42> kMenuRows{{
+constexpr std::array<MenuRow, 43> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
@@ -53,6 +53,9 @@ constexpr std::array<MenuRow, 42> kMenuRows{{
     {"", "menu_opt", {}, wxITEM_SEPARATOR},
     {"menu_opt_pjmode", "menu_opt", kMsgMenuModeSettings, wxITEM_NORMAL},
     {"menu_opt_setting", "menu_opt", kMsgMenuCommunicationSettings, wxITEM_NORMAL},
+    {"", "menu_opt", {}, wxITEM_SEPARATOR},
+    {"menu_opt_picture", "menu_opt", ToolText::kMenuPicture, wxITEM_DROPDOWN},
+    {"menu_opt_picture_off", "menu_opt_picture", ToolText::kMenuPictureOff, wxITEM_CHECK},
     {"menu_disp", "", kMsgMenuDisplay, wxITEM_DROPDOWN},
     {"menu_disp_magnification", "menu_disp", kMsgMenuMagnification, wxITEM_RADIO},
     {"menu_disp_regular", "menu_disp", kMsgMenuRegular, wxITEM_RADIO},

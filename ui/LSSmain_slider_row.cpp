@@ -4,54 +4,19 @@
 #include <wx/settings.h>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"
 #include "toolkit/native/slider_place.h"
+#include "ui/slider_keys.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
 namespace {
 
-struct KeyRow {
-  int key;
-  int code;   // as the key release is reported; 0: as that of the mouse button
-  int lines;  // what a press adds to the slider's value, in lines and in pages
-  int pages;
-};
-
-constexpr int kToTheEnd = 1 << 17;  // more than any slider's range
-
-constexpr std::array<KeyRow, 17> kKeyRows{{
-    {WXK_PAGEUP, 0, 0, 1},
-    {WXK_PAGEDOWN, 0, 0, -1},
-    {WXK_END, 0, kToTheEnd, 0},
-    {WXK_HOME, 0, -kToTheEnd, 0},
-    {WXK_LEFT, 37, -1, 0},
-    {WXK_UP, 38, 1, 0},
-    {WXK_RIGHT, 39, 1, 0},
-    {WXK_DOWN, 40, -1, 0},
-    {WXK_NUMPAD_PAGEUP, 0, 0, 1},
-    {WXK_NUMPAD_PAGEDOWN, 0, 0, -1},
-    {WXK_NUMPAD_END, 0, kToTheEnd, 0},
-    {WXK_NUMPAD_HOME, 0, -kToTheEnd, 0},
-    {WXK_NUMPAD_LEFT, 37, -1, 0},
-    {WXK_NUMPAD_UP, 38, 1, 0},
-    {WXK_NUMPAD_RIGHT, 39, 1, 0},
-    {WXK_NUMPAD_DOWN, 40, -1, 0},
-    {WXK_SHIFT, 16, 0, 0},
-}};
-
 // How long no notch of the wheel comes before it counts as let go of, in milliseconds.
 constexpr int kWheelRest = 250;
-
-const KeyRow* FindKey(int key) {
-  const auto row = std::find_if(kKeyRows.begin(), kKeyRows.end(),
-                                [key](const KeyRow& each) { return each.key == key; });
-  return row == kKeyRows.end() ? nullptr : &*row;
-}
 
 constexpr int kZeroHeight = 5;  // DIP
 
@@ -198,17 +163,17 @@ void SliderRow::Take(int value) {
 // Keys and the wheel are handled here and not by the native sliders, which do not agree about the
 // vertical arrows, about the way that pages and the wheel go, nor about arrows with Shift.
 void SliderRow::OnKeyDown(wxKeyEvent& event) {
-  const KeyRow* key = FindKey(event.GetKeyCode());
+  const SliderKey* key = FindSliderKey(event.GetKeyCode());
   if (key == nullptr || key->key == WXK_SHIFT || event.ControlDown() || event.AltDown()) {
     event.Skip();
     return;
   }
-  Step(key->lines + key->pages * bar_->GetPageSize());
+  Step(key->steps + key->large_steps * bar_->GetPageSize());
 }
 
 void SliderRow::OnKeyUp(wxKeyEvent& event) {
   event.Skip();
-  const KeyRow* key = FindKey(event.GetKeyCode());
+  const SliderKey* key = FindSliderKey(event.GetKeyCode());
   if (key == nullptr) return;
   // Some systems still report Shift as held when it is Shift that goes up.
   const bool shift_alone =
@@ -275,6 +240,12 @@ void SliderRow::ShowValue(const SliderSetup& setup) {
   if (value_->GetValue() != text) value_->ChangeValue(text);
   SetAccessibleName(*bar_, spoken_name_, text);  // the slider itself says no unit
   Enable(setup.enabled);
+}
+
+void SliderRow::ShowBar(const SliderSetup& setup) {
+  filling_ = true;
+  if (bar_->GetValue() != setup.value) bar_->SetValue(setup.value);
+  filling_ = false;
 }
 
 void SliderRow::Enable(bool enabled) {

@@ -51,6 +51,9 @@ class SliderRow {
   // The text and whether the row can be used; the slider stays where the user has it.
   void ShowValue(const SliderSetup& setup);
 
+  // The slider itself, when it is not the user's hand on it that has changed the value.
+  void ShowBar(const SliderSetup& setup);
+
   // As if the user had moved the slider to that value and let go of it.
   void Take(int value);
 

@@ -125,6 +125,7 @@ void Application::ShowMainWindow() {
                               SystemFileChoosers(global, kTypeWls), BeamseekFromProgramFolder(),
                               ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor,
                               SystemFileChoosers(global, kTypeHtml), OpenInBrowser,
+                              SystemFileChoosers(global, "png;*.jpg;*.jpeg").open,
                               SystemRecordChooser(global), SystemFileChoosers(global, "txt")});
   SetTopWindow(window);
   window->ShowFirst();

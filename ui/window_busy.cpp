@@ -3,6 +3,7 @@
 #include <wx/evtloop.h>
 
 #include "toolkit/native/focus.h"
+#include "ui/window_messages.h"
 
 namespace warpline {
 namespace {
@@ -40,7 +41,7 @@ void WindowBusy::BeginBusy(BusyKind kind) {
   if (depth_++ > 0) return;
   kind_ = kind;
   cancelled_ = false;
-  if (progress_) progress_->Begin(window_);
+  if (progress_) progress_->Begin(MessageOwner());
   hourglass_ = std::make_unique<wxBusyCursor>();
   if (kind_ == BusyKind::kCommand) Disable();
 }

@@ -164,14 +164,15 @@ class WindowRig {
   // The window, as it is at first. Settings are changed before.
   LSSmain& Open() {
     window = new LSSmain({engine, busy, Choosers(), Choosers(), beamseek, temp.Path(), program,
-                          show_text, Choosers(), show_text,
+                          show_text, Choosers(), show_text, Choosers().open,
                           [this](const auto&...) { return record; }, Choosers(),
                           [this](const auto&) -> TrialRunner {
                             return [this](const auto&, const auto& take) {
                               for (const std::string& line : trial_lines) take(line);
                               return TrialOutcome();
                             };
-                          }});
+                          },
+                          [this] { return displays; }});
     wxTheApp->SetTopWindow(window);
     window->ShowFirst();
     Settle();
@@ -248,6 +249,7 @@ class WindowRig {
   Engine engine{display, busy};
   LSSglobal& global = engine.global;
   BeamseekProvider beamseek;
+  std::vector<DisplayPlace> displays;
   std::deque<fs::path> choices;
   RecordChoice record;                   // the file to record into
   std::vector<std::string> trial_lines;  // what each process of the check says

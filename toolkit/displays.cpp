@@ -1,0 +1,23 @@
+#include "toolkit/displays.h"
+
+#include <wx/display.h>
+
+#include "toolkit/native/full_screen.h"
+
+namespace warpline {
+
+std::vector<DisplayPlace> Displays() {
+  std::vector<DisplayPlace> displays;
+  for (unsigned number = 0; number < wxDisplay::GetCount(); ++number) {
+    const wxDisplay display(number);
+    const wxRect area = display.GetGeometry();
+    const double scale = PixelsPerUnit(display);
+    displays.push_back({number,
+                        display.GetName(),
+                        area,
+                        {wxRound(area.width * scale), wxRound(area.height * scale)}});
+  }
+  return displays;
+}
+
+}  // namespace warpline

@@ -1,0 +1,25 @@
+#include "toolkit/native/full_screen.h"
+
+#include "toolkit/native/toolkit_symbols_posix.h"
+
+namespace warpline {
+
+double PixelsPerUnit(const wxDisplay& display) {
+  return display.GetScaleFactor();
+}
+
+// wxWidgets's own cannot name the display. Where no window manager is at work it does nothing, and
+// the window stays as it was placed.
+void FillDisplay(wxTopLevelWindow& window, unsigned display) {
+  auto* screen_of = ToolkitFunction<void*(void*)>("gtk_widget_get_screen");
+  auto* fill = ToolkitFunction<void(void*, void*, int)>("gtk_window_fullscreen_on_monitor");
+  if (screen_of == nullptr || fill == nullptr) return;
+  fill(window.GetHandle(), screen_of(window.GetHandle()), static_cast<int>(display));
+}
+
+void LeaveFullScreen(wxTopLevelWindow& window) {
+  auto* leave = ToolkitFunction<void(void*)>("gtk_window_unfullscreen");
+  if (leave != nullptr) leave(window.GetHandle());
+}
+
+}  // namespace warpline

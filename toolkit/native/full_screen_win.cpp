@@ -1,0 +1,18 @@
+#include "toolkit/native/full_screen.h"
+
+namespace warpline {
+
+// The program is aware of each monitor's scale, so units are pixels.
+double PixelsPerUnit(const wxDisplay&) {
+  return 1;
+}
+
+void FillDisplay(wxTopLevelWindow& window, unsigned) {
+  window.ShowFullScreen(true);
+}
+
+void LeaveFullScreen(wxTopLevelWindow& window) {
+  window.ShowFullScreen(false);
+}
+
+}  // namespace warpline

@@ -1,0 +1,53 @@
+#include "ui/display_labels.h"
+
+#include <wx/dcbuffer.h>
+#include <wx/graphics.h>
+
+#include <memory>
+
+#include "ui/overlay_painter.h"
+
+namespace warpline {
+namespace {
+
+const wxColour kMarked(0, 84, 180);
+
+wxPopupWindow* CreateLabel(wxWindow& owner, const DisplayPlace& display, const PictureOverlay& text,
+                           bool marked) {
+  auto* label = new wxPopupWindow(&owner);
+  label->SetName("display_label");
+  label->SetBackgroundStyle(wxBG_STYLE_PAINT);
+  OverlayLayout layout = LayOverlay(*label, text, OverlayPlace::kMiddle, display.Area.GetSize());
+  const wxRect area = layout.area;
+  for (OverlayLayout::Line& line : layout.lines) line.at -= area.GetPosition();
+  layout.area = wxRect();
+  label->Bind(wxEVT_PAINT, [label, layout, marked](wxPaintEvent&) {
+    wxAutoBufferedPaintDC dc(label);
+    dc.SetBackground(wxBrush(marked ? kMarked : *wxBLACK));
+    dc.Clear();
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
+    if (context) PaintOverlay(*context, layout, 1);
+  });
+  label->SetSize(wxRect(display.Area.GetPosition() + area.GetPosition(), area.GetSize()));
+  return label;
+}
+
+}  // namespace
+
+void DisplayLabels::Show(wxWindow& owner, const std::vector<DisplayPlace>& displays,
+                         const std::vector<PictureOverlay>& texts, std::size_t marked) {
+  Hide();
+  for (std::size_t i = 0; i < displays.size(); ++i) {
+    labels_.emplace_back(CreateLabel(owner, displays[i], texts[i], i == marked));
+    labels_.back()->Show();
+  }
+}
+
+void DisplayLabels::Hide() {
+  for (const auto& label : labels_) {
+    if (label) label->Destroy();
+  }
+  labels_.clear();
+}
+
+}  // namespace warpline
