@@ -40,7 +40,7 @@ target_compile_options(warpline_options INTERFACE
 target_compile_definitions(warpline_options INTERFACE
   WARPLINE_PLATFORM_HEADER="platform/library_call_${WARPLINE_TWIN}.h")
 target_link_libraries(warpline_options INTERFACE Threads::Threads)
-option(WARPLINE_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+set(WARPLINE_SANITIZE "" CACHE STRING "The sanitizers to build with, as -fsanitize takes them")
 if(NOT WIN32 AND NOT WARPLINE_SANITIZE)
   # As the distribution's own programs are built; what checks the calls of the C library wants an optimizing compiler.
   target_compile_options(warpline_options INTERFACE -fstack-protector-strong)
@@ -66,8 +66,8 @@ endif()
 
 if(WARPLINE_SANITIZE)
   target_compile_options(warpline_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(warpline_options INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${WARPLINE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(warpline_options INTERFACE -fsanitize=${WARPLINE_SANITIZE})
 endif()
 
 # Takes the other system's twins out of a list of sources.
