@@ -255,8 +255,8 @@ void NumberCell(RgbImage& image, int number, int x, int y) {
 
 // Every second line has its number, at the panel's edge and in its middle.
 void DrawGrid(RgbImage& image) {
-  constexpr Rgb kFaint = Rounded(kHatch);
-  constexpr Rgb kBetween = Rounded(kGround);
+  static constexpr Rgb kFaint = Rounded(kHatch);
+  static constexpr Rgb kBetween = Rounded(kGround);
   Fill(image, [](int x, int y) {
     if (x % kSquare == 0 || y % kSquare == 0) return kWhite;
     return x % 8 == 0 || y % 8 == 0 ? kFaint : kBetween;
