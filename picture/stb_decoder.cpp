@@ -9,6 +9,8 @@
 #define STBI_NO_STDIO
 #include <stb/stb_image.h>
 
+#include "picture/jpeg_tables.h"
+
 namespace warpline {
 namespace {
 
@@ -46,6 +48,7 @@ std::optional<PanelSize> SizeOfPicture(std::string_view bytes) {
   PanelSize size{};
   if (IsPng(bytes) && SizeOfPng(bytes, size)) return size;
   int channels = 0;
+  if (!IsPng(bytes) && !CodeTablesFit(bytes)) return std::nullopt;
   if (stbi_info_from_memory(source.data, source.size, &size.Width, &size.Height, &channels) == 0) {
     return std::nullopt;
   }
@@ -59,6 +62,7 @@ std::optional<RgbImage> DecodedPicture(std::string_view bytes) {
   int height = 0;
   int channels = 0;
   const bool opaque = !IsPng(bytes);
+  if (opaque && !CodeTablesFit(bytes)) return std::nullopt;
   const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
       stbi_load_from_memory(source.data, source.size, &width, &height, &channels, opaque ? 3 : 4),
       stbi_image_free);

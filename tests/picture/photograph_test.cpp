@@ -115,6 +115,7 @@ TEST(Photograph, ThatCannotBeReadIsToldOf) {
       {huge_png, "20000x20000"},
       {PngOf(BlackImage({1, 1})).value(), "1x1"},
       {jpeg.substr(0, jpeg.find("\xFF\xDA")), "damaged"},
+      {std::string(jpeg).replace(jpeg.find("\xFF\xC4") + 5, 16, 16, ' '), "no photograph"},
       {huge_png.replace(16, 8, "\0\0\x02\0\0\0\x02\0"s), "damaged"}};
   for (const auto& [bytes, part] : cases) {
     NamedText reason;
