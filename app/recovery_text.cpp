@@ -17,7 +17,9 @@ constexpr std::string_view kFile = "; File: ";
 constexpr std::string_view kChanged = "; Changed: ";  // seconds since 1970
 constexpr std::string_view kLastLine = "; End";
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::int64_t kLatest = 253402300799;  // the last second of the year 9999
+// The last second that a WallTime can be, in the year 2262.
+constexpr std::int64_t kLatest =
+    std::chrono::floor<std::chrono::seconds>(WallTime::max()).time_since_epoch().count();
 
 // A file name may hold line ends; "%" and two digits stand for what would break a line.
 std::string Escaped(std::string_view text) {
