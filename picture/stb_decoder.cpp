@@ -37,6 +37,19 @@ bool SizeOfPng(std::string_view bytes, PanelSize& size) {
   return true;
 }
 
+// The library makes room for what a chunk claims to hold before it looks whether it is there.
+bool ChunksFit(std::string_view png) {
+  constexpr std::size_t kAroundData = 12;  // length and name before it, a check sum behind it
+  for (std::string_view rest = png.substr(8); rest.size() >= kAroundData;) {
+    std::size_t length = 0;
+    for (const char byte : rest.substr(0, 4)) length = length << 8 | static_cast<stbi_uc>(byte);
+    if (length > rest.size() - kAroundData) return false;
+    if (rest.substr(4, 4) == "IEND") return true;  // what follows is none of the picture's
+    rest.remove_prefix(kAroundData + length);
+  }
+  return true;
+}
+
 }  // namespace
 
 bool IsPng(std::string_view bytes) {
@@ -62,7 +75,7 @@ std::optional<RgbImage> DecodedPicture(std::string_view bytes) {
   int height = 0;
   int channels = 0;
   const bool opaque = !IsPng(bytes);
-  if (opaque && !CodeTablesFit(bytes)) return std::nullopt;
+  if (opaque ? !CodeTablesFit(bytes) : !ChunksFit(bytes)) return std::nullopt;
   const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
       stbi_load_from_memory(source.data, source.size, &width, &height, &channels, opaque ? 3 : 4),
       stbi_image_free);
