@@ -6,9 +6,6 @@
 namespace warpline {
 namespace {
 
-// The port that every projector listens on goes without saying.
-constexpr std::string_view kUsualPort = "7142";
-
 ToolText ShownKey(const LSSglobal& global, const ProjectorRecord& record) {
   switch (record.shown) {
     case Shown::kUnknown:
@@ -51,7 +48,8 @@ std::string ConnectionText(const LSSglobal& global) {
   if (settings.ConnectDevice == kUsb) {
     return FilledText(TextOf(global, ToolText::kLinkUsb), {std::to_string(settings.USBPort + 1)});
   }
-  const bool usual = settings.LANPort == kUsualPort;
+  // The port that every projector listens on goes without saying.
+  const bool usual = settings.LANPort == kUsualLanPort;
   return FilledText(TextOf(global, ToolText::kLinkLan),
                     {settings.IPAddress + (usual ? "" : ":" + settings.LANPort)});
 }

@@ -72,6 +72,7 @@ namespace warpline {
   X(MissingVerb)              \
   X(UnknownVerb)              \
   X(UnknownOption)            \
+  X(DidYouMean)               \
   X(UnexpectedArgument)       \
   X(MissingArgument)          \
   X(MissingValue)             \

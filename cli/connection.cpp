@@ -21,17 +21,17 @@ constexpr std::size_t kMaxAddressCharacters = kBeamlinkParameterSize - 1;
 
 bool TakeLan(const VerbInput& input, Session& session) {
   const std::string& text = input.Text("--lan");
-  const std::size_t colon = text.rfind(':');
-  const bool has_address =
-      colon != std::string::npos && colon > 0 && colon <= kMaxAddressCharacters;
-  if (!has_address || !WholeNumber<int>(text.substr(colon + 1), 1, kMaxTcpPort)) {
+  const std::size_t colon = std::min(text.rfind(':'), text.size());
+  const std::string port(colon == text.size() ? kUsualLanPort : text.substr(colon + 1));
+  const bool has_address = colon > 0 && colon <= kMaxAddressCharacters;
+  if (!has_address || !WholeNumber<int>(port, 1, kMaxTcpPort)) {
     session.UsageError(CliText::kBadLan, {text});
     return false;
   }
   Settings& settings = session.engine.global.Settings;
   settings.ConnectDevice = kLan;
   settings.IPAddress = text.substr(0, colon);
-  settings.LANPort = text.substr(colon + 1);
+  settings.LANPort = port;
   return true;
 }
 

@@ -9,6 +9,7 @@
 #include "app/fault_report.h"
 #include "cli/verbs.h"
 #include "core/language_word.h"
+#include "core/nearest_word.h"
 
 namespace warpline {
 
@@ -16,9 +17,14 @@ namespace {
 
 constexpr const char* kProgram = "warpline";
 
+// The long name of an option whose short one is its name in the verbs' tables.
+std::string NamesOf(const ArgumentRow& row) {
+  return row.name == "-o" ? "-o,--output" : std::string(row.name);
+}
+
 // The parser only sorts words into options and arguments; what they mean is decided by the verbs.
 CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& texts) {
-  const std::string name(row.name);
+  const std::string name = NamesOf(row);
   if (row.take == Take::kFlag) return app.add_flag(name, texts[row.help]);
   CLI::Option* option = app.add_option(
       name, [](const CLI::results_t&) { return true; }, texts[row.help]);
@@ -72,16 +78,43 @@ bool LooksLikeOption(const std::string& word) {
   return word.size() > 1 && word.front() == '-';
 }
 
+std::vector<std::string> OptionNames(const CLI::App& app) {
+  const auto verbs = app.get_subcommands();
+  const CLI::App& given = verbs.empty() ? app : *verbs.front();
+  std::vector<std::string> names;
+  for (const CLI::Option* option : given.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+std::vector<std::string> VerbNames() {
+  std::vector<std::string> names;
+  for (const Verb& verb : Verbs()) names.emplace_back(verb.name);
+  return names;
+}
+
+// What is wrong with a word, and the known one that was probably meant.
+int TellUnknown(const Session& session, CliText key, const std::string& word,
+                const std::vector<std::string>& known) {
+  const std::string nearest = NearestWord(word.substr(0, word.find('=')), known);
+  if (nearest.empty()) return session.UsageError(key, {word});
+  return session.UsageError(CliText::kDidYouMean, {session.texts.Fill(key, {word}), nearest});
+}
+
 // Words that fit nowhere; said before anything that is missing, which they were probably meant to
 // be.
 std::optional<int> TellUnknownWords(const CLI::App& app, const Session& session) {
   const std::vector<std::string> words = app.remaining(true);
   if (words.empty()) return std::nullopt;
   const auto option = std::find_if(words.begin(), words.end(), LooksLikeOption);
-  if (option != words.end()) return session.UsageError(CliText::kUnknownOption, {*option});
-  const bool verb_given = !app.get_subcommands().empty();
-  return session.UsageError(verb_given ? CliText::kUnexpectedArgument : CliText::kUnknownVerb,
-                            {words.front()});
+  if (option != words.end()) {
+    return TellUnknown(session, CliText::kUnknownOption, *option, OptionNames(app));
+  }
+  if (app.get_subcommands().empty()) {
+    return TellUnknown(session, CliText::kUnknownVerb, words.front(), VerbNames());
+  }
+  return session.UsageError(CliText::kUnexpectedArgument, {words.front()});
 }
 
 // The parser's own messages are English; what they say is said again in the user's language.
@@ -89,7 +122,11 @@ int TellUsageError(const CLI::App& app, const CLI::ParseError& error, const Sess
   if (const std::optional<int> told = TellUnknownWords(app, session)) return *told;
   const std::string message = error.what();
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-    if (app.get_subcommands().empty()) return session.UsageError(CliText::kMissingVerb);
+    if (app.get_subcommands().empty()) {
+      const int told = session.UsageError(CliText::kMissingVerb);
+      session.err << app.help();
+      return told;
+    }
     return session.UsageError(CliText::kMissingArgument, {ArgumentNamed(message)});
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {

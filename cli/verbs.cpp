@@ -7,7 +7,7 @@ namespace {
 using T = CliText;
 
 constexpr ArgumentRow kPanel{"--panel", "WxH", Take::kOptional, T::kPanelOption};
-constexpr ArgumentRow kLan{"--lan", "ADDRESS:PORT", Take::kOptional, T::kLanOption};
+constexpr ArgumentRow kLan{"--lan", "ADDRESS[:PORT]", Take::kOptional, T::kLanOption};
 constexpr ArgumentRow kSerialPort{"--serial", "N:SPEED", Take::kOptional, T::kSerialOption};
 constexpr ArgumentRow kUsbPort{"--usb", "N", Take::kOptional, T::kUsbOption};
 constexpr ArgumentRow kRecord{"--record", "FILE", Take::kOptional, T::kRecordOption};

@@ -18,6 +18,9 @@ inline constexpr std::int32_t kMaxTimeOutMs = 7000;
 // In bit/s; ComSpeed is an index.
 inline constexpr std::array<std::string_view, 4> kSerialSpeeds{"4800", "9600", "19200", "38400"};
 
+// The TCP port that every projector listens on.
+inline constexpr std::string_view kUsualLanPort = "7142";
+
 struct Settings {
   std::int16_t DemoMode = 0;          // 0..1; 1: no projector is contacted
   std::int16_t ConnectDevice = kLan;  // 0..2
@@ -27,12 +30,12 @@ struct Settings {
   std::int16_t ComPort = 0;           // 0..7: COM1..COM8
   std::int16_t ComSpeed = 3;          // 0..3: 4800, 9600, 19200, 38400 bit/s
   std::string IPAddress = "192.168.10.10";
-  std::string LANPort = "7142";    // never empty
-  std::int16_t USBPort = 0;        // 0..7: USB1..USB8
-  std::int16_t AutoApply = 1;      // 0..1: "Real Time"
-  std::int16_t AutoApplyMenu = 0;  // 0..1
-  std::int16_t TestPattern = 1;    // 0..1: the preview window is shown
-  std::int32_t DialogPosX = 0;     // main window, device units
+  std::string LANPort = std::string(kUsualLanPort);  // never empty
+  std::int16_t USBPort = 0;                          // 0..7: USB1..USB8
+  std::int16_t AutoApply = 1;                        // 0..1: "Real Time"
+  std::int16_t AutoApplyMenu = 0;                    // 0..1
+  std::int16_t TestPattern = 1;                      // 0..1: the preview window is shown
+  std::int32_t DialogPosX = 0;                       // main window, device units
   std::int32_t DialogPosY = 0;
   std::int16_t CommunicationMode = 0;  // 0 simple, 1 detailed
   bool SectionFound = false;           // the section line was met while reading; never written

@@ -11,6 +11,7 @@
 #include <variant>
 
 #include "core/language_word.h"
+#include "core/nearest_word.h"
 #include "platform/files.h"
 #include "sim/device/profile.h"
 #include "sim/texts/projector_texts.h"
@@ -20,6 +21,7 @@ namespace {
 
 using Text = ProjectorText;
 
+constexpr const char* kProgram = "warpline-projector";
 constexpr std::uint64_t kAnyNumber = std::numeric_limits<std::uint64_t>::max();
 
 // What the words say, before it is understood.
@@ -89,15 +91,15 @@ constexpr std::pair<const char*, const char*> kExclusive[] = {{"--usb", "--liste
                                                               {"--replay", "--record"}};
 constexpr std::pair<const char*, const char*> kNeeds[] = {{"--replay-to", "--replay"}};
 
-std::string ListOf(const std::vector<std::string>& choices) {
+std::string ListOf(const std::vector<std::string>& choices, const std::string& between) {
   std::string text;
-  for (const std::string& choice : choices) text += (text.empty() ? "{" : ",") + choice;
-  return text + "}";
+  for (const std::string& choice : choices) text += (text.empty() ? "" : between) + choice;
+  return text;
 }
 
 // What the help calls the value.
 std::string ValueName(const OptionRow& row, const ProjectorTexts& texts) {
-  if (!row.choices.empty()) return texts[Text::kTextLabel] + ":" + ListOf(row.choices);
+  if (!row.choices.empty()) return texts[Text::kTextLabel] + ":{" + ListOf(row.choices, ",") + "}";
   if (!std::holds_alternative<RawOptions::Number RawOptions::*>(row.place)) {
     return texts[Text::kTextLabel];
   }
@@ -109,7 +111,7 @@ std::string ValueName(const OptionRow& row, const ProjectorTexts& texts) {
 std::string ComplaintAboutChoice(const OptionRow& row, const std::string& value,
                                  const ProjectorTexts& texts) {
   if (row.choices.empty() || std::ranges::count(row.choices, value) > 0) return {};
-  return texts.Fill(Text::kNotAChoice, {value, ListOf(row.choices)});
+  return texts.Fill(Text::kNotAChoice, {row.name, ListOf(row.choices, ", "), value});
 }
 
 std::string ComplaintAboutNumber(const OptionRow& row, const std::string& value,
@@ -117,9 +119,9 @@ std::string ComplaintAboutNumber(const OptionRow& row, const std::string& value,
   std::uint64_t number = 0;
   const bool is_number = CLI::detail::lexical_cast(value, number);
   if (is_number && number >= row.least && number <= row.most) return {};
-  if (row.most == kAnyNumber) return texts.Fill(Text::kNotANumber, {value});
+  if (row.most == kAnyNumber) return texts.Fill(Text::kNotANumber, {row.name, value});
   return texts.Fill(Text::kNotInRange,
-                    {value, std::to_string(row.least), std::to_string(row.most)});
+                    {row.name, std::to_string(row.least), std::to_string(row.most), value});
 }
 
 // One way to declare an option for each type of place.
@@ -173,6 +175,16 @@ void Declare(CLI::App& app, RawOptions& raw, const ProjectorTexts& texts) {
   for (const auto& [one, other] : kNeeds) app.get_option(one)->needs(app.get_option(other));
 }
 
+// A word that fits nowhere, and the option that was probably meant.
+std::string ComplaintAboutWord(const std::string& word, const ProjectorTexts& texts) {
+  if (!word.starts_with('-')) return texts.Fill(Text::kUnexpectedWord, {word});
+  std::vector<std::string> names{"--help"};
+  for (const OptionRow& row : OptionRows()) names.emplace_back(row.name);
+  const std::string complaint = texts.Fill(Text::kUnknownOption, {word});
+  const std::string nearest = NearestWord(word.substr(0, word.find('=')), names);
+  return nearest.empty() ? complaint : texts.Fill(Text::kDidYouMean, {complaint, nearest});
+}
+
 // The parser's own messages are English; what they say is said again in the user's language. They
 // begin with the option's name and, where two options are at odds, end with the other's.
 std::string Complaint(const CLI::App& app, const CLI::ParseError& error,
@@ -182,9 +194,9 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error,
   const std::string last = message.substr(message.rfind(' ') + 1);
   switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
     case CLI::ExitCodes::ValidationError:
-      return message;  // made of ours
+      return message.substr(std::min(message.size(), first.size() + 2));  // made of ours
     case CLI::ExitCodes::ExtrasError:
-      return texts.Fill(Text::kUnexpectedWord, {app.remaining().front()});
+      return ComplaintAboutWord(app.remaining().front(), texts);
     case CLI::ExitCodes::ExcludesError:
       return texts.Fill(Text::kExcludes, {first, last});
     case CLI::ExitCodes::RequiresError:
@@ -319,13 +331,18 @@ class OptionReader {
   std::string reason_;
 };
 
+void TellUsageError(const std::string& complaint, const ProjectorTexts& texts, std::ostream& err) {
+  err << texts.Fill(Text::kErrorPrefix, {complaint}) << "\n"
+      << texts.Fill(Text::kSeeHelp, {kProgram}) << "\n";
+}
+
 }  // namespace
 
 std::optional<ProjectorOptions> ParseProjectorOptions(const std::vector<std::string>& words,
                                                       std::ostream& out, std::ostream& err,
                                                       int& exit_code) {
   const ProjectorTexts& texts = ProjectorTextsOf(LanguageOfWord(LanguageWord(words)));
-  CLI::App app(texts[Text::kProgram], "warpline-projector");
+  CLI::App app(texts[Text::kProgram], kProgram);
   RawOptions raw;
   Declare(app, raw, texts);
   exit_code = 2;
@@ -333,12 +350,12 @@ std::optional<ProjectorOptions> ParseProjectorOptions(const std::vector<std::str
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     OptionReader reader(raw, texts);
     if (reader.Read()) return reader.Options();
-    err << reader.Reason() << "\n";
+    TellUsageError(reader.Reason(), texts, err);
   } catch (const CLI::Success&) {
     out << app.help();
     exit_code = 0;
   } catch (const CLI::ParseError& error) {
-    err << Complaint(app, error, texts) << "\n" << texts[Text::kSeeHelp] << "\n";
+    TellUsageError(Complaint(app, error, texts), texts, err);
   }
   return std::nullopt;
 }

@@ -44,7 +44,10 @@ namespace warpline::sim {
   X(OptionReplay)                   \
   X(OptionReplayTo)                 \
   X(SeeHelp)                        \
+  X(ErrorPrefix)                    \
   X(UnexpectedWord)                 \
+  X(UnknownOption)                  \
+  X(DidYouMean)                     \
   X(MissingValue)                   \
   X(GivenTwice)                     \
   X(NotANumber)                     \

@@ -208,18 +208,20 @@ TEST_F(ProjectorVerbsTest, ConnectionOfTheSettings) {
 }
 
 TEST_F(ProjectorVerbsTest, OptionsBecomeSettings) {
-  Settings first_port, last_port, usb, lan, patient;
+  Settings first_port, last_port, usb, lan, usual, patient;
   first_port.ConnectDevice = last_port.ConnectDevice = kSerial;
   std::tie(first_port.ComPort, first_port.ComSpeed) = std::tuple(0, 0);
   std::tie(last_port.ComPort, last_port.ComSpeed) = std::tuple(7, 3);
   std::tie(usb.ConnectDevice, usb.USBPort) = std::tuple(kUsb, 7);
   std::tie(lan.IPAddress, lan.LANPort) = std::tuple("1234567890123456", "65535");
+  usual.IPAddress = "127.0.0.5";
   patient.SerialTimeOut = patient.LANTimeOut = patient.USBTimeOut = 7000;
   const std::tuple<const char*, const char*, Settings> rows[] = {
       {"--serial", "1:4800", first_port},
       {"--serial", "8:38400", last_port},
       {"--usb", "8", usb},
       {"--lan", "1234567890123456:65535", lan},
+      {"--lan", "127.0.0.5", usual},
       {"--timeout", "7000", patient},
   };
   for (const auto& [option, value, expected] : rows) {

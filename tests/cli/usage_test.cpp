@@ -7,8 +7,12 @@ namespace {
 // FLAT stands for a correction file that is there, '' for an empty word.
 constexpr const char* kUsageRows[][3] = {
     {"", "A verb is missing.", "コマンドを指定してください"},
+    {"", "\nUsage: warpline [OPTIONS] VERB", "\n使い方: warpline"},
+    {"preview FLAT --output", "--output needs a value.", "--output に値"},
     {"--language", "--language needs a value.", "--language に値を指定してください"},
     {"seek", "no verb \"seek\"", "「seek」というコマンドはありません"},
+    {"serach", "no verb \"serach\". Did you mean \"search\"?", "「search」ではありませんか"},
+    {"check --panle=9 FLAT", "Did you mean \"--panel\"?", "「--panel」ではありませんか"},
     {"--fast", "no option \"--fast\"", "「--fast」"},
     {"check --fast FLAT", "no option \"--fast\"", "「--fast」"},
     {"check --fast", "\"--fast\"", "「--fast」"},
@@ -37,7 +41,8 @@ constexpr const char* kUsageRows[][3] = {
     {"store a.wlr", "correction data file (wlt)", "(wlt)"},
     {"mode 3", "MODE must be a whole number from 0 to 2", "0～2"},
     {"mode --usb 1 --lan a:1", "only one", "同時に"},
-    {"mode --lan 127.0.0.1", "ADDRESS:PORT", "アドレス:ポート"},
+    {"mode --lan 127.0.0.1:", "ADDRESS:PORT", "アドレス:ポート"},
+    {"mode --lan 12345678901234567", "16 characters", "16 文字"},
     {"mode --lan 127.0.0.1:0", "\"127.0.0.1:0\"", "「127.0.0.1:0」"},
     {"mode --lan 127.0.0.1:65536", "1 to 65535", "1～65535"},
     {"mode --lan :7142", "\":7142\"", "「:7142」"},
