@@ -201,9 +201,9 @@ bool ProjectorCommands::TellFailures(const std::vector<UserMessage>& failures, B
   for (const UserMessage& failure : failures) {
     const bool last = &failure == &failures.back();
     if (last && cleared_) {
-      return messages_.Choose(
-                 failure.text, failure.icon,
-                 {TextOf(global_, ToolText::kSendAgain), TextOf(global_, ToolText::kClose)}) == 0;
+      UserMessage question = failure;
+      question.choices = {TextOf(global_, ToolText::kSendAgain), TextOf(global_, ToolText::kClose)};
+      return held_.Show(question) == 0;
     }
     held_.Show(failure);
   }

@@ -65,6 +65,7 @@ namespace warpline {
   X(TimeOutOption)            \
   X(RecordOption)             \
   X(RedactOption)             \
+  X(AndStoreOption)           \
   X(JsonOption)               \
   X(SearchTimeOutOption)      \
   X(ErrorPrefix)              \
@@ -93,6 +94,7 @@ namespace warpline {
   X(CorrectionFileNeeded)     \
   X(OutputFailed)             \
   X(DemoMode)                 \
+  X(StoreKeepsShown)          \
   X(Selectable)               \
   X(NotSelectable)            \
   X(NothingFound)             \

@@ -20,18 +20,15 @@ constexpr int kMaxTcpPort = 65535;
 constexpr std::size_t kMaxAddressCharacters = kBeamlinkParameterSize - 1;
 
 bool TakeLan(const VerbInput& input, Session& session) {
-  const std::string& text = input.Text("--lan");
-  const std::size_t colon = std::min(text.rfind(':'), text.size());
-  const std::string port(colon == text.size() ? kUsualLanPort : text.substr(colon + 1));
-  const bool has_address = colon > 0 && colon <= kMaxAddressCharacters;
-  if (!has_address || !WholeNumber<int>(port, 1, kMaxTcpPort)) {
-    session.UsageError(CliText::kBadLan, {text});
+  const std::optional<LanAddress> address = LanAddressOf(input.Text("--lan"));
+  if (!address) {
+    session.UsageError(CliText::kBadLan, {input.Text("--lan")});
     return false;
   }
   Settings& settings = session.engine.global.Settings;
   settings.ConnectDevice = kLan;
-  settings.IPAddress = text.substr(0, colon);
-  settings.LANPort = port;
+  settings.IPAddress = address->address;
+  settings.LANPort = address->port;
   return true;
 }
 
@@ -106,6 +103,20 @@ std::optional<int> BeginRecording(const VerbInput& input, Session& session) {
   }
   if (session.engine.recording.Begin(input.Path("--record"), redacted)) return std::nullopt;
   return kExitFailed;
+}
+
+std::optional<LanAddress> LanAddressOf(const std::string& text) {
+  const std::size_t colon = std::min(text.rfind(':'), text.size());
+  const std::string port(colon == text.size() ? kUsualLanPort : text.substr(colon + 1));
+  const bool has_address = colon > 0 && colon <= kMaxAddressCharacters;
+  if (!has_address || !WholeNumber<int>(port, 1, kMaxTcpPort)) return std::nullopt;
+  return LanAddress{text.substr(0, colon), port};
+}
+
+std::string TargetName(const Settings& settings) {
+  if (settings.ConnectDevice == kSerial) return "COM" + std::to_string(settings.ComPort + 1);
+  if (settings.ConnectDevice == kUsb) return "USB" + std::to_string(settings.USBPort + 1);
+  return settings.IPAddress + ":" + settings.LANPort;
 }
 
 }  // namespace warpline

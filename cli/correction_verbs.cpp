@@ -60,7 +60,7 @@ int RunProfile(const VerbInput& input, Session& session) {
 }
 
 int RunCurve(const VerbInput& input, Session& session) {
-  const bool is_shape = TypeOf(input.Path("FILE")) == kTypeWls;
+  const bool is_shape = session.KindOf(input.Path("FILE")) == kTypeWls;
   if (is_shape && input.Has("--axis")) return session.UsageError(CliText::kShapeHasNoAxis);
   const std::optional<Axis> axis = input.AxisChoice();
   if (!axis) return kExitUsage;

@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/check_texts.h"
@@ -31,16 +32,14 @@ nlohmann::ordered_json JsonOf(const CheckRow& row) {
   return json;
 }
 
-std::string JsonOf(const std::vector<CheckRow>& rows, const CheckVerdict& verdict) {
-  constexpr int kIndent = 2;
-  nlohmann::ordered_json json;
-  json["version"] = kToolVersion;
-  json["rows"] = nlohmann::ordered_json::array();
-  for (const CheckRow& row : rows) json["rows"].push_back(JsonOf(row));
-  json["good"] = verdict.good;
-  json["verdict"] = verdict.text;
-  json["advice"] = verdict.advice;
-  return json.dump(kIndent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+void Keep(const std::vector<CheckRow>& rows, const CheckVerdict& verdict, Report& report) {
+  nlohmann::ordered_json table = nlohmann::ordered_json::array();
+  for (const CheckRow& row : rows) table.push_back(JsonOf(row));
+  report.Set("version", kToolVersion);
+  report.Set("rows", std::move(table));
+  report.Set("good", verdict.good);
+  report.Set("verdict", verdict.text);
+  report.Set("advice", verdict.advice);
 }
 
 }  // namespace
@@ -49,7 +48,8 @@ int RunDoctor(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
   if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
   const LSSglobal& global = session.engine.global;
-  const bool as_json = input.Has("--json");
+  const bool as_json = session.report.Wanted();
+  session.report.Set("target", TargetName(global.Settings));
   std::vector<CheckRow> rows;
   const auto take = [&](const CheckRow& row) {
     if (!as_json) {
@@ -62,7 +62,8 @@ int RunDoctor(const VerbInput& input, Session& session) {
                        session.engine.recording, take})
           .Run();
   session.engine.recording.End();
-  session.out << (as_json ? JsonOf(rows, verdict) + '\n' : VerdictText(global, verdict));
+  if (!as_json) session.out << VerdictText(global, verdict);
+  Keep(rows, verdict, session.report);
   return verdict.good ? kExitOk : kExitFailed;
 }
 

@@ -1,7 +1,9 @@
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "app/fault_report.h"
 #include "cli/verbs.h"
@@ -40,7 +42,8 @@ void TellMissingFile(const Messages& messages) {
 bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view type,
              const Messages& messages) {
   std::error_code ignored;
-  if (type == kTypeIni && !std::filesystem::exists(path, ignored)) {
+  const bool is_file = path != kStandardName;
+  if (is_file && type == kTypeIni && !std::filesystem::exists(path, ignored)) {
     TellMissingFile(messages);
     return false;
   }
@@ -50,20 +53,39 @@ bool ReadAny(LSSfile& file, const std::filesystem::path& path, std::string_view 
 struct CheckedFile {
   bool accepted = false;
   std::string text;                          // why it was not
+  FilePlace place;                           // and where
   std::optional<CorrectionData> correction;  // of an accepted correction data file
 };
 
-CheckedFile CheckOne(const std::filesystem::path& path, Language language) {
+CheckedFile CheckOne(const std::filesystem::path& path, Session& session) {
   CollectingDisplay display;
   NoBusyIndicator busy;
   Engine engine(display, busy);
-  ApplyLanguage(engine.global, language);
-  const std::string type = TypeOf(path).value_or(std::string(kTypeWlt));
+  ApplyLanguage(engine.global, LanguageOf(session.engine.global));
+  engine.files.SetReader([&session](const std::filesystem::path& file, std::string& bytes) {
+    return session.Read(file, bytes);
+  });
+  const std::string type = session.KindOf(path).value_or(std::string(kTypeWlt));
   const auto read = [&] { return ReadAny(engine.files, path, type, engine.messages); };
   const bool accepted = ReportingFaults(engine.messages, read);
-  CheckedFile checked{accepted, display.line, std::nullopt};
+  CheckedFile checked{accepted, display.line, engine.files.Place(), std::nullopt};
   if (accepted && type == kTypeWlt) checked.correction = engine.files.Staging().Correction;
   return checked;
+}
+
+nlohmann::ordered_json JsonOf(const std::string& name, const CheckedFile& file) {
+  using Json = nlohmann::ordered_json;
+  const std::string key = file.place.Key();
+  return {{"file", name},
+          {"ok", file.accepted},
+          {"line", file.place.line == 0 ? Json() : Json(file.place.line)},
+          {"key", key.empty() ? Json() : Json(key)},
+          {"text", file.accepted ? Json() : Json(file.text)}};
+}
+
+std::string LineOf(const std::string& name, const CheckedFile& file, const CliTexts& texts) {
+  if (file.accepted) return texts.Fill(CliText::kCheckOk, {name});
+  return texts.Fill(CliText::kCheckFailed, {NameOfPlace(PathOf(name), file.place), file.text});
 }
 
 }  // namespace
@@ -72,23 +94,24 @@ int RunCheck(const VerbInput& input, Session& session) {
   const std::optional<PanelSize> panel = input.Panel();
   if (!panel) return kExitUsage;
   int exit_code = kExitOk;
+  nlohmann::ordered_json files = nlohmann::ordered_json::array();
   for (const std::string& name : input.Texts("FILE")) {
-    const CheckedFile file = CheckOne(PathOf(name), LanguageOf(session.engine.global));
+    const CheckedFile file = CheckOne(PathOf(name), session);
     if (!file.accepted) exit_code = kExitFailed;
-    session.out << (file.accepted ? session.texts.Fill(CliText::kCheckOk, {name})
-                                  : session.texts.Fill(CliText::kCheckFailed, {name, file.text}))
-                << '\n';
+    files.push_back(JsonOf(name, file));
+    if (!session.report.Wanted()) session.out << LineOf(name, file, session.texts) << '\n';
     if (!file.correction || !input.Has("--panel")) continue;
     TellDeviation(session, PathOf(name), *file.correction, *panel);
   }
+  session.report.Set("files", std::move(files));
   return exit_code;
 }
 
 int RunConvert(const VerbInput& input, Session& session) {
   const std::filesystem::path from = input.Path("IN");
   const std::filesystem::path to = input.Path("OUT");
-  const std::optional<std::string> type = TypeOf(from);
-  const std::optional<std::string> out_type = TypeOf(to);
+  const std::optional<std::string> type = session.KindOf(from);
+  const std::optional<std::string> out_type = to == kStandardName ? type : TypeOf(to);
   if (!type) return session.UsageError(CliText::kUnknownKind, {input.Text("IN")});
   if (!out_type) return session.UsageError(CliText::kUnknownKind, {input.Text("OUT")});
   if (type != out_type) {

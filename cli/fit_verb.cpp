@@ -164,7 +164,7 @@ std::optional<FitReport> FitFile(const std::filesystem::path& path, FitInput& fi
   const Messages& messages = session.engine.messages;
   session.OnFile(path, [&] {
     std::string text;
-    if (const std::error_code error = ReadWholeFile(path, text)) {
+    if (const std::error_code error = session.Read(path, text)) {
       messages.ShowSystemError(SystemErrorText(error));
       return false;
     }

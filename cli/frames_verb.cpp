@@ -61,7 +61,7 @@ std::optional<SendPlan> PlanOf(const VerbInput& input, const Session& session) {
 std::optional<RegisterSet> LoadRegisters(const VerbInput& input, PanelSize panel,
                                          Session& session) {
   const std::filesystem::path path = input.Path("FILE");
-  if (IsRegisterFile(path)) {
+  if (session.KindOf(path) == kTypeWlr) {
     if (!ReadRegisters(session, path)) return std::nullopt;
     const RegisterSet& read = session.engine.global.Registers;
     const std::optional<PanelSize> given =

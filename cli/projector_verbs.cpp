@@ -1,5 +1,6 @@
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "cli/connection.h"
 #include "cli/verbs.h"
@@ -14,10 +15,30 @@ namespace {
 int RunOnProjector(const VerbInput& input, Session& session,
                    const std::function<bool(ProjectorCommands&)>& work) {
   if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
-  if (session.engine.global.Settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
-  const bool done = work(session.engine.commands);
+  const Settings& settings = session.engine.global.Settings;
+  const std::string target = TargetName(settings);
+  session.report.Set("target", target);
+  session.report.Set("demo", settings.DemoMode == 1);
+  if (settings.DemoMode == 1) session.Tell(CliText::kDemoMode);
+  const bool done =
+      session.About([&target] { return target; }, [&] { return work(session.engine.commands); });
   session.engine.recording.End();
   return done ? kExitOk : kExitFailed;
+}
+
+// A projector that keeps what it shows may show something else than the file.
+void TellWhatIsKept(Session& session) {
+  const auto model = session.engine.link.AskedModelClass();
+  if (!model) return;
+  const bool keeps_shown = model->model_class >= kStoreCommandClass;
+  session.report.Set("kept", keeps_shown ? "shown" : "file");
+  if (keeps_shown) session.Tell(CliText::kStoreKeepsShown);
+}
+
+bool SendAndKeep(ProjectorCommands& commands, Session& session) {
+  if (!commands.Apply() || !commands.Store()) return false;
+  session.report.Set("kept", "file");
+  return true;
 }
 
 }  // namespace
@@ -25,25 +46,33 @@ int RunOnProjector(const VerbInput& input, Session& session,
 int RunApply(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
   const std::filesystem::path path = input.Path("FILE");
-  if (IsRegisterFile(path)) {
+  const bool keeps = input.Has("--store");
+  session.report.Set("file", input.Text("FILE"));
+  if (session.KindOf(path) == kTypeWlr) {
+    if (keeps) return session.UsageError(CliText::kCorrectionFileNeeded, {input.Text("FILE")});
     if (!ReadRegisters(session, path)) return kExitFailed;
     return RunOnProjector(input, session,
                           [](ProjectorCommands& commands) { return commands.SendRegisters(); });
   }
   if (!ReadCorrection(session, path)) return kExitFailed;
-  return RunOnProjector(input, session,
-                        [](ProjectorCommands& commands) { return commands.Apply(); });
+  return RunOnProjector(input, session, [&](ProjectorCommands& commands) {
+    return keeps ? SendAndKeep(commands, session) : commands.Apply();
+  });
 }
 
 int RunStore(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
   const std::filesystem::path path = input.Path("FILE");
-  if (IsRegisterFile(path)) {
+  session.report.Set("file", input.Text("FILE"));
+  if (session.KindOf(path) == kTypeWlr) {
     return session.UsageError(CliText::kCorrectionFileNeeded, {input.Text("FILE")});
   }
   if (!ReadCorrection(session, path)) return kExitFailed;
-  return RunOnProjector(input, session,
-                        [](ProjectorCommands& commands) { return commands.Store(); });
+  return RunOnProjector(input, session, [&session](ProjectorCommands& commands) {
+    if (!commands.Store()) return false;
+    TellWhatIsKept(session);
+    return true;
+  });
 }
 
 int RunInitialize(const VerbInput& input, Session& session) {
@@ -57,13 +86,16 @@ int RunMode(const VerbInput& input, Session& session) {
   if (!mode || !ChooseConnection(input, session)) return kExitUsage;
   if (input.Has("MODE")) {
     const auto wanted = static_cast<std::int16_t>(*mode);
+    session.report.Set("mode", *mode);
     return RunOnProjector(
         input, session, [wanted](ProjectorCommands& commands) { return commands.SetMode(wanted); });
   }
   return RunOnProjector(input, session, [&session](ProjectorCommands& commands) {
     const std::optional<std::int16_t> shown = commands.ReadMode();
-    if (shown) session.out << *shown << '\n';
-    return shown.has_value();
+    if (!shown) return false;
+    session.report.Set("mode", *shown);
+    if (!session.report.Wanted()) session.out << *shown << '\n';
+    return true;
   });
 }
 

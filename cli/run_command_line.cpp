@@ -35,7 +35,7 @@ CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& 
     option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args();
     option->inject_separator(row.take == Take::kLists);
   }
-  option->required(row.take != Take::kOptional && row.take != Take::kLists);
+  option->required(row.take == Take::kRequired || row.take == Take::kMany);
   return option;
 }
 
@@ -138,7 +138,7 @@ int TellUsageError(const CLI::App& app, const CLI::ParseError& error, const Sess
 void TellWhereHelpIs(const CLI::App& app, const Session& session) {
   const auto verbs = app.get_subcommands();
   const std::string name = verbs.empty() ? kProgram : kProgram + (" " + verbs.front()->get_name());
-  session.Tell(CliText::kSeeHelp, {name});
+  session.TellUser(CliText::kSeeHelp, {name});
 }
 
 VerbInput InputOf(const CLI::App& sub, const Verb& verb, Session& session) {
@@ -155,11 +155,16 @@ int RunVerb(const CLI::App& app, Session& session) {
   const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&given](const Verb& row) {
     return row.name == given.get_name();
   });
+  const VerbInput input = InputOf(given, *verb, session);
+  if (input.Has(kJsonOption)) session.report.Begin(verb->name);
   int exit_code = kExitFailed;
   ReportingFaults(session.engine.messages, [&] {
-    exit_code = verb->run(InputOf(given, *verb, session), session);
+    exit_code = verb->run(input, session);
     return exit_code == kExitOk;
   });
+  if (session.report.Wanted()) {
+    session.out << session.report.Line(exit_code == kExitOk) << '\n';
+  }
   return exit_code;
 }
 
@@ -183,16 +188,16 @@ int ParseAndRun(const std::vector<std::string>& words, Session& session) {
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& words, std::ostream& out, std::ostream& err,
-                   bool errors_seen) {
+                   bool errors_seen, std::istream& in) {
   const std::string language = LanguageWord(words);
-  Session session(out, err, LanguageOfWord(language));
+  Session session(out, err, LanguageOfWord(language), in);
   session.busy.SetSeen(errors_seen);
   if (!language.empty() && language != "ja" && language != "en") {
     return session.UsageError(CliText::kBadLanguage, {language});
   }
   const int exit_code = ParseAndRun(words, session);
   if (out.flush()) return exit_code;
-  session.Tell(CliText::kOutputFailed);
+  session.TellUser(CliText::kOutputFailed);
   return exit_code == kExitOk ? kExitFailed : exit_code;
 }
 

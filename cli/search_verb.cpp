@@ -1,6 +1,9 @@
 #include <chrono>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "app/communication_settings.h"
 #include "cli/connection.h"
@@ -29,8 +32,20 @@ bool WaitForEnd(ProjectorSearch& search, milliseconds time_out) {
 
 void Print(const FoundProjector& projector, Session& session) {
   const CliText state = projector.Selectable ? CliText::kSelectable : CliText::kNotSelectable;
-  session.out << projector.Address << '\t' << projector.Name << '\t' << session.texts[state]
-              << '\n';
+  const char* const word = projector.Selectable ? "yes" : "no";  // the same in every language
+  session.out << projector.Address << '\t' << projector.Name << '\t' << session.texts[state] << '\t'
+              << word << '\n';
+}
+
+void Tell(const std::vector<FoundProjector>& found, Session& session) {
+  nlohmann::ordered_json projectors = nlohmann::ordered_json::array();
+  for (const FoundProjector& projector : found) {
+    if (!session.report.Wanted()) Print(projector, session);
+    projectors.push_back({{"address", projector.Address},
+                          {"name", projector.Name},
+                          {"selectable", projector.Selectable}});
+  }
+  session.report.Set("projectors", std::move(projectors));
 }
 
 }  // namespace
@@ -46,7 +61,7 @@ int RunSearch(const VerbInput& input, Session& session) {
     return kExitFailed;
   }
   const std::vector<FoundProjector> found = search.Found();
-  for (const FoundProjector& projector : found) Print(projector, session);
+  Tell(found, session);
   if (found.empty()) session.Tell(CliText::kNothingFound);
   return found.empty() ? kExitFailed : kExitOk;
 }

@@ -14,6 +14,8 @@ constexpr ArgumentRow kRecord{"--record", "FILE", Take::kOptional, T::kRecordOpt
 constexpr ArgumentRow kRedact{"--redact", "", Take::kFlag, T::kRedactOption};
 constexpr ArgumentRow kTimeOut{"--timeout", "MS", Take::kOptional, T::kTimeOutOption};
 
+constexpr ArgumentRow kJson{kJsonOption, "", Take::kFlag, T::kJsonOption};
+
 constexpr ArgumentRow kRegistersArguments[] = {
     {"FILE", "", Take::kRequired, T::kCorrectionFile},
     kPanel,
@@ -41,6 +43,7 @@ constexpr ArgumentRow kFramesArguments[] = {
 constexpr ArgumentRow kCheckArguments[] = {
     {"FILE", "", Take::kMany, T::kAnyFiles},
     {"--panel", "WxH", Take::kOptional, T::kCheckPanelOption},
+    kJson,
 };
 constexpr ArgumentRow kConvertArguments[] = {
     {"IN", "", Take::kRequired, T::kInputFile},
@@ -54,6 +57,8 @@ constexpr ArgumentRow kApplyArguments[] = {
     kTimeOut,
     kRecord,
     kRedact,
+    {"--store", "", Take::kFlag, T::kAndStoreOption},
+    kJson,
 };
 constexpr ArgumentRow kStoreArguments[] = {
     {"FILE", "", Take::kRequired, T::kCorrectionFile},
@@ -63,9 +68,10 @@ constexpr ArgumentRow kStoreArguments[] = {
     kTimeOut,
     kRecord,
     kRedact,
+    kJson,
 };
-constexpr ArgumentRow kInitializeArguments[] = {kLan,     kSerialPort, kUsbPort,
-                                                kTimeOut, kRecord,     kRedact};
+constexpr ArgumentRow kInitializeArguments[] = {kLan,    kSerialPort, kUsbPort, kTimeOut,
+                                                kRecord, kRedact,     kJson};
 constexpr ArgumentRow kModeArguments[] = {
     {"MODE", "", Take::kOptional, T::kModeArgument},
     kLan,
@@ -74,10 +80,12 @@ constexpr ArgumentRow kModeArguments[] = {
     kTimeOut,
     kRecord,
     kRedact,
+    kJson,
 };
 constexpr ArgumentRow kVerifyArguments[] = {
     {"FILE", "", Take::kRequired, T::kCorrectionFile},
     {"--state", "STATE.json", Take::kRequired, T::kStateOption},
+    kJson,
 };
 
 constexpr ArgumentRow kPreviewArguments[] = {
@@ -108,6 +116,7 @@ constexpr ArgumentRow kSheetArguments[] = {
 
 constexpr ArgumentRow kSearchArguments[] = {
     {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
+    kJson,
 };
 
 constexpr ArgumentRow kFitArguments[] = {
@@ -123,13 +132,7 @@ constexpr ArgumentRow kFitArguments[] = {
 };
 
 constexpr ArgumentRow kDoctorArguments[] = {
-    {"--json", "", Take::kFlag, T::kJsonOption},
-    kLan,
-    kSerialPort,
-    kUsbPort,
-    kTimeOut,
-    kRecord,
-    kRedact,
+    kLan, kSerialPort, kUsbPort, kTimeOut, kRecord, kRedact, kJson,
 };
 
 constexpr Verb kVerbs[] = {

@@ -27,6 +27,9 @@ struct ArgumentRow {
   CliText help;
 };
 
+// Of every verb that has it: results and messages as one line of JSON.
+inline constexpr std::string_view kJsonOption = "--json";
+
 struct Verb {
   std::string_view name;
   CliText help;

@@ -87,7 +87,7 @@ std::optional<ShownState> ReadState(const VerbInput& input, Session& session) {
   const std::filesystem::path path = input.Path("--state");
   std::string text;
   const bool read = session.OnFile(path, [&] {
-    const std::error_code error = ReadWholeFile(path, text);
+    const std::error_code error = session.Read(path, text);
     if (error) session.engine.messages.ShowSystemError(SystemErrorText(error));
     return !error;
   });
@@ -143,6 +143,7 @@ std::string PixelText(double pixels) {
 }
 
 struct Verdict {
+  const char* name;  // the same in every language
   std::string text;
   int exit_code;
 };
@@ -152,12 +153,14 @@ struct Verdict {
 Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts& texts) {
   for (const Axis axis : {kHorizontal, kVertical}) {
     if (const auto line = results[axis].first_unlike) {
-      return {texts.Fill(CliText::kVerifyDiffers, {LineName(axis, *line, texts)}), kExitFailed};
+      return {"differs", texts.Fill(CliText::kVerifyDiffers, {LineName(axis, *line, texts)}),
+              kExitFailed};
     }
   }
   for (const Axis axis : {kHorizontal, kVertical}) {
     if (const auto line = results[axis].misfit) {
-      return {texts.Fill(CliText::kVerifyMisfit, {LineName(axis, *line, texts)}), kExitFailed};
+      return {"misfit", texts.Fill(CliText::kVerifyMisfit, {LineName(axis, *line, texts)}),
+              kExitFailed};
     }
   }
   std::string places;
@@ -167,8 +170,21 @@ Verdict Judge(const std::array<AxisResult, kAxisCount>& results, const CliTexts&
     if (!places.empty()) places += ", ";
     places += LineName(axis, difference.line, texts);
   }
-  if (places.empty()) return {texts[CliText::kVerifyAgrees], kExitOk};
-  return {texts.Fill(CliText::kVerifyBeyondEncoding, {places}), kExitOk};
+  if (places.empty()) return {"agrees", texts[CliText::kVerifyAgrees], kExitOk};
+  return {"beyond_encoding", texts.Fill(CliText::kVerifyBeyondEncoding, {places}), kExitOk};
+}
+
+void ReportVerdict(Report& report, const ShownState& state,
+                   const std::array<AxisResult, kAxisCount>& results, const Verdict& verdict) {
+  const auto of_axis = [&results](Axis axis) {
+    const Difference& difference = results[axis].from_profile;
+    return nlohmann::ordered_json{{"pixels", difference.pixels}, {"line", difference.line}};
+  };
+  report.Set("verdict", verdict.name);
+  report.Set("horizontal", of_axis(kHorizontal));
+  report.Set("vertical", of_axis(kVertical));
+  report.Set("bytes", state.bytes);
+  report.Set("frames", state.frames);
 }
 
 }  // namespace
@@ -180,6 +196,10 @@ int RunVerify(const VerbInput& input, Session& session) {
   const std::array<AxisResult, kAxisCount> results{CompareAxis(correction, *state, kHorizontal),
                                                    CompareAxis(correction, *state, kVertical)};
   const Verdict verdict = Judge(results, session.texts);
+  if (session.report.Wanted()) {
+    ReportVerdict(session.report, *state, results, verdict);
+    return verdict.exit_code;
+  }
   session.out << session.texts.Fill(
                      CliText::kVerifyResult,
                      {TextOf(session.engine.global, RowOfScreenType(correction.ScreenType).caption),

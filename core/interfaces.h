@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The two ways in which the code below the windows asks upwards. The windows and the command line
@@ -19,6 +20,8 @@ struct UserMessage {
   std::string text;
   MessageIcon icon = MessageIcon::kCritical;
   std::vector<std::string> choices;
+  std::string_view kind = {};  // what failed, the same in every language; empty: not told
+  int code = 0;                // of that kind
 
   bool operator==(const UserMessage&) const = default;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "core/link_results.h"
@@ -57,6 +58,10 @@ constexpr std::array<MessageRow, 32> kMessageRows{{
     {MessageCategory::kReply, kAnyCode, kMsgCommandFailed},
 }};
 
+// In the order of the categories.
+constexpr std::array<std::string_view, 6> kKinds{"reply",   "open",     "close",
+                                                 "timeout", "exchange", "file"};
+
 int MessageNumber(MessageCategory category, int code) {
   const auto fits = [code](MessageCategory wanted) {
     return [code, wanted](const MessageRow& row) {
@@ -79,7 +84,12 @@ const std::string& OutcomeText(const LSSglobal& global, MessageCategory category
 void Messages::ShowMessage(MessageCategory category, int code) const {
   std::string text = OutcomeText(global_, category, code);
   if (category != MessageCategory::kFile) text += "  Error : " + std::to_string(code);
-  Choose(text, MessageIcon::kCritical, {TextOf(global_, kMsgOk)});
+  display_.Show({TextOf(global_, kMsgTitle),
+                 std::move(text),
+                 MessageIcon::kCritical,
+                 {TextOf(global_, kMsgOk)},
+                 kKinds.at(static_cast<std::size_t>(category)),
+                 code});
 }
 
 void Messages::ShowText(int number, MessageIcon icon) const {

@@ -4,8 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "files/format_module.h"
-
 namespace warpline {
 namespace {
 
@@ -55,13 +53,14 @@ void LSSfile::ResetStaging() {
 bool LSSfile::OpenDataFile(const std::filesystem::path& path, std::string_view type) {
   const auto module = MakeFormatModule(type, staging_, messages_);
   if (module) module->ResetRead();
+  place_ = {};
   std::error_code ignored;
   if (type == kTypeIni && !std::filesystem::exists(path, ignored)) return false;
 
   std::string text;
-  const std::error_code error = ReadWholeFile(path, text);
+  const std::error_code error = reader_(path, text);
   if (error) return RefuseForSystem(messages_, error);
-  const auto refused = module ? ReadLines(text, *module) : kFileValueWrong;
+  const auto refused = module ? ReadLines(text, *module, place_) : kFileValueWrong;
   return refused ? Refuse(messages_, *refused) : true;
 }
 

@@ -7,8 +7,10 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "core/messages.h"
+#include "files/format_module.h"
 #include "files/formats.h"
 #include "platform/files.h"
 
@@ -18,6 +20,8 @@
 
 namespace warpline {
 
+using FileReader =
+    std::function<std::error_code(const std::filesystem::path& path, std::string& bytes)>;
 using FreeSpaceQuestion =
     std::function<std::uintmax_t(const std::filesystem::path& path, std::error_code& error)>;
 
@@ -26,6 +30,9 @@ class LSSfile {
   // The messages must outlive this object. The staging copy starts as the reset model. Free space
   // is asked for as FreeSpace tells it.
   explicit LSSfile(const Messages& messages, FreeSpaceQuestion free_space = FreeSpace);
+
+  // Files are read by this from now on, and not by ReadWholeFile.
+  void SetReader(FileReader reader) { reader_ = std::move(reader); }
 
   // Reads a file into the staging copy: what the file does not name stays as the last read left it,
   // but register texts are emptied first, and settings change only when the whole file was read. A
@@ -48,6 +55,9 @@ class LSSfile {
   // refused, read-only and hidden files too. Shows the message when they do not.
   bool MayWrite(const std::filesystem::path& path) const;
 
+  // The line that the last read did not accept; none when it was not for a line.
+  const FilePlace& Place() const { return place_; }
+
   // What the last reads left.
   FileData& Staging() { return staging_; }
 
@@ -60,6 +70,8 @@ class LSSfile {
 
   const Messages& messages_;
   FreeSpaceQuestion free_space_;
+  FileReader reader_ = ReadWholeFile;
+  FilePlace place_;
   FileData staging_;
 };
 

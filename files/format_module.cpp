@@ -1,5 +1,8 @@
 #include "files/format_module.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "core/conversions.h"
 
 namespace warpline {
@@ -14,14 +17,30 @@ std::string_view TakeLine(std::string_view& rest) {
   return line;
 }
 
+constexpr std::size_t kLongestStart = 64;  // longer than every key with its "="
+
 }  // namespace
 
-std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module) {
-  while (true) {
+// What stands in a foreign file is shown to the user as far as it is letters of a key.
+std::string FilePlace::Key() const {
+  const std::size_t equals = start.find('=');
+  if (equals == std::string::npos) return {};
+  std::string key = WithoutBlanks(start.substr(0, equals));
+  const bool is_key = std::all_of(key.begin(), key.end(), [](unsigned char letter) {
+    return letter < 0x80 && (std::isalnum(letter) != 0 || letter == '_');
+  });
+  return is_key ? key : std::string();
+}
+
+std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module,
+                                       FilePlace& place) {
+  for (place.line = 1;; ++place.line) {
     const std::string_view line = TakeLine(text);
     if (line.empty()) break;
+    place.start.assign(line.substr(0, kLongestStart));
     if (!module.ParseLine(line)) return kFileValueWrong;
   }
+  place = {};
   if (module.OldVersionSeen()) return kFileVersionDiffers;
   if (!module.HeaderSeen()) return kFileCorrupted;
   if (!module.CheckContents()) return kFileValueWrong;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,11 +40,27 @@ class FormatModule {
   virtual bool Write(std::vector<std::string>& lines) const = 0;
 };
 
+// Where reading is in a file, or where it has ended before its time.
+struct FilePlace {
+  std::size_t line = 0;  // from 1; 0: at no line
+  std::string start;     // how the line begins
+
+  // The line's key; empty when it begins with nothing that could be one.
+  std::string Key() const;
+};
+
 // The read loop and the checks after it over a file's whole text; the module has been reset before.
 // Lines end with LF or CR LF, the last one may end with the text, and the first empty line ends the
 // file. Returns the code of the message to show, nothing when the file was accepted. Faults of
-// ParseLine pass through.
-std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module);
+// ParseLine pass through. The place is that of the line which was not accepted, whatever ended the
+// reading, and none when all lines were.
+std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module,
+                                       FilePlace& place);
+
+inline std::optional<FileErrorCode> ReadLines(std::string_view text, FormatModule& module) {
+  FilePlace unused;
+  return ReadLines(text, module, unused);
+}
 
 // The lines as one text, each with CR LF.
 std::string JoinLines(const std::vector<std::string>& lines);

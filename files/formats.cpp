@@ -34,14 +34,15 @@ Module MakeWlr(FileData& data, const Messages& messages) {
 struct FormatRow {
   std::string_view type;
   std::uintmax_t space_needed;  // bytes
+  std::string_view header;      // how the one of each version begins
   Module (*make)(FileData& data, const Messages& messages);
 };
 
 constexpr std::array<FormatRow, 4> kFormats{{
-    {kTypeIni, 2048, MakeIni},
-    {kTypeWlt, 2048, MakeWlt},
-    {kTypeWls, 1024, MakeWls},
-    {kTypeWlr, 4096, MakeWlr},
+    {kTypeIni, 2048, "[Warpline Tool 3.0]", MakeIni},
+    {kTypeWlt, 2048, "[Warpline Tool Data File", MakeWlt},
+    {kTypeWls, 1024, "[Warpline Shape File", MakeWls},
+    {kTypeWlr, 4096, "[Warpline Register File]", MakeWlr},
 }};
 
 const FormatRow* FindFormat(std::string_view type) {
@@ -72,6 +73,13 @@ std::optional<std::string> TypeOf(const std::filesystem::path& path) {
   std::transform(word.begin(), word.end(), word.begin(), LowerCase);
   if (!word.empty()) word.erase(0, 1);
   return FindFormat(word) == nullptr ? std::nullopt : std::optional(word);
+}
+
+std::optional<std::string> TypeOfText(std::string_view text) {
+  for (const FormatRow& row : kFormats) {
+    if (text.find(row.header) != std::string_view::npos) return std::string(row.type);
+  }
+  return std::nullopt;
 }
 
 bool IsRegisterFile(const std::filesystem::path& path) {

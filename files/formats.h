@@ -41,6 +41,9 @@ std::uintmax_t SpaceNeeded(std::string_view type);
 // the four.
 std::optional<std::string> TypeOf(const std::filesystem::path& path);
 
+// The same for what stands in a file, by its header.
+std::optional<std::string> TypeOfText(std::string_view text);
+
 // A register file by its extension; whatever is opened under another name is correction data.
 bool IsRegisterFile(const std::filesystem::path& path);
 

@@ -6,6 +6,10 @@ namespace warpline {
 
 void PrepareConsole() {}
 
+void MakeInputBinary() {}
+
+void MakeOutputBinary() {}
+
 bool ErrorsAreSeen() {
   return isatty(STDERR_FILENO) == 1;
 }

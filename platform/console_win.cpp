@@ -1,4 +1,8 @@
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
+
+#include <cstdio>
 
 #include "platform/console.h"
 
@@ -6,6 +10,15 @@ namespace warpline {
 
 void PrepareConsole() {
   SetConsoleOutputCP(CP_UTF8);
+}
+
+void MakeInputBinary() {
+  _setmode(_fileno(stdin), _O_BINARY);
+}
+
+void MakeOutputBinary() {
+  std::fflush(stdout);
+  _setmode(_fileno(stdout), _O_BINARY);
 }
 
 bool ErrorsAreSeen() {

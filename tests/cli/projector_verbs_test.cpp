@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <tuple>
 
@@ -75,8 +76,16 @@ TEST_F(ProjectorVerbsTest, StoreKeepsAndSetsTheMode) {
     ASSERT_EQ(RunCli({"apply", bent_, "--lan", address}).exit_code, 0) << model_class;
     const CliResult stored = RunCli({"store", bent_, "--lan", address});
     EXPECT_EQ(stored.exit_code, 0) << model_class << stored;
+    EXPECT_EQ(Holds(stored.err, "keeps what it shows"), model_class == 5) << stored;
     EXPECT_EQ(Snapshot().Count.Stores, 1U) << model_class;
     EXPECT_EQ(Snapshot().Stored, Snapshot().Working) << model_class;
+
+    const Words both{"apply", Put("flat.wlt", kFlatFile), "--store", "--json", "--lan", address};
+    const CliResult kept = RunCli(both);
+    EXPECT_EQ(kept.exit_code, 0) << kept;
+    EXPECT_EQ(nlohmann::json::parse(kept.out)["kept"], "file");
+    EXPECT_EQ(Snapshot().Stored, Snapshot().Working) << model_class;
+    EXPECT_EQ(Snapshot().Count.Stores, 2U) << model_class;
   }
 }
 
@@ -125,7 +134,7 @@ TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
     const Words words{"apply", bent_, "--lan", Start({rule}), "--timeout", "500"};
     const CliResult english = RunCli(words);
     EXPECT_EQ(english.exit_code, 1);
-    EXPECT_EQ(english.err, std::string(text) + code);
+    EXPECT_EQ(english.err, projector_->Place() + ": " + text + code);
     const CliResult japanese = RunCli(words, "ja");
     EXPECT_EQ(japanese.exit_code, 1);
     EXPECT_TRUE(japanese.err.ends_with(code)) << japanese.err;
@@ -135,7 +144,13 @@ TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
   projector_->Stop();
   const CliResult nobody = RunCli({"mode", "--lan", address});
   EXPECT_EQ(nobody.exit_code, 1);
-  EXPECT_EQ(nobody.err, "Failure in the connection.  Error : -8\n");
+  EXPECT_EQ(nobody.err, address + ": Failure in the connection.  Error : -8\n");
+  const CliResult json = RunCli({"mode", "--json", "--lan", address}, "ja");
+  const auto message = nlohmann::json::parse(json.out)["messages"][0];
+  EXPECT_EQ(message["about"], address);
+  EXPECT_EQ(message["kind"], "open");
+  EXPECT_EQ(message["code"], -8);
+  EXPECT_EQ(json.err, "");
   EXPECT_EQ(nobody.out, "");
 }
 

@@ -18,6 +18,12 @@ using Responder = std::unique_ptr<sim::DiscoveryResponder>;
 constexpr std::uint32_t kLeft = 0x7F000002;   // 127.0.0.2
 constexpr std::uint32_t kRight = 0x7F000003;  // 127.0.0.3
 
+constexpr const char* kFoundJson =
+    R"({"verb":"search","ok":true,"projectors":[)"
+    R"({"address":"127.0.0.2","name":"Left wall","selectable":true},)"
+    R"({"address":"127.0.0.3","name":"Right wall","selectable":false}],"messages":[]})"
+    "\n";
+
 // Puts the search on a port of this test's own.
 class SearchVerbTest : public testing::Test {
  protected:
@@ -34,10 +40,13 @@ TEST_F(SearchVerbTest, ListsWhatAnswers) {
   const CliResult english = RunCli({"search"});
   EXPECT_EQ(english.exit_code, 0) << english;
   EXPECT_EQ(english.out,
-            "127.0.0.2\tLeft wall\tcan be chosen\n127.0.0.3\tRight wall\tcannot be chosen\n");
+            "127.0.0.2\tLeft wall\tcan be chosen\tyes\n"
+            "127.0.0.3\tRight wall\tcannot be chosen\tno\n");
   EXPECT_EQ(english.err, "");
   const CliResult japanese = RunCli({"search", "--timeout", "7000"}, "ja");
-  EXPECT_EQ(japanese.out, "127.0.0.2\tLeft wall\t選択可\n127.0.0.3\tRight wall\t選択不可\n");
+  EXPECT_EQ(japanese.out,
+            "127.0.0.2\tLeft wall\t選択可\tyes\n127.0.0.3\tRight wall\t選択不可\tno\n");
+  EXPECT_EQ(RunCli({"search", "--json"}, "ja").out, kFoundJson);
 }
 
 TEST_F(SearchVerbTest, SaysWhenNothingAnswers) {

@@ -39,6 +39,11 @@ TEST_F(VerifyTest, AgreesWithWhatItsOwnRegistersShow) {
   EXPECT_EQ(result.out.find("Spherical Screen: 984 bytes, 8 frames, largest difference H 0."), 0U)
       << result.out;
   EXPECT_TRUE(Holds(result.out, "; agrees\n")) << result.out;
+  const auto json = nlohmann::json::parse(
+      RunCli({"verify", bent_, "--state", Name("state.json"), "--json"}, "ja").out);
+  EXPECT_EQ(json["verdict"], "agrees");
+  EXPECT_EQ(json["bytes"], 984);
+  EXPECT_LT(json["vertical"]["pixels"], 1);
   EXPECT_EQ(Verify(bent_, StateShowing(bent_, {2049, 2049}).dump()).exit_code, 0) << "the largest";
 }
 

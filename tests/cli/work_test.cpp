@@ -1,3 +1,5 @@
+#include <nlohmann/json.hpp>
+
 #include "tests/cli/cli_run.h"
 #include "tests/support/sim_hex.h"
 #include "tests/support/source_folder.h"
@@ -142,21 +144,50 @@ TEST_F(WorkTest, CheckTellsEachFile) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "");
   const Words expected{flat + ": ok",
-                       broken + ": The parameter value is not correct.",
+                       broken + ":2: ScreenType: The parameter value is not correct.",
                        notes + ": The file format is corrupted.",
-                       huge + ": [1] Wrong value.",
+                       huge + ":2: ScreenType: [1] Wrong value.",
                        registers +
-                           ": The length of parameter is not correct. "
+                           ":2: h_opt_center: The length of parameter is not correct. "
                            "The parameter value is not correct.",
                        flat + ": ok"};
   EXPECT_EQ(LinesOf(result.out), expected);
   EXPECT_EQ(RunCli({"check", flat}).exit_code, 0);
   const CliResult converted = RunCli({"convert", huge, Name("new.wlt")});
   EXPECT_EQ(converted.exit_code, 1);
-  EXPECT_EQ(converted.err, huge + ": [1] Wrong value.\n");
+  EXPECT_EQ(converted.err, huge + ":2: ScreenType: [1] Wrong value.\n");
   const CliResult japanese = RunCli({"check", broken}, "ja");
   EXPECT_EQ(japanese.exit_code, 1);
   EXPECT_EQ(japanese.out.find("not correct"), std::string::npos) << japanese.out;
+
+  const auto json = nlohmann::json::parse(RunCli({"check", flat, broken, "--json"}).out);
+  EXPECT_EQ(json["ok"], false);
+  EXPECT_EQ(json["files"][0]["ok"], true);
+  EXPECT_EQ(json["files"][1]["line"], 2);
+  EXPECT_EQ(json["files"][1]["key"], "ScreenType");
+  const std::string hostile = Put("esc.wlt", "[Warpline Tool Data File 3.0]\r\n\x1b[2J=1\r\n");
+  EXPECT_EQ(RunCli({"check", hostile}).out, hostile + ":2: The parameter value is not correct.\n");
+}
+
+TEST_F(WorkTest, StandardStreamsStandForFiles) {
+  const auto run = [](const Words& words, const std::string& input) {
+    std::istringstream in(input);
+    std::ostringstream out, err;
+    const Words all = words + Words{"--language", "en"};
+    const int exit_code = RunCommandLine(all, out, err, false, in);
+    return CliResult{exit_code, out.str(), err.str()};
+  };
+  const std::string flat = Put("flat.wlt", kFlatFile);
+  const CliResult made = run({"registers", "-", "--panel", "16x20", "--output", "-"}, kFlatFile);
+  EXPECT_EQ(made.out, WithCrLf(kFlatRegisters)) << made;
+  const CliResult checked = run({"check", "-", flat}, made.out);
+  EXPECT_EQ(checked.out, "-: ok\n" + flat + ": ok\n");
+  EXPECT_EQ(run({"convert", "-", "-"}, made.out).out, made.out) << "a kind by its header";
+  EXPECT_TRUE(Holds(run({"frames", "-", "--send", "1"}, made.out).out, "01"));
+  EXPECT_TRUE(run({"preview", flat, "-o", "-"}, "").out.starts_with("<")) << "an SVG picture";
+  EXPECT_EQ(run({"profile", "-", "--axis", "h"}, "[Warpline Tool Data File 3.0]\nOpticalH=x\n").err,
+            "-:2: OpticalH: The parameter value is not correct.\n");
+  EXPECT_TRUE(Holds(run({"convert", "-", flat}, "notes").err, "no known kind"));
 }
 
 TEST_F(WorkTest, CheckAndRegistersTellWhereTheProjectorCannotFollow) {
