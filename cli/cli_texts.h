@@ -60,6 +60,8 @@ namespace warpline {
   X(ModeArgument)             \
   X(StateOption)              \
   X(LanOption)                \
+  X(LansOption)               \
+  X(ProjectorsOption)         \
   X(SerialOption)             \
   X(UsbOption)                \
   X(TimeOutOption)            \
@@ -88,6 +90,13 @@ namespace warpline {
   X(BadSerial)                \
   X(ManyConnections)          \
   X(RedactAlone)              \
+  X(GivenTwice)               \
+  X(NoProjectors)             \
+  X(InputForOne)              \
+  X(RecordForOne)             \
+  X(NoProcess)                \
+  X(ProcessEnded)             \
+  X(Done)                     \
   X(UnknownKind)              \
   X(KindsDiffer)              \
   X(ShapeHasNoAxis)           \

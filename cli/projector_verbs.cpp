@@ -35,6 +35,13 @@ void TellWhatIsKept(Session& session) {
   if (keeps_shown) session.Tell(CliText::kStoreKeepsShown);
 }
 
+// It is no required argument, because the lines of --projectors may name files too.
+bool FileIsGiven(const VerbInput& input, Session& session) {
+  if (input.Has("FILE")) return true;
+  session.UsageError(CliText::kMissingArgument, {"FILE"});
+  return false;
+}
+
 bool SendAndKeep(ProjectorCommands& commands, Session& session) {
   if (!commands.Apply() || !commands.Store()) return false;
   session.report.Set("kept", "file");
@@ -44,7 +51,7 @@ bool SendAndKeep(ProjectorCommands& commands, Session& session) {
 }  // namespace
 
 int RunApply(const VerbInput& input, Session& session) {
-  if (!ChooseConnection(input, session)) return kExitUsage;
+  if (!FileIsGiven(input, session) || !ChooseConnection(input, session)) return kExitUsage;
   const std::filesystem::path path = input.Path("FILE");
   const bool keeps = input.Has("--store");
   session.report.Set("file", input.Text("FILE"));
@@ -61,7 +68,7 @@ int RunApply(const VerbInput& input, Session& session) {
 }
 
 int RunStore(const VerbInput& input, Session& session) {
-  if (!ChooseConnection(input, session)) return kExitUsage;
+  if (!FileIsGiven(input, session) || !ChooseConnection(input, session)) return kExitUsage;
   const std::filesystem::path path = input.Path("FILE");
   session.report.Set("file", input.Text("FILE"));
   if (session.KindOf(path) == kTypeWlr) {

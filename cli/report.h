@@ -15,6 +15,9 @@ class Report {
   // From now on messages and results are kept for it.
   void Begin(std::string_view verb);
 
+  // Others have printed their own in its place.
+  void Drop() { wanted_ = false; }
+
   bool Wanted() const { return wanted_; }
 
   // A message, and the file or projector that it is about, which may be empty.

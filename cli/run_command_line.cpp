@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/fault_report.h"
+#include "cli/many_projectors.h"
 #include "cli/verbs.h"
 #include "core/language_word.h"
 #include "core/nearest_word.h"
@@ -34,6 +35,10 @@ CLI::Option* AddArgument(CLI::App& app, const ArgumentRow& row, const CliTexts& 
     option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args();
     option->inject_separator(row.take == Take::kLists);
+  }
+  if (row.take == Take::kSeveral) {
+    option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args(false);
   }
   option->required(row.take == Take::kRequired || row.take == Take::kMany);
   return option;
@@ -141,6 +146,14 @@ void TellWhereHelpIs(const CLI::App& app, const Session& session) {
   session.TellUser(CliText::kSeeHelp, {name});
 }
 
+int RunOnProjectors(const Verb& verb, const VerbInput& input, Session& session) {
+  int exit_code = kExitOk;
+  const auto projectors = ProjectorsOf(input, session, exit_code);
+  if (!projectors) return exit_code;
+  return projectors->empty() ? verb.run(input, session)
+                             : RunOnMany(verb, input, *projectors, session);
+}
+
 VerbInput InputOf(const CLI::App& sub, const Verb& verb, Session& session) {
   VerbInput input(session);
   for (const ArgumentRow& row : verb.arguments) {
@@ -159,7 +172,7 @@ int RunVerb(const CLI::App& app, Session& session) {
   if (input.Has(kJsonOption)) session.report.Begin(verb->name);
   int exit_code = kExitFailed;
   ReportingFaults(session.engine.messages, [&] {
-    exit_code = verb->run(input, session);
+    exit_code = RunOnProjectors(*verb, input, session);
     return exit_code == kExitOk;
   });
   if (session.report.Wanted()) {

@@ -8,6 +8,8 @@ using T = CliText;
 
 constexpr ArgumentRow kPanel{"--panel", "WxH", Take::kOptional, T::kPanelOption};
 constexpr ArgumentRow kLan{"--lan", "ADDRESS[:PORT]", Take::kOptional, T::kLanOption};
+constexpr ArgumentRow kLans{"--lan", "ADDRESS[:PORT]", Take::kSeveral, T::kLansOption};
+constexpr ArgumentRow kProjectors{"--projectors", "LIST", Take::kOptional, T::kProjectorsOption};
 constexpr ArgumentRow kSerialPort{"--serial", "N:SPEED", Take::kOptional, T::kSerialOption};
 constexpr ArgumentRow kUsbPort{"--usb", "N", Take::kOptional, T::kUsbOption};
 constexpr ArgumentRow kRecord{"--record", "FILE", Take::kOptional, T::kRecordOption};
@@ -50,8 +52,9 @@ constexpr ArgumentRow kConvertArguments[] = {
     {"OUT", "", Take::kRequired, T::kOutputFile},
 };
 constexpr ArgumentRow kApplyArguments[] = {
-    {"FILE", "", Take::kRequired, T::kCorrectionOrRegisterFile},
-    kLan,
+    {"FILE", "", Take::kOptional, T::kCorrectionOrRegisterFile},
+    kLans,
+    kProjectors,
     kSerialPort,
     kUsbPort,
     kTimeOut,
@@ -61,8 +64,9 @@ constexpr ArgumentRow kApplyArguments[] = {
     kJson,
 };
 constexpr ArgumentRow kStoreArguments[] = {
-    {"FILE", "", Take::kRequired, T::kCorrectionFile},
-    kLan,
+    {"FILE", "", Take::kOptional, T::kCorrectionFile},
+    kLans,
+    kProjectors,
     kSerialPort,
     kUsbPort,
     kTimeOut,
@@ -70,11 +74,12 @@ constexpr ArgumentRow kStoreArguments[] = {
     kRedact,
     kJson,
 };
-constexpr ArgumentRow kInitializeArguments[] = {kLan,    kSerialPort, kUsbPort, kTimeOut,
-                                                kRecord, kRedact,     kJson};
+constexpr ArgumentRow kInitializeArguments[] = {kLans,    kProjectors, kSerialPort, kUsbPort,
+                                                kTimeOut, kRecord,     kRedact,     kJson};
 constexpr ArgumentRow kModeArguments[] = {
     {"MODE", "", Take::kOptional, T::kModeArgument},
-    kLan,
+    kLans,
+    kProjectors,
     kSerialPort,
     kUsbPort,
     kTimeOut,
@@ -132,7 +137,7 @@ constexpr ArgumentRow kFitArguments[] = {
 };
 
 constexpr ArgumentRow kDoctorArguments[] = {
-    kLan, kSerialPort, kUsbPort, kTimeOut, kRecord, kRedact, kJson,
+    kLans, kProjectors, kSerialPort, kUsbPort, kTimeOut, kRecord, kRedact, kJson,
 };
 
 constexpr Verb kVerbs[] = {

@@ -18,6 +18,7 @@ enum class Take {
   kRequired,  // one value
   kMany,      // one value or more
   kLists,     // one value or more, may be left out, may be given again: see kNextGiven
+  kSeveral,   // an option that may be given several times, each with one value
 };
 
 struct ArgumentRow {

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <sstream>
 
 #include "cli/run_command_line.h"
+#include "platform/child_process.h"
+#include "platform/environment.h"
 #include "tests/support/temp_folder.h"
 
 // Runs the command line in process and keeps what it said.
@@ -29,6 +32,22 @@ inline CliResult RunCli(const Words& words, const std::string& language = "en") 
   std::ostringstream err;
   const int exit_code = RunCommandLine(words + Words{"--language", language}, out, err);
   return {exit_code, out.str(), err.str()};
+}
+
+inline constexpr std::chrono::milliseconds kLookMs{100};
+
+// The program itself, which some verbs start once more.
+inline CliResult RunProgram(const Words& words) {
+  ChildProcess process;
+  const std::filesystem::path own = ProgramFile();
+  CliResult result;
+  EXPECT_TRUE(process.Start(ProgramFolder() / ("warpline" + own.extension().string()), words));
+  while (process.ReadOutput(result.out, kLookMs) != ChildProcess::Read::kEnd) {
+  }
+  const ProcessEnd end = process.Wait();
+  EXPECT_FALSE(end.crashed);
+  result.exit_code = static_cast<int>(end.code);
+  return result;
 }
 
 inline Words LinesOf(const std::string& text) {

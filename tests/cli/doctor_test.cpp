@@ -1,6 +1,5 @@
 #include <nlohmann/json.hpp>
 
-#include "platform/child_process.h"
 #include "tests/cli/cli_run.h"
 #include "tests/support/environment.h"
 #include "tests/support/projector_server.h"
@@ -9,21 +8,6 @@
 
 namespace warpline {
 namespace {
-
-constexpr std::chrono::milliseconds kLookMs{100};
-
-CliResult RunProgram(const Words& words) {
-  ChildProcess process;
-  const std::filesystem::path own = ProgramFile();
-  CliResult result;
-  EXPECT_TRUE(process.Start(ProgramFolder() / ("warpline" + own.extension().string()), words));
-  while (process.ReadOutput(result.out, kLookMs) != ChildProcess::Read::kEnd) {
-  }
-  const ProcessEnd end = process.Wait();
-  EXPECT_FALSE(end.crashed);
-  result.exit_code = static_cast<int>(end.code);
-  return result;
-}
 
 TEST_F(FilesTest, DoctorTellsWhatWorksAndWhatNot) {
   const OwnSettings settings(folder_.Path());
