@@ -16,6 +16,7 @@ namespace warpline {
   X(VerbLabel)                \
   X(RequiredLabel)            \
   X(HelpOption)               \
+  X(VersionOption)            \
   X(LanguageOption)           \
   X(VerbRegisters)            \
   X(VerbProfile)              \

@@ -9,8 +9,11 @@
 #include "app/fault_report.h"
 #include "cli/many_projectors.h"
 #include "cli/verbs.h"
+#include "core/build_info.h"
 #include "core/language_word.h"
 #include "core/nearest_word.h"
+#include "link/library_origin.h"
+#include "platform/environment.h"
 
 namespace warpline {
 
@@ -53,6 +56,7 @@ void SetUpProgram(CLI::App& app, const CliTexts& texts) {
   app.require_subcommand(1);
   app.option_defaults()->group(texts[CliText::kOptionsGroup]);
   app.set_help_flag("-h,--help", texts[CliText::kHelpOption]);
+  app.set_version_flag("--version", kProgram, texts[CliText::kVersionOption]);
   const auto formatter = std::make_shared<CLI::Formatter>();
   formatter->label("Usage", texts[CliText::kUsageLabel]);
   formatter->label("OPTIONS", texts[CliText::kOptionsLabel]);
@@ -189,6 +193,8 @@ int ParseAndRun(const std::vector<std::string>& words, Session& session) {
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     exit_code = RunVerb(app, session);
+  } catch (const CLI::CallForVersion&) {
+    session.out << VersionText(kProgram, "") << LibraryVersionText(ProgramFolder());
   } catch (const CLI::Success&) {
     session.out << app.help();
   } catch (const CLI::ParseError& error) {

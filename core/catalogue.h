@@ -17,6 +17,7 @@ inline constexpr int kMessageCount = 219;
   X(FileMissing)               \
   X(FileChanged)               \
   X(Overwrite)                 \
+  X(StartHelp)                 \
   X(ToolBusy)                  \
   X(RealTimeOn)                \
   X(RealTimeOff)               \

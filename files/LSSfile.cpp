@@ -55,10 +55,10 @@ bool LSSfile::OpenDataFile(const std::filesystem::path& path, std::string_view t
   if (module) module->ResetRead();
   place_ = {};
   std::error_code ignored;
-  if (type == kTypeIni && !std::filesystem::exists(path, ignored)) return false;
+  if (!reader_ && type == kTypeIni && !std::filesystem::exists(path, ignored)) return false;
 
   std::string text;
-  const std::error_code error = reader_(path, text);
+  const std::error_code error = reader_ ? reader_(path, text) : ReadWholeFile(path, text);
   if (error) return RefuseForSystem(messages_, error);
   const auto refused = module ? ReadLines(text, *module, place_) : kFileValueWrong;
   return refused ? Refuse(messages_, *refused) : true;

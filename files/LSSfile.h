@@ -31,7 +31,7 @@ class LSSfile {
   // is asked for as FreeSpace tells it.
   explicit LSSfile(const Messages& messages, FreeSpaceQuestion free_space = FreeSpace);
 
-  // Files are read by this from now on, and not by ReadWholeFile.
+  // Files are read by this from now on, and not by ReadWholeFile; it also tells which are missing.
   void SetReader(FileReader reader) { reader_ = std::move(reader); }
 
   // Reads a file into the staging copy: what the file does not name stays as the last read left it,
@@ -70,7 +70,7 @@ class LSSfile {
 
   const Messages& messages_;
   FreeSpaceQuestion free_space_;
-  FileReader reader_ = ReadWholeFile;
+  FileReader reader_;
   FilePlace place_;
   FileData staging_;
 };

@@ -1,10 +1,16 @@
 #include <unistd.h>
 
+#include <cstdio>
+
 #include "platform/console.h"
 
 namespace warpline {
 
 void PrepareConsole() {}
+
+bool PrintToStarter(const std::string& text) {
+  return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+}
 
 void MakeInputBinary() {}
 

@@ -5,11 +5,29 @@
 #include <cstdio>
 
 #include "platform/console.h"
+#include "platform/wide_text_win.h"
 
 namespace warpline {
 
 void PrepareConsole() {
   SetConsoleOutputCP(CP_UTF8);
+}
+
+bool PrintToStarter(const std::string& text) {
+  HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD written = 0;
+  if (output != nullptr && output != INVALID_HANDLE_VALUE) {
+    return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) != 0;
+  }
+  if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return false;
+  output = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, nullptr,
+                       OPEN_EXISTING, 0, nullptr);
+  if (output == INVALID_HANDLE_VALUE) return false;
+  const std::wstring wide = L"\n" + WideOf(text);
+  const bool printed =
+      WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr) != 0;
+  CloseHandle(output);
+  return printed;
 }
 
 void MakeInputBinary() {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <variant>
 
+#include "core/build_info.h"
 #include "core/language_word.h"
 #include "core/nearest_word.h"
 #include "platform/files.h"
@@ -161,6 +162,7 @@ struct Declarer {
 void Declare(CLI::App& app, RawOptions& raw, const ProjectorTexts& texts) {
   app.option_defaults()->group(texts[Text::kOptionsGroup]);
   app.set_help_flag("-h,--help", texts[Text::kHelpOption]);
+  app.set_version_flag("--version", kProgram, texts[Text::kVersionOption]);
   app.footer(texts[Text::kFooter]);
   const auto formatter = std::make_shared<CLI::Formatter>();
   formatter->label("Usage", texts[Text::kUsageLabel]);
@@ -178,7 +180,7 @@ void Declare(CLI::App& app, RawOptions& raw, const ProjectorTexts& texts) {
 // A word that fits nowhere, and the option that was probably meant.
 std::string ComplaintAboutWord(const std::string& word, const ProjectorTexts& texts) {
   if (!word.starts_with('-')) return texts.Fill(Text::kUnexpectedWord, {word});
-  std::vector<std::string> names{"--help"};
+  std::vector<std::string> names{"--help", "--version"};
   for (const OptionRow& row : OptionRows()) names.emplace_back(row.name);
   const std::string complaint = texts.Fill(Text::kUnknownOption, {word});
   const std::string nearest = NearestWord(word.substr(0, word.find('=')), names);
@@ -351,6 +353,9 @@ std::optional<ProjectorOptions> ParseProjectorOptions(const std::vector<std::str
     OptionReader reader(raw, texts);
     if (reader.Read()) return reader.Options();
     TellUsageError(reader.Reason(), texts, err);
+  } catch (const CLI::CallForVersion&) {
+    out << VersionText(kProgram, BuildToolkit());
+    exit_code = 0;
   } catch (const CLI::Success&) {
     out << app.help();
     exit_code = 0;

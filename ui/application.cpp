@@ -1,6 +1,9 @@
 #include "ui/application.h"
 
+#include <wx/msgdlg.h>
+
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
@@ -9,8 +12,11 @@
 #include "app/hand_over.h"
 #include "app/link_trial.h"
 #include "app/setup_sheet.h"
+#include "app/start_answer.h"
 #include "app/startup.h"
+#include "core/build_info.h"
 #include "core/catalogue.h"
+#include "platform/console.h"
 #include "platform/environment.h"
 #include "platform/text_editor.h"
 #include "toolkit/layout.h"
@@ -48,6 +54,13 @@ wxPoint DefaultPosition() {
 
 }  // namespace
 
+// Before the toolkit's own start, which fails where there is no display.
+bool Application::Initialize(int& argc, wxChar** argv) {
+  answer_ = StartAnswer(CommandLineWords(), BuildToolkit(), ProgramFolder());
+  if (answer_ && PrintToStarter(*answer_)) std::exit(0);
+  return wxApp::Initialize(argc, argv);
+}
+
 // The toolkit's own start would read switches of its own from the command line.
 bool Application::OnInit() {
   SetAppName("WarplineTool");
@@ -55,6 +68,10 @@ bool Application::OnInit() {
   if (IsTrial(words)) {
     RunTrial(words, std::cout);
     return true;  // without a run, OnRun ends the program
+  }
+  if (answer_) {
+    wxMessageBox(WxText(*answer_), GetAppName());
+    return true;
   }
   words_ = SortWords(words);
   if (AnotherInstanceRuns() && EndsForOther()) return true;  // and that is no failure

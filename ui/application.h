@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "app/engine.h"
 #include "app/start_words.h"
@@ -20,6 +22,7 @@ namespace warpline {
 
 class Application : public wxApp {
  public:
+  bool Initialize(int& argc, wxChar** argv) override;
   bool OnInit() override;
   int OnRun() override;
   int OnExit() override;
@@ -42,6 +45,7 @@ class Application : public wxApp {
   void PrepareState();
   void ShowMainWindow();
 
+  std::optional<std::string> answer_;  // to a word that only asks
   StartWords words_;
   FileLock instance_;
   std::unique_ptr<Run> run_;

@@ -11,6 +11,7 @@ namespace warpline::sim {
 #define WARPLINE_PROJECTOR_TEXTS(X) \
   X(Program)                        \
   X(HelpOption)                     \
+  X(VersionOption)                  \
   X(UsageLabel)                     \
   X(OptionsLabel)                   \
   X(OptionsGroup)                   \

@@ -1,4 +1,7 @@
+#include "app/start_answer.h"
 #include "cli/verbs.h"
+#include "link/library_origin.h"
+#include "platform/shared_library.h"
 #include "tests/cli/cli_run.h"
 
 namespace warpline {
@@ -74,6 +77,25 @@ TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
       EXPECT_TRUE(Holds(err.str(), "--help")) << line << ": " << err.str();
     }
   }
+}
+
+TEST(Usage, VersionTellsWhoseLibrariesAreThere) {
+  const CliResult result = RunCli({"--version"});
+  EXPECT_EQ(result.exit_code, 0) << result;
+  const Words lines = LinesOf(result.out);
+  ASSERT_EQ(lines.size(), 5U) << result;
+  EXPECT_EQ(lines[0], "warpline 3.0");
+  EXPECT_TRUE(lines[1].starts_with("commit: ")) << lines[1];
+  EXPECT_EQ((Words{lines.begin() + 2, lines.end()}),
+            (Words{"wxWidgets: none", "Beamlink: stand-in", "Beamseek2: stand-in"}));
+  const TempFolder folder;
+  folder.Write(SharedLibrary::FileName("Beamseek2").c_str(), "of the maker's");
+  EXPECT_EQ(LibraryVersionText(folder.Path()), "Beamlink: missing\nBeamseek2: found\n");
+  const auto tool = StartAnswer({"--version"}, "3.2", folder.Path());
+  EXPECT_EQ(tool, "WarplineTool 3.0\n" + lines[1] +
+                      "\nwxWidgets: 3.2\nBeamlink: missing\nBeamseek2: found\n");
+  EXPECT_TRUE(StartAnswer({"--help", "/J"}, "", "")->starts_with("使い方: WarplineTool"));
+  EXPECT_EQ(StartAnswer({"a.wlt", "/E"}, "", ""), std::nullopt);
 }
 
 TEST(Usage, LanguageStandsAnywhere) {

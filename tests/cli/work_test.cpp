@@ -183,6 +183,7 @@ TEST_F(WorkTest, StandardStreamsStandForFiles) {
   const CliResult checked = run({"check", "-", flat}, made.out);
   EXPECT_EQ(checked.out, "-: ok\n" + flat + ": ok\n");
   EXPECT_EQ(run({"convert", "-", "-"}, made.out).out, made.out) << "a kind by its header";
+  EXPECT_EQ(run({"check", "-"}, "[Warpline Tool 3.0]\n").out, "-: ok\n");
   EXPECT_TRUE(Holds(run({"frames", "-", "--send", "1"}, made.out).out, "01"));
   EXPECT_TRUE(run({"preview", flat, "-o", "-"}, "").out.starts_with("<")) << "an SVG picture";
   EXPECT_EQ(run({"profile", "-", "--axis", "h"}, "[Warpline Tool Data File 3.0]\nOpticalH=x\n").err,

@@ -87,6 +87,7 @@ TEST(ProjectorOptions, ExplainThemselvesInBothLanguages) {
   for (const char* word : {"Usage", "OPTIONS", "Options", "Needs", "Excludes", "TEXT", "INT"}) {
     EXPECT_EQ(japanese.find(word), std::string::npos) << word << "\n" << japanese;
   }
+  EXPECT_TRUE(SaidBy({"--version"}, "ja", 0).starts_with("warpline-projector 3.0\ncommit: "));
   EXPECT_NE(japanese.find("--usb 整数:1～8 併用不可: --listen"), std::string::npos) << japanese;
 }
 

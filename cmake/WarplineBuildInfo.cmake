@@ -1,0 +1,23 @@
+# What --version tells of the build: the commit, and the toolkit of the windows. A tree that was taken out of its
+# repository may have the commit in a file COMMIT; without either it stays unknown.
+function(warpline_build_info target)
+  set(WARPLINE_COMMIT "")
+  if(EXISTS ${CMAKE_SOURCE_DIR}/COMMIT)
+    file(STRINGS ${CMAKE_SOURCE_DIR}/COMMIT WARPLINE_COMMIT LIMIT_COUNT 1)
+  elseif(EXISTS ${CMAKE_SOURCE_DIR}/.git)
+    execute_process(COMMAND git -C ${CMAKE_SOURCE_DIR} rev-parse --short=12 HEAD
+      OUTPUT_VARIABLE WARPLINE_COMMIT OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+  endif()
+  if(NOT WARPLINE_COMMIT MATCHES "^[0-9a-f]+$")
+    set(WARPLINE_COMMIT "")
+  endif()
+  set(WARPLINE_TOOLKIT "")
+  if(TARGET warpline_wx)
+    set(WARPLINE_TOOLKIT "${wxWidgets_VERSION}")
+    if(wxWidgets_VERSION_STRING)
+      set(WARPLINE_TOOLKIT "${wxWidgets_VERSION_STRING}")
+    endif()
+  endif()
+  configure_file(${CMAKE_SOURCE_DIR}/core/build_info.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/build_info.cpp @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/build_info.cpp)
+endfunction()
