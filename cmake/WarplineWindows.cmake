@@ -8,6 +8,9 @@ file(STRINGS ${CMAKE_SOURCE_DIR}/resources/catalogue_en.txt warpline_maker REGEX
 string(REGEX REPLACE "^62: |[\\]n.*$" "" warpline_maker "${warpline_maker}")
 string(REGEX REPLACE "^Developed by the " "" warpline_company "${warpline_maker}")
 
+# The line that every package takes its terms from.
+file(STRINGS ${CMAKE_SOURCE_DIR}/packaging/licence.txt warpline_licence LIMIT_COUNT 1 ENCODING UTF-8)
+
 function(warpline_version_resource target description)
   get_target_property(kind ${target} TYPE)
   if(kind STREQUAL "EXECUTABLE")

@@ -1,6 +1,8 @@
 ; The installer: for one user, without an administrator's rights, in English and Japanese. An older version is replaced;
 ; settings and data lie elsewhere and are never touched.
-;   makensis -DVERSION=3.0.0 -DBITS=64 -DINPUT=folder -DEXAMPLES=file -DOUTPUT=file -DICON=file -DCOMPANY=text warpline.nsi
+;   makensis -DVERSION=3.0.0 -DBITS=64 -DINPUT=folder -DFILES=file -DOUTPUT=file -DICON=file -DCOMPANY=text \
+;     -DLICENCE=text warpline.nsi
+; INPUT holds what is installed, FILES the uninstaller's list of its folders docs and examples.
 Unicode true
 !if ${BITS} == 64
   Target amd64-unicode
@@ -47,6 +49,14 @@ LangString English ${LANG_ENGLISH} "Read Me (English)"
 LangString English ${LANG_JAPANESE} "お読みください (英語)"
 LangString Japanese ${LANG_ENGLISH} "Read Me (Japanese)"
 LangString Japanese ${LANG_JAPANESE} "お読みください (日本語)"
+LangString Guide ${LANG_ENGLISH} "User's Guide"
+LangString Guide ${LANG_JAPANESE} "ユーザーズガイド"
+LangString GuideFile ${LANG_ENGLISH} "guide_en.html"
+LangString GuideFile ${LANG_JAPANESE} "guide_ja.html"
+LangString ReadMeFile ${LANG_ENGLISH} "ReadMe(English).txt"
+LangString ReadMeFile ${LANG_JAPANESE} "ReadMe(Japanese).txt"
+LangString About ${LANG_ENGLISH} "Corrects a projector's picture on curved and folded screens"
+LangString About ${LANG_JAPANESE} "曲面や角のあるスクリーンに投写した映像の歪みを補正します"
 LangString Correction ${LANG_ENGLISH} "Warpline Tool correction data"
 LangString Correction ${LANG_JAPANESE} "Warpline ツール補正データ"
 
@@ -57,7 +67,9 @@ VIProductVersion "${VERSION}.0"
   VIAddVersionKey /LANG=${language} "FileDescription" "Warpline Tool ${VERSION}"
   VIAddVersionKey /LANG=${language} "FileVersion" "${VERSION}"
   VIAddVersionKey /LANG=${language} "ProductVersion" "${VERSION}"
-  VIAddVersionKey /LANG=${language} "LegalCopyright" ""
+  VIAddVersionKey /LANG=${language} "InternalName" "WarplineTool-setup"
+  VIAddVersionKey /LANG=${language} "OriginalFilename" "WarplineTool-${VERSION}-windows${BITS}-setup.exe"
+  VIAddVersionKey /LANG=${language} "LegalCopyright" "${LICENCE}"
 !macroend
 !insertmacro FileVersion ${LANG_ENGLISH}
 !insertmacro FileVersion ${LANG_JAPANESE}
@@ -103,15 +115,22 @@ Section
   File "${INPUT}\warpline.exe"
   File "${INPUT}\ReadMe(English).txt"
   File "${INPUT}\ReadMe(Japanese).txt"
+  File "${INPUT}\Licence.txt"
   File "${INPUT}\ThirdParty.txt"
+  ; An older version's pages and pictures, of which this one may lack some.
+  Delete "$INSTDIR\docs\*.html"
+  Delete "$INSTDIR\docs\images\*.png"
+  SetOutPath "$INSTDIR\docs"
+  File /r "${INPUT}\docs\*.*"
   SetOutPath "$INSTDIR\examples"
-  File "${INPUT}\examples\*.*"
+  File /r "${INPUT}\examples\*.*"
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\Uninstall.exe"
 
   RMDir /r "$SMPROGRAMS\Warpline Tool"
   CreateDirectory "$SMPROGRAMS\Warpline Tool"
   CreateShortCut "$SMPROGRAMS\Warpline Tool\Warpline Tool.lnk" "$INSTDIR\WarplineTool.exe"
+  CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Guide).lnk" "$INSTDIR\docs\$(GuideFile)"
   CreateShortCut "$SMPROGRAMS\Warpline Tool\$(English).lnk" "$INSTDIR\ReadMe(English).txt"
   CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Japanese).lnk" "$INSTDIR\ReadMe(Japanese).txt"
   CreateShortCut "$SMPROGRAMS\Warpline Tool\$(Command).lnk" "$INSTDIR\Uninstall.exe"
@@ -133,6 +152,9 @@ Section
   WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${KEY}" "DisplayIcon" "$INSTDIR\WarplineTool.exe"
   WriteRegStr HKCU "${KEY}" "Publisher" "${COMPANY}"
+  WriteRegStr HKCU "${KEY}" "Comments" "$(About)"
+  WriteRegStr HKCU "${KEY}" "HelpLink" "$INSTDIR\docs\$(GuideFile)"
+  WriteRegStr HKCU "${KEY}" "Readme" "$INSTDIR\$(ReadMeFile)"
   WriteRegStr HKCU "${KEY}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKCU "${KEY}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
   WriteRegStr HKCU "${KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
@@ -149,9 +171,9 @@ Section Uninstall
   Delete "$INSTDIR\warpline.exe"
   Delete "$INSTDIR\ReadMe(English).txt"
   Delete "$INSTDIR\ReadMe(Japanese).txt"
+  Delete "$INSTDIR\Licence.txt"
   Delete "$INSTDIR\ThirdParty.txt"
-  !include "${EXAMPLES}"
-  RMDir "$INSTDIR\examples"
+  !include "${FILES}"
   Delete "$INSTDIR\Uninstall.exe"
   RMDir "$INSTDIR"
   RMDir /r "$SMPROGRAMS\Warpline Tool"
