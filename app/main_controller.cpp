@@ -42,7 +42,11 @@ MainController::MainController(Engine& engine, MainView& view,
 
 std::string MainController::Caption() const {
   std::string caption = TextOf(global_, kMsgTitle);
-  if (global_.Settings.DemoMode == 1) caption += " (Debug)";
+  if (global_.Settings.DemoMode == 1) {
+    caption += " (Debug)";
+  } else if (engine_.link.ReachesSimulatorsOnly()) {
+    caption += " " + TextOf(global_, ToolText::kSimulator);
+  }
   if (global_.CurrentFile.empty()) return caption;
   return caption + (HasUnsavedChanges() ? " - *" : " - ") + Utf8Of(global_.CurrentFile.filename());
 }

@@ -62,8 +62,9 @@ class MainController {
                  std::filesystem::path application_data = ApplicationDataFolder(),
                  Clock clock = std::chrono::steady_clock::now);
 
-  // The window's caption: title, " (Debug)" in demo mode, " - " and the current file's name, with
-  // "*" before it while there are unsaved changes.
+  // The window's caption: title, " (Debug)" in demo mode, else " (simulator)" over a library that
+  // reaches no other projector, " - " and the current file's name, with "*" before it while there
+  // are unsaved changes.
   std::string Caption() const;
 
   // The group shown (0..4).

@@ -60,6 +60,9 @@ StatusLine StatusOf(const Engine& engine) {
   NoteDeviation(global, line);
   const bool demo = global.Settings.DemoMode == 1;
   line.link = demo ? TextOf(global, ToolText::kNothingSent) : ConnectionText(global);
+  if (!demo && engine.link.ReachesSimulatorsOnly()) {
+    line.link += " " + TextOf(global, ToolText::kSimulator);
+  }
   if (engine.recording.IsOn()) {
     line.link = FilledText(TextOf(global, ToolText::kRecordingRuns), {line.link});
   }

@@ -9,7 +9,7 @@
 namespace warpline {
 
 struct StatusLine {
-  std::string link;    // how the projector is reached, "LAN 192.168.10.10"
+  std::string link;    // how the projector is reached, "LAN 192.168.10.10", "USB1 (simulator)"
   std::string shown;   // what it shows, and whether it keeps that
   std::string note;    // what went wrong, or needs attention; often empty
   std::string detail;  // the note at length, when there is more to say

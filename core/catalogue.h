@@ -248,7 +248,8 @@ inline constexpr int kMessageCount = 219;
   X(PhotoMarksBurnt)           \
   X(PhotoMarksDark)            \
   X(PhotoMarksMissing)         \
-  X(PhotoFewMarks)
+  X(PhotoFewMarks)             \
+  X(Simulator)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
 // The text under an identifier: number for Japanese, number + 1000 for English. Empty when there is

@@ -69,6 +69,10 @@ struct PJPcViewerInformation {
   X(USBConnectPjChangeCheck)          \
   X(USBConnectPjUpdate)
 
+// What a library exports beside the maker's entry points when it stands in for the maker's and
+// reaches simulated projectors only. The tool looks whether it is there; nobody calls it.
+inline constexpr const char* kStandInMark = "WarplineStandIn";
+
 // The functions' types: PJCommDevOpenFunction and so on.
 #define WARPLINE_DECLARE_TYPE(name, parameters) \
   using name##Function = std::int32_t WARPLINE_LIBRARY_CALL parameters;
@@ -85,6 +89,7 @@ struct BeamlinkFunctions {
   WARPLINE_BEAMLINK_DECLARED(WARPLINE_DECLARE_ADDRESS)
 #undef WARPLINE_DECLARE_ADDRESS
   // NOLINTEND(bugprone-macro-parentheses)
+  bool stands_in = false;  // it has the mark of a stand-in
 };
 
 }  // namespace warpline

@@ -46,6 +46,7 @@ bool BindEntryPoints(const SymbolLookup& symbol, BeamlinkFunctions& functions) {
   bool complete = true;
   WARPLINE_BEAMLINK_REQUIRED(WARPLINE_BIND_REQUIRED)
   WARPLINE_BEAMLINK_DECLARED(WARPLINE_BIND_DECLARED)
+  functions.stands_in = symbol(kStandInMark) != nullptr;
   return complete;
 }
 

@@ -49,6 +49,11 @@ class ProjectorLink {
   // Somebody looks on at every call of the library from now on; null: nobody. Must outlive its use.
   void Observe(CallObserver* observer) { library_.Observe(observer); }
 
+  // Looks for the library, which OpenLink does too. False, and nothing is said, when there is none.
+  bool FindLibrary();
+  // The library that was found last stands in for the maker's and reaches no real projector.
+  bool ReachesSimulatorsOnly() const { return simulators_only_; }
+
   // By the connection of the settings, whose time-out holds until the next call.
   bool OpenLink(const Settings& settings);
   bool CloseLink();
@@ -116,6 +121,7 @@ class ProjectorLink {
   BusyIndicator& busy_;
   BeamlinkProvider provider_;
   BeamlinkCalls library_;
+  bool simulators_only_ = false;
   std::int32_t handle_ = -1;
   std::int32_t time_out_ = 0;  // milliseconds
   std::int32_t last_open_error_ = 0;

@@ -73,6 +73,11 @@ STANDIN_EXPORT PJGetPcViewerInformation(std::int32_t handle,
   });
 }
 
+// Says what the library is; see link/beamlink.h.
+STANDIN_EXPORT WarplineStandIn() {
+  return 1;
+}
+
 // The simulation does not offer these.
 #define STANDIN_NOT_OFFERED(name)            \
   STANDIN_EXPORT name() {                    \

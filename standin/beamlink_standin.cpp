@@ -1,12 +1,15 @@
 #include "standin/beamlink_standin.h"
 
 #include <algorithm>
+#include <iostream>
 #include <optional>
 #include <string_view>
 #include <utility>
 
+#include "platform/environment.h"
 #include "sim/line/serial.h"
 #include "sim/line/socket.h"
+#include "standin/search_texts.h"
 
 namespace warpline::sim {
 namespace {
@@ -29,6 +32,12 @@ std::optional<int> PortOf(std::string_view text, std::string_view name) {
   const int number = text.back() - '0';
   if (number < 1 || number > kHighestPortNumber) return std::nullopt;
   return number;
+}
+
+// The maker's interface has no word for it, and knows no language.
+void TellThatOthersAreNeverReached() {
+  const Language language = LanguageOf(SystemLanguageIsJapanese() ? 1 : 0);
+  std::cerr << SearchTextsOf(language)[SearchText::kSimulatorsOnly] << std::endl;
 }
 
 std::int32_t OpenResultOf(ConnectStatus status) {
@@ -74,7 +83,10 @@ std::int32_t BeamlinkStandin::OpenSerial(const char* first, const char* second) 
 std::int32_t BeamlinkStandin::OpenLan(const char* first, const char* second) {
   const std::optional<std::uint32_t> address = LoopbackAddress(Parameter(first));
   const std::optional<std::uint16_t> port = PortNumber(Parameter(second));
-  if (!address) return kOpenHost;
+  if (!address) {
+    TellThatOthersAreNeverReached();
+    return kOpenHost;
+  }
   if (!port || *port == 0) return kOpenConnect;
   return OpenTcp({*address, *port});
 }

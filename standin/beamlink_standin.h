@@ -21,7 +21,7 @@ inline constexpr std::int32_t kOpenInvalidDevice = -1;  // no such connection ki
 class BeamlinkStandin {
  public:
   // A handle, or a BeamlinkOpenResult. An address that is not of this machine's loopback is
-  // kOpenHost; nothing is contacted then.
+  // kOpenHost; nothing is contacted then, and standard error says so.
   std::int32_t Open(std::int32_t kind, const char* first, const char* second, std::int32_t mode);
   std::int32_t Close(std::int32_t handle);
   std::int32_t SetAckTimeout(std::int32_t handle, std::int32_t time_out_ms);

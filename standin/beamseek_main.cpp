@@ -57,6 +57,11 @@ STANDIN_EXPORT ConnectSelectDestroy(std::int32_t handle) {
   return Guarded([=](BeamseekStandin& library) { return library.Destroy(handle); });
 }
 
+// Says what the library is; see link/beamlink.h.
+STANDIN_EXPORT WarplineStandIn() {
+  return 1;
+}
+
 // The simulation does not offer these.
 #define STANDIN_NOT_OFFERED(name) \
   STANDIN_EXPORT name() {         \

@@ -4,7 +4,8 @@
 
 #include "core/texts.h"
 
-// The texts of the search library's selection window.
+// The texts of both stand-in libraries: the search's selection window, and what the control library
+// says on standard error.
 
 namespace warpline::sim {
 
@@ -24,7 +25,8 @@ namespace warpline::sim {
   X(SearchAgain)                 \
   X(ReadMe)                      \
   X(Ok)                          \
-  X(Cancel)
+  X(Cancel)                      \
+  X(SimulatorsOnly)
 WARPLINE_TEXT_KEYS(SearchText, WARPLINE_SEARCH_TEXTS)
 
 using SearchTexts = TextTable<SearchText>;

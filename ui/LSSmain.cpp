@@ -52,7 +52,10 @@ void LSSmain::ShowFirst() {
     CreatePreviewWindow();
     ShowPreview();
     BindFiles();
-    CallAfter([this] { SetIcons(ProgramIcons()); });  // drawn in many sizes, no part of the work
+    CallAfter([this] {
+      SetIcons(ProgramIcons());  // drawn in many sizes, no part of the work
+      ShowLibrary();
+    });
   });
 }
 
@@ -173,6 +176,14 @@ void LSSmain::BindWindow() {
   Bind(wxEVT_CLOSE_WINDOW, &LSSmain::OnClose, this);
   Bind(wxEVT_ICONIZE, &LSSmain::OnIconize, this);
   Bind(wxEVT_CHAR_HOOK, &LSSmain::OnCharHook, this);
+}
+
+// Who tries the tool with a simulated projector sees so before anything is sent.
+void LSSmain::ShowLibrary() {
+  if (parts_.engine.global.Settings.DemoMode == 1) return;
+  parts_.engine.link.FindLibrary();
+  ShowTitle();
+  ShowStatus();
 }
 
 void LSSmain::ShowTitle() {

@@ -70,6 +70,7 @@ class LSSmain : public wxFrame, private MainView {
   void CreatePreviewWindow();
   void SetSizes();
   void PlaceAsStored();
+  void ShowLibrary();
   void ShowTitle();
   void ShowMenus();
   void ShowSteps();

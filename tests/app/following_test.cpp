@@ -188,6 +188,11 @@ TEST(Following, StatusSaysWhatIsKnown) {
   EXPECT_EQ(rig.controller.Status().link, "COM1 38400");
   settings.ConnectDevice = kUsb;
   EXPECT_EQ(rig.controller.Status().link, "USB1");
+  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0");
+  rig.library.functions.stands_in = true;
+  rig.link.FindLibrary();
+  EXPECT_EQ(rig.controller.Status().link, "USB1 (simulator)");
+  EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 (simulator)");
   settings.DemoMode = 1;
   EXPECT_EQ(rig.controller.Status(), (StatusLine{"nothing is sent", "", "", "", false}));
 }

@@ -232,6 +232,7 @@ TEST(LibraryLoader, KeepsWhatItLoaded) {
   const BeamlinkFunctions* const functions = provider();
   ASSERT_NE(functions, nullptr);
   EXPECT_EQ(provider(), functions);
+  EXPECT_TRUE(functions->stands_in) << "it does not say what it is";
 }
 
 // Every byte tells where it came from.

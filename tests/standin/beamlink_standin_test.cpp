@@ -86,7 +86,9 @@ TEST(Standin, OpensLoopbackAndNothingElse) {
       {"kind 3", 3, "127.0.0.1", "7142", kOpenInvalidDevice}};
   BeamlinkStandin library;
   for (const auto& [name, kind, first, second, result] : cases) {
+    testing::internal::CaptureStderr();
     EXPECT_EQ(library.Open(kind, first, second, kBeamlinkBlocking), result) << name;
+    EXPECT_EQ(testing::internal::GetCapturedStderr().empty(), result != kOpenHost) << name;
   }
 }
 

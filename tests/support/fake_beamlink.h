@@ -39,10 +39,8 @@ class FakeBeamlink {
 
   std::vector<std::string> calls;
 
-  const BeamlinkFunctions* Functions() {
-    static const BeamlinkFunctions functions = MakeFunctions();
-    return &functions;
-  }
+  const BeamlinkFunctions* Functions() const { return &functions; }
+  BeamlinkFunctions functions = MakeFunctions();
 
  private:
   static constexpr std::int32_t kHandle = 0;  // the lowest handle is a good one

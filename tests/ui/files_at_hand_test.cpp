@@ -23,7 +23,7 @@ struct FilesRig : WindowRig {
   }
 
   bool Opens(const fs::path& file) const {
-    const std::string title = "Warpline Tool 3.0 - " + Utf8Of(file.filename());
+    const std::string title = "Warpline Tool 3.0 (simulator) - " + Utf8Of(file.filename());
     return SettleUntil([&] { return Title() == title; });
   }
   const wxMenuItem* Recent(int id) const { return window->GetMenuBar()->FindItem(id); }
@@ -74,7 +74,7 @@ TEST(FilesAtHand, DroppedAndHandedOverFilesOpenUnlessADialogDoes) {
   EXPECT_TRUE(rig.Opens(rig.first));
 
   rig.Move("ctrl_bar1", 30);
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - *a & b.wlt");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 (simulator) - *a & b.wlt");
   rig.window->Raise();
   rig.Find("ctrl_bar1").SetFocus();
   ASSERT_TRUE(SettleUntil([&] { return rig.window->IsActive(); }));

@@ -75,7 +75,7 @@ TEST(MainCommands, OpenBringsTheFileToTheScreenAndTheProjector) {
   rig.Open();
   rig.Pick("menu_opt_auto_off");
   EXPECT_EQ(rig.Pick("menu_file_open"), kApplyWords);
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - sphere.wlt");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 (simulator) - sphere.wlt");
   EXPECT_EQ(rig.Screen(), 2);
   rig.SelectGroup(1);
   EXPECT_EQ(rig.Text("ctrl_value0"), "22%");
@@ -115,10 +115,10 @@ TEST(MainCommands, SaveWritesAndNamesAndExitKeepsThePlace) {
   rig.Move("ctrl_bar1", 31);
   rig.choices = {rig.temp / "first", rig.temp / "second.wlt"};
   rig.Pick("menu_file_save");
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - first.wlt");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 (simulator) - first.wlt");
   EXPECT_NE(TempFolder::Read(rig.temp / "first.wlt").find("DistortionV=31"), std::string::npos);
   rig.Pick("menu_file_saveas");
-  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 - second.wlt");
+  EXPECT_EQ(rig.Title(), "Warpline Tool 3.0 (simulator) - second.wlt");
   rig.Pick("menu_file_exit");
   EXPECT_EQ(rig.window, nullptr);
   EXPECT_TRUE(rig.display.messages.empty()) << "nothing to ask about";
