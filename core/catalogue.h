@@ -139,6 +139,7 @@ inline constexpr int kMessageCount = 219;
   X(MenuCopyHorizontal)        \
   X(MenuSwap)                  \
   X(MenuCompare)               \
+  X(MenuGuide)                 \
   X(StepCurve)                 \
   X(StepCopyVertical)          \
   X(StepCopyHorizontal)        \

@@ -95,6 +95,7 @@ class LSSmain : public wxFrame, private MainView {
   void OpenProjectorMode();
   void MakeSetupSheet();
   void ShowHelp();
+  void ShowGuide();
   void ShowAbout();
   void ToggleRecording();
   void CheckConnection();

@@ -17,48 +17,51 @@ struct LSSmain::Command {
   std::string_view name;
   void (*run)(LSSmain& window);
   bool edits = false;  // the model alone, which the projector follows
+
+  static const std::array<Command, 33> kAll;
 };
 
+constexpr std::array<LSSmain::Command, 33> LSSmain::Command::kAll{{
+    {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
+    {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
+    {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
+    {"menu_file_sheet", [](LSSmain& w) { w.MakeSetupSheet(); }},
+    {"menu_file_exit", [](LSSmain& w) { w.Close(); }},
+    {"menu_edit_undo", [](LSSmain& w) { w.controller_.Undo(); }, true},
+    {"menu_edit_redo", [](LSSmain& w) { w.controller_.Redo(); }, true},
+    {"menu_edit_copy_v", [](LSSmain& w) { w.controller_.CopyAxis(kVertical, kHorizontal); }, true},
+    {"menu_edit_copy_h", [](LSSmain& w) { w.controller_.CopyAxis(kHorizontal, kVertical); }, true},
+    {"menu_edit_swap", [](LSSmain& w) { w.controller_.SwapAxes(); }, true},
+    {"menu_edit_compare",
+     [](LSSmain& w) { w.controller_.SetComparing(!w.controller_.Comparing()); }},
+    {"menu_opt_auto_on", [](LSSmain& w) { w.controller_.SetRealTime(true); }},
+    {"menu_opt_auto_off", [](LSSmain& w) { w.controller_.SetRealTime(false); }},
+    {"menu_opt_simple", [](LSSmain& w) { w.controller_.SetCommunicationMode(0); }},
+    {"menu_opt_detailed", [](LSSmain& w) { w.controller_.SetCommunicationMode(1); }},
+    {"menu_opt_ud_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kVertical); }},
+    {"menu_opt_lr_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kHorizontal); }},
+    {"menu_opt_pjmode", [](LSSmain& w) { w.OpenProjectorMode(); }},
+    {"menu_opt_setting", [](LSSmain& w) { w.OpenSettings(); }},
+    {"menu_opt_picture_off", [](LSSmain& w) { w.picture_.End(); }},
+    {"menu_disp_magnification", [](LSSmain& w) { w.SetPreviewSize("menu_disp_magnification"); }},
+    {"menu_disp_regular", [](LSSmain& w) { w.SetPreviewSize("menu_disp_regular"); }},
+    {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},
+    {"menu_help_doc", [](LSSmain& w) { w.ShowHelp(); }},
+    {"menu_help_guide", [](LSSmain& w) { w.ShowGuide(); }},
+    {"menu_help_about", [](LSSmain& w) { w.ShowAbout(); }},
+    {"menu_help_record", [](LSSmain& w) { w.ToggleRecording(); }},
+    {"menu_help_check", [](LSSmain& w) { w.CheckConnection(); }},
+    {"initbutton", [](LSSmain& w) { w.controller_.Initialize(); }},
+    {"applybutton", [](LSSmain& w) { w.controller_.Apply(); }},
+    {"storebutton", [](LSSmain& w) { w.controller_.Store(); }},
+    {"exitbutton", [](LSSmain& w) { w.Close(); }},
+    {"corre_edit", [](LSSmain& w) { w.EditCurve(); }},
+}};
+
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  static constexpr std::array<Command, 32> kCommands{{
-      {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
-      {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
-      {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
-      {"menu_file_sheet", [](LSSmain& w) { w.MakeSetupSheet(); }},
-      {"menu_file_exit", [](LSSmain& w) { w.Close(); }},
-      {"menu_edit_undo", [](LSSmain& w) { w.controller_.Undo(); }, true},
-      {"menu_edit_redo", [](LSSmain& w) { w.controller_.Redo(); }, true},
-      {"menu_edit_copy_v", [](LSSmain& w) { w.controller_.CopyAxis(kVertical, kHorizontal); },
-       true},
-      {"menu_edit_copy_h", [](LSSmain& w) { w.controller_.CopyAxis(kHorizontal, kVertical); },
-       true},
-      {"menu_edit_swap", [](LSSmain& w) { w.controller_.SwapAxes(); }, true},
-      {"menu_edit_compare",
-       [](LSSmain& w) { w.controller_.SetComparing(!w.controller_.Comparing()); }},
-      {"menu_opt_auto_on", [](LSSmain& w) { w.controller_.SetRealTime(true); }},
-      {"menu_opt_auto_off", [](LSSmain& w) { w.controller_.SetRealTime(false); }},
-      {"menu_opt_simple", [](LSSmain& w) { w.controller_.SetCommunicationMode(0); }},
-      {"menu_opt_detailed", [](LSSmain& w) { w.controller_.SetCommunicationMode(1); }},
-      {"menu_opt_ud_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kVertical); }},
-      {"menu_opt_lr_reverse", [](LSSmain& w) { w.controller_.ToggleProjection(kHorizontal); }},
-      {"menu_opt_pjmode", [](LSSmain& w) { w.OpenProjectorMode(); }},
-      {"menu_opt_setting", [](LSSmain& w) { w.OpenSettings(); }},
-      {"menu_opt_picture_off", [](LSSmain& w) { w.picture_.End(); }},
-      {"menu_disp_magnification", [](LSSmain& w) { w.SetPreviewSize("menu_disp_magnification"); }},
-      {"menu_disp_regular", [](LSSmain& w) { w.SetPreviewSize("menu_disp_regular"); }},
-      {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},
-      {"menu_help_doc", [](LSSmain& w) { w.ShowHelp(); }},
-      {"menu_help_about", [](LSSmain& w) { w.ShowAbout(); }},
-      {"menu_help_record", [](LSSmain& w) { w.ToggleRecording(); }},
-      {"menu_help_check", [](LSSmain& w) { w.CheckConnection(); }},
-      {"initbutton", [](LSSmain& w) { w.controller_.Initialize(); }},
-      {"applybutton", [](LSSmain& w) { w.controller_.Apply(); }},
-      {"storebutton", [](LSSmain& w) { w.controller_.Store(); }},
-      {"exitbutton", [](LSSmain& w) { w.Close(); }},
-      {"corre_edit", [](LSSmain& w) { w.EditCurve(); }},
-  }};
-  const auto* row = std::ranges::find(kCommands, name, &Command::name);
-  return row == kCommands.end() ? nullptr : row;
+  const auto* row = std::find_if(Command::kAll.begin(), Command::kAll.end(),
+                                 [name](const Command& each) { return each.name == name; });
+  return row == Command::kAll.end() ? nullptr : row;
 }
 
 void LSSmain::Run(std::string_view name) {
@@ -100,7 +103,13 @@ void LSSmain::MakeSetupSheet() {
 }
 
 void LSSmain::ShowHelp() {
-  ShowReadMe(parts_.engine.global, parts_.engine.messages, parts_.program_folder, parts_.show_text);
+  const auto file = ReadMeFile(parts_.engine.global, parts_.program_folder);
+  ShowHelpFile(parts_.engine.messages, file, parts_.show_text);
+}
+
+void LSSmain::ShowGuide() {
+  const auto page = GuideFile(parts_.engine.global, parts_.program_folder);
+  ShowHelpFile(parts_.engine.messages, page, parts_.show_page);
 }
 
 void LSSmain::ShowAbout() {

@@ -21,7 +21,7 @@ struct MenuRow {
   const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
-constexpr std::array<MenuRow, 43> kMenuRows{{
+constexpr std::array<MenuRow, 44> kMenuRows{{
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
@@ -62,6 +62,7 @@ constexpr std::array<MenuRow, 43> kMenuRows{{
     {"menu_disp_small", "menu_disp", kMsgMenuSmall, wxITEM_RADIO},
     {"menu_help", "", kMsgMenuHelp, wxITEM_DROPDOWN},
     {"menu_help_doc", "menu_help", kMsgMenuReadMe, wxITEM_NORMAL, "F1"},
+    {"menu_help_guide", "menu_help", ToolText::kMenuGuide, wxITEM_NORMAL},
     {"", "menu_help", {}, wxITEM_SEPARATOR},
     {"menu_help_about", "menu_help", kMsgMenuAbout, wxITEM_NORMAL},
     {"", "menu_help", {}, wxITEM_SEPARATOR},

@@ -61,7 +61,8 @@ void OpenCommunicationSettings(const MainParts& parts, wxTopLevelWindow* owner) 
 void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner) {
   Engine& engine = parts.engine;
   frmPjSearchCallDlg dialog(owner, engine.messages, parts.beamseek, [&parts, &engine] {
-    ShowReadMe(engine.global, engine.messages, parts.program_folder, parts.show_text);
+    const auto file = ReadMeFile(engine.global, parts.program_folder);
+    ShowHelpFile(engine.messages, file, parts.show_text);
   });
   const auto address = dialog.Search(SearchOptionsOf(engine.global, SearchWindow::kShown));
   if (!address) return;

@@ -21,12 +21,16 @@ std::filesystem::path ReadMeFile(const LSSglobal& global,
                                                                      : "ReadMe(English).txt");
 }
 
-void ShowReadMe(const LSSglobal& global, const Messages& messages,
-                const std::filesystem::path& program_folder,
-                const std::function<bool(const std::filesystem::path&)>& show_text) {
-  const std::filesystem::path file = ReadMeFile(global, program_folder);
+std::filesystem::path GuideFile(const LSSglobal& global,
+                                const std::filesystem::path& program_folder) {
+  return program_folder / "docs" /
+         (LanguageOf(global) == Language::kJapanese ? "guide_ja.html" : "guide_en.html");
+}
+
+void ShowHelpFile(const Messages& messages, const std::filesystem::path& file,
+                  const ShowFile& show) {
   std::error_code ignored;
-  if (!std::filesystem::exists(file, ignored) || !show_text(file)) ShowMissing(messages, file);
+  if (!std::filesystem::exists(file, ignored) || !show(file)) ShowMissing(messages, file);
 }
 
 }  // namespace warpline

@@ -6,17 +6,21 @@
 #include "core/LSSglobal.h"
 #include "core/messages.h"
 
-// The user's guide: a text file a language beside the program.
+// What the Help menu opens: the read-me, a text file a language beside the program, and the user's
+// guide, a page a language in the folder "docs" there.
 
 namespace warpline {
 
-// The guide of the language in force.
+using ShowFile = std::function<bool(const std::filesystem::path&)>;
+
+// The files of the language in force.
 std::filesystem::path ReadMeFile(const LSSglobal& global,
                                  const std::filesystem::path& program_folder);
+std::filesystem::path GuideFile(const LSSglobal& global,
+                                const std::filesystem::path& program_folder);
 
-// Hands the guide to show_text. A missing file, or one that could not be shown, gets a message.
-void ShowReadMe(const LSSglobal& global, const Messages& messages,
-                const std::filesystem::path& program_folder,
-                const std::function<bool(const std::filesystem::path&)>& show_text);
+// Hands a file to show. A missing file, or one that could not be shown, gets a message.
+void ShowHelpFile(const Messages& messages, const std::filesystem::path& file,
+                  const ShowFile& show);
 
 }  // namespace warpline

@@ -150,7 +150,7 @@ TEST(MainCommands, SetupSheetIsWrittenAndShown) {
   }
 }
 
-TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {
+TEST(MainCommands, HelpOpensWhatIsOfTheLanguage) {
   for (const int language : {0, 1}) {
     WindowRig rig(static_cast<std::int16_t>(language));
     rig.Open();
@@ -160,7 +160,11 @@ TEST(MainCommands, HelpOpensTheGuideOfTheLanguage) {
     EXPECT_NE(rig.display.messages[0].text.find(name), std::string::npos);
     const fs::path guide = rig.temp.Write("program/" + name, "guide");
     rig.Pick("menu_help_doc");
-    EXPECT_EQ(rig.texts_shown, std::vector<fs::path>{guide});
+    fs::create_directory(rig.program / "docs");
+    const std::string page_name = language == 1 ? "guide_ja.html" : "guide_en.html";
+    const fs::path page = rig.temp.Write("program/docs/" + page_name, "page");
+    rig.Pick("menu_help_guide");
+    EXPECT_EQ(rig.texts_shown, (std::vector<fs::path>{guide, page}));
   }
 }
 
