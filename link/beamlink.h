@@ -70,7 +70,7 @@ struct PJPcViewerInformation {
   X(USBConnectPjUpdate)
 
 // What a library exports beside the maker's entry points when it stands in for the maker's and
-// reaches simulated projectors only. The tool looks whether it is there; nobody calls it.
+// reaches simulated projectors only. Looked for in the library or its file; nobody calls it.
 inline constexpr const char* kStandInMark = "WarplineStandIn";
 
 // The functions' types: PJCommDevOpenFunction and so on.

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "core/stand_in_mark.h"
 #include "link/beamlink.h"
 #include "link/beamseek.h"
 #include "platform/files.h"
@@ -21,6 +20,7 @@ LibraryOrigin OriginOf(const std::filesystem::path& folder, std::string_view nam
   std::string bytes;
   const std::string file = SharedLibrary::FileName(name);
   if (ReadWholeFile(folder / PathOf(file), bytes)) return LibraryOrigin::kMissing;
+  // What a library exports stands in its file by name.
   const bool marked = bytes.find(kStandInMark) != std::string::npos;
   return marked ? LibraryOrigin::kStandIn : LibraryOrigin::kMaker;
 }

@@ -1,7 +1,6 @@
 #include <cstdint>
 #include <exception>
 
-#include "core/stand_in_mark.h"
 #include "link/beamseek.h"
 #include "standin/beamseek_standin.h"
 
@@ -12,9 +11,6 @@ namespace {
 using warpline::sim::BeamseekStandin;
 
 BeamseekStandin& Library() {
-  // A use that nothing removes keeps the mark in the file.
-  static const char* volatile mark = warpline::kStandInMark.data();
-  static_cast<void>(mark);
   static BeamseekStandin library(warpline::sim::MakeSelectionWindow, {.Port = 0});
   return library;
 }
