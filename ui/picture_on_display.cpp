@@ -77,6 +77,7 @@ void PictureOnDisplay::FillMenu() {
 }
 
 void PictureOnDisplay::ShowMarks() {
+  if (menu_ == nullptr) return;
   for (std::size_t i = 0; i < displays_.size(); ++i) {
     menu_->Check(kFirstDisplayItem + static_cast<int>(i),
                  IsShown() && window_->Display() == displays_[i]);
@@ -159,11 +160,12 @@ void PictureOnDisplay::Changed() {
 // What the user is told next belongs to the main window again.
 void PictureOnDisplay::End() {
   watch_.Stop();
-  if (window_ == nullptr) return;
-  window_->End();
-  wxTheApp->SetTopWindow(&owner_);
-  owner_.Raise();
-  ShowMarks();
+  if (IsShown()) {
+    window_->End();
+    wxTheApp->SetTopWindow(&owner_);
+    owner_.Raise();
+  }
+  ShowMarks();  // choosing an item has turned its own over
 }
 
 }  // namespace warpline

@@ -132,7 +132,6 @@ void PictureWindow::OnKeyDown(wxKeyEvent& event) {
     case PictureKeyDone::kFile:
       return canvas_->CallAfter([this] { TakePictureFile(); });
     case PictureKeyDone::kEnd:
-      End();
       return handlers_.ended();
   }
 }
@@ -155,14 +154,13 @@ void PictureWindow::OnKeyUp(wxKeyEvent& event) {
   });
 }
 
-// The window lives as long as its owner: closing it by hand only hides it.
+// The window lives as long as its owner: closing it by hand only ends the picture.
 void PictureWindow::OnClose(wxCloseEvent& event) {
   if (!event.CanVeto()) {
     event.Skip();
     return;
   }
   event.Veto();
-  End();
   handlers_.ended();
 }
 

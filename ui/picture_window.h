@@ -22,7 +22,7 @@ class PictureWindow : public wxFrame {
   struct Handlers {
     std::function<bool()> takes_keys;               // false while they have to be dropped
     std::function<std::filesystem::path()> choose;  // a picture's file; empty: the user cancelled
-    std::function<void()> ended;                    // by the user; the window has hidden itself
+    std::function<void()> ended;                    // by the user, who asks for End
   };
 
   // control must outlive this window.

@@ -20,7 +20,7 @@ void DisplayChosenToFirstFrame(benchmark::State& state) {
   WindowBusy busy;
   Engine engine(display, busy);
   engine.global.Settings.DemoMode = 1;
-  auto* main = new LSSmain({engine, busy, {}, {}, {}, {}, {}, {}});
+  auto* main = new LSSmain({engine, busy, {}, {}, {}, {}, {}, {}, {}, {}});
   main->ShowFirst();
   wxYield();
   PictureControl control(engine, main->Controller(), [](std::string_view) {});

@@ -25,7 +25,7 @@ struct Bench {
     global.Correction.ScreenType = 2;
     ResetToScreenType(global.Correction);
     global.Settings.DemoMode = 1;
-    window = new LSSmain({engine, busy, {}, {}, {}, {}, {}, {}});
+    window = new LSSmain({engine, busy, {}, {}, {}, {}, {}, {}, {}, {}});
     window->ShowFirst();
     wxYield();
   }

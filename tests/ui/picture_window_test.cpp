@@ -64,6 +64,9 @@ TEST(PictureWindow, ItsKeysAdjustSendAndStore) {
 
 TEST(PictureWindow, FollowsTheDisplaysThatComeAndGo) {
   Rig rig;
+  rig.Item("menu_opt_picture_off").Check(false);  // as choosing it does
+  rig.Pick("menu_opt_picture_off");
+  EXPECT_TRUE(rig.Item("menu_opt_picture_off").IsChecked());
   EXPECT_EQ(rig.DisplayItem(1).GetItemLabelText(), "2 right & wide, 800 x 600, at 640, 0");
   rig.Put(1);
   EXPECT_TRUE(rig.DisplayItem(1).IsChecked());
