@@ -75,11 +75,13 @@ std::string LineFor(const std::string& name, const Json& report, const Session& 
   std::string line = ok ? session.texts[CliText::kDone] : "";
   if (ok && report.contains("mode")) line = report["mode"].dump();
   if (report.contains("verdict")) line = report.value("verdict", "");
+  std::string told;
   for (const Json& message : report["messages"]) {
-    line.append(line.empty() ? "" : " ")
+    told.append(told.empty() ? "" : " ")
         .append(MessageText(message, report.value("target", Json())));
   }
-  return name + ": " + line;
+  const char* const between = line.empty() || told.empty() ? "" : "; ";
+  return name + ": " + line + between + told;
 }
 
 void TellReport(const std::string& name, const Json& report, Session& session) {

@@ -32,6 +32,9 @@ TEST_F(ManyProjectorsTest, EachHasItsLineAndItsFile) {
   EXPECT_EQ(SortedLines(good), (Words{"left: ok", "right: ok"}));
   EXPECT_EQ(left_.Snapshot().Count.Shows + right_.Snapshot().Count.Shows, 2U);
   EXPECT_NE(left_.Snapshot().Working, right_.Snapshot().Working);
+  const CliResult stored = RunProgram({"store", flat_, "--projectors", list_, "--language", "en"});
+  ASSERT_EQ(LinesOf(stored.out).size(), 2U) << stored;
+  EXPECT_TRUE(SortedLines(stored)[0].starts_with("left: ok; The projector keeps")) << stored;
 
   right_.SetFaults({"kind=17:refuse"});
   const CliResult failed = RunProgram(words);
@@ -47,7 +50,7 @@ TEST_F(ManyProjectorsTest, EachHasItsLineAndItsFile) {
   for (const std::string& line : LinesOf(modes.out)) {
     const auto json = nlohmann::json::parse(line);
     EXPECT_EQ(json["name"], json["target"]) << line;
-    EXPECT_EQ(json["mode"], 0) << line;
+    EXPECT_EQ(json["mode"], 1) << line << " as Store has asked for";
   }
 }
 
