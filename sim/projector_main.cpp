@@ -115,8 +115,12 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
   TellPlaces(server, control, options);
   if (!options.Headless) {
     const warpline::sim::WindowRequest request{
-        station, TextOf(server, options), options.Language,
-        [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); }, options.Station.Wall};
+        station,
+        TextOf(server, options),
+        options.Language,
+        [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); },
+        options.Station.Wall,
+        options.Station.Source};
     options.Headless = !RunWindow(request);
     if (options.Headless) std::cerr << TextsOf(options)[ProjectorText::kNoWindow] << std::endl;
   }

@@ -14,6 +14,7 @@
 #include "core/language_word.h"
 #include "core/nearest_word.h"
 #include "platform/files.h"
+#include "sim/camera_options.h"
 #include "sim/device/profile.h"
 #include "sim/texts/projector_texts.h"
 
@@ -32,6 +33,7 @@ struct RawOptions {
   using Number = std::optional<std::uint64_t>;
 
   Word listen, panel, profile, control, record, replay, replay_to, serial, state, picture, wall;
+  Word source, camera, photo, photo_size, camera_k1, camera_roll, room;
   Word language;
   Word power = "on";
   Words faults;
@@ -78,6 +80,13 @@ std::vector<OptionRow> OptionRows() {
       {"--state", &R::state, Text::kOptionState},
       {"--picture", &R::picture, Text::kOptionPicture},
       {"--wall", &R::wall, Text::kOptionWall},
+      {"--source", &R::source, Text::kOptionSource},
+      {"--camera", &R::camera, Text::kOptionCamera},
+      {"--photo", &R::photo, Text::kOptionPhoto},
+      {"--photo-size", &R::photo_size, Text::kOptionPhotoSize},
+      {"--camera-k1", &R::camera_k1, Text::kOptionCameraK1},
+      {"--camera-roll", &R::camera_roll, Text::kOptionCameraRoll},
+      {"--room", &R::room, Text::kOptionRoom},
       {"--fault", &R::faults, Text::kOptionFault},
       {"--seed", &R::seed, Text::kOptionSeed},
       {"--control", &R::control, Text::kOptionControl},
@@ -90,7 +99,10 @@ std::vector<OptionRow> OptionRows() {
 // The two must not stand together.
 constexpr std::pair<const char*, const char*> kExclusive[] = {{"--usb", "--listen"},
                                                               {"--replay", "--record"}};
-constexpr std::pair<const char*, const char*> kNeeds[] = {{"--replay-to", "--replay"}};
+constexpr std::pair<const char*, const char*> kNeeds[] = {
+    {"--replay-to", "--replay"},  {"--photo", "--camera"},     {"--camera", "--wall"},
+    {"--camera", "--photo"},      {"--photo-size", "--photo"}, {"--camera-k1", "--photo"},
+    {"--camera-roll", "--photo"}, {"--room", "--photo"}};
 
 std::string ListOf(const std::vector<std::string>& choices, const std::string& between) {
   std::string text;
@@ -239,7 +251,7 @@ class OptionReader {
     return DescribeProjector(options_.Station.Projector) && ChoosePlaces() &&
            ReadPlaceIfAny("--control", raw_.control, options_.Control) &&
            ReadPlaceIfAny("--replay-to", raw_.replay_to, options_.ReplayTo) && ReadFaults() &&
-           ReadWall();
+           ReadWall() && ReadCamera() && ReadSource();
   }
 
   const ProjectorOptions& Options() const { return options_; }
@@ -298,6 +310,34 @@ class OptionReader {
     if (raw_.wall.empty()) return true;
     options_.Station.Wall = WallOf(raw_.wall);
     return options_.Station.Wall || Fail(Text::kBadWall);
+  }
+
+  bool ReadCamera() {
+    if (raw_.camera.empty()) return true;
+    options_.Station.Photo = PathIfAny(raw_.photo);
+    NamedText reason;
+    const std::optional<Camera> camera =
+        CameraOf({raw_.camera, raw_.photo_size, raw_.camera_k1, raw_.camera_roll, raw_.room},
+                 *options_.Station.Wall, options_.Station.Projector.Panel, reason);
+    options_.Station.Camera = camera.value_or(Camera{});
+    return camera || Fail(reason);
+  }
+
+  bool ReadSource() {
+    if (raw_.source.empty()) return true;
+    std::string bytes;
+    NamedText reason;
+    std::optional<RgbImage> picture;
+    if (const std::error_code error = ReadWholeFile(PathOf(raw_.source), bytes)) {
+      reason = {"SystemError", {SystemErrorText(error)}};
+    } else {
+      picture = ImageOfPng(bytes, reason);
+    }
+    if (!picture) return Fail(Text::kBadSource, {raw_.source, texts_.Say(reason)});
+    const PanelSize panel = options_.Station.Projector.Panel;
+    const bool fits = PanelSize{picture->Width, picture->Height} == panel;
+    options_.Station.Source = fits ? *std::move(picture) : Resized(*picture, panel);
+    return true;
   }
 
   bool ReadProfile(ProjectorSetup& projector) {

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "picture/photograph.h"
 #include "picture/test_picture.h"
 #include "platform/files.h"
 #include "sim/recording/frame_names.h"
@@ -34,6 +35,12 @@ RegisterSet StartingSet(const StationSetup& setup) {
   return NeutralRegisters(panel);
 }
 
+// The picture that is sent; none when nobody asks what becomes of it.
+RgbImage SourceOf(const StationSetup& setup) {
+  if (!setup.Picture && !setup.Photo) return {};
+  return setup.Source ? *setup.Source : TestPicture(setup.Projector.Panel);
+}
+
 StationSetup Completed(StationSetup setup) {
   if (!setup.Log) setup.Log = [](const NamedText&) {};
   if (!setup.OnStrike) setup.OnStrike = [](const std::string&) {};
@@ -62,7 +69,7 @@ Station::Station(StationSetup setup)
       power_(setup_.Projector.PowerState),
       faults_(std::exchange(setup_.Faults, {}), setup_.Seed),
       playback_(setup_.Replay ? std::optional<Playback>(*std::move(setup_.Replay)) : std::nullopt),
-      source_(setup_.Picture ? TestPicture(setup_.Projector.Panel) : RgbImage{}) {
+      source_(SourceOf(setup_)) {
   power_.SetSpeedUp(setup_.SpeedUp, setup_.Now());
   WritePicture();
   WriteState();
@@ -298,13 +305,24 @@ void Station::WriteState() {
 }
 
 void Station::WritePicture() {
-  if (!setup_.Picture) return;
+  if (!setup_.Picture && !setup_.Photo) return;
   const bool on = projector_.Setup().PowerState == Power::kOn;
   const PanelSize panel = setup_.Projector.Panel;
   RgbImage image = on ? PanelPicture(source_, projector_.Working()) : BlackImage(panel);
+  if (setup_.Photo) WritePhoto(image);
+  if (!setup_.Picture) return;
   if (setup_.Wall) image = WallPicture(image, *setup_.Wall, panel);
   const std::optional<std::string> png = PngOf(image);
   if (png) WriteFile(*setup_.Picture, *png);
+}
+
+void Station::WritePhoto(const RgbImage& panel_picture) {
+  constexpr int kQuality = 75;
+  const std::string kind = setup_.Photo->extension().string();
+  const bool jpeg = kind == ".jpg" || kind == ".jpeg" || kind == ".JPG";
+  const RgbImage photo = PhotographOf(panel_picture, setup_.Wall.value_or(Wall{}), setup_.Camera);
+  const std::optional<std::string> bytes = jpeg ? JpegOf(photo, kQuality) : PngOf(photo);
+  if (bytes) WriteFile(*setup_.Photo, *bytes);
 }
 
 void Station::WriteFile(const std::filesystem::path& path, const std::string& bytes) {

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "picture/camera.h"
 #include "picture/picture.h"
 #include "picture/wall.h"
 #include "sim/device/power.h"
@@ -47,7 +48,10 @@ struct StationSetup {
   std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
   std::optional<warpline::Wall> Wall = {};  // that the picture falls on; none: the bare panel
-  sim::Log Log = {};                        // told what cannot be read, written or answered
+  std::optional<std::filesystem::path> Photo = {};  // of the wall; rewritten as Picture is
+  warpline::Camera Camera = {};                     // that takes it
+  std::optional<RgbImage> Source = {};  // of the panel's size, sent to it; none: the test card
+  sim::Log Log = {};                    // told what cannot be read, written or answered
   // Told when a fault strikes: "exchange 7: kind=21:refuse".
   std::function<void(const std::string&)> OnStrike = {};
   std::uint64_t Seed = 1;  // of the faults that are left to chance
@@ -143,6 +147,7 @@ class Station {
   void TellStrike() const;
   void WriteState();
   void WritePicture();
+  void WritePhoto(const RgbImage& panel_picture);
   void WriteFile(const std::filesystem::path& path, const std::string& bytes);
 
   StationSetup setup_;

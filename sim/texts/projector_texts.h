@@ -38,6 +38,13 @@ namespace warpline::sim {
   X(OptionState)                    \
   X(OptionPicture)                  \
   X(OptionWall)                     \
+  X(OptionSource)                   \
+  X(OptionCamera)                   \
+  X(OptionPhoto)                    \
+  X(OptionPhotoSize)                \
+  X(OptionCameraK1)                 \
+  X(OptionCameraRoll)               \
+  X(OptionRoom)                     \
   X(OptionFault)                    \
   X(OptionSeed)                     \
   X(OptionControl)                  \
@@ -61,6 +68,10 @@ namespace warpline::sim {
   X(BadPort)                        \
   X(BadPanel)                       \
   X(BadWall)                        \
+  X(BadSource)                      \
+  X(BadCamera)                      \
+  X(BadPhotoSize)                   \
+  X(BadReal)                        \
   X(BadProfile)                     \
   X(BadFault)                       \
   X(RecordingUnusable)              \

@@ -28,7 +28,8 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
       request_(request),
       texts_(ProjectorTextsOf(request.Language)),
       timer_(this),
-      source_(TestPicture(request.Station.Snapshot().Setup.Panel)) {
+      source_(request.Source ? *request.Source
+                             : TestPicture(request.Station.Snapshot().Setup.Panel)) {
   SetName("warpline-projector");
   const std::string name = request.Station.Snapshot().Name;
   SetTitle(

@@ -19,6 +19,7 @@ struct WindowRequest {
   warpline::Language Language = warpline::Language::kEnglish;
   std::function<bool()> StopWanted;         // asked now and then; true closes the window
   std::optional<warpline::Wall> Wall = {};  // to begin with, in the wall view; none: panel view
+  std::optional<RgbImage> Source = {};  // to begin with, of the panel's size; none: the test card
 };
 
 // Runs until the window is closed. False when there can be no window: this program was built

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <sstream>
 
 #include "platform/files.h"
@@ -24,6 +25,11 @@ std::string SaidBy(Words words, const char* language, int expected_code) {
   return out.str() + err.str();
 }
 
+Words Camera(Words words) {
+  words.insert(words.begin(), {"--wall", "flat:4:0:middle", "--photo", "p.png"});
+  return words;
+}
+
 TEST(ProjectorOptions, RefuseWrongUsage) {
   const TempFolder folder;
   const auto profile = [&](const char* name, const char* text) {
@@ -41,6 +47,15 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {{"--wall", "sphere:4:nan:top"}, "--wall needs", "--wall には"},
       {{"--wall", "sphere:4:1m:top"}, "--wall needs", "--wall には"},
       {{"--wall", "sphere:4:0:left"}, "--wall needs", "--wall には"},
+      {{"--photo", "p.png"}, "--photo needs --camera", "--photo には --camera も"},
+      {Camera({"--camera", "0,0,4"}), "--camera needs X,Y,Z", "--camera には"},  // in the wall
+      {Camera({"--camera", "0,0"}), "--camera needs X,Y,Z", "--camera には"},
+      {Camera({"--camera", "0,0,-4m"}), "--camera needs X,Y,Z", "--camera には"},
+      {Camera({"--camera", "0,0,-4", "--room", "11"}), "--room needs a number from 0 to 10",
+       "--room には 0～10"},
+      {Camera({"--camera", "0,0,-4", "--camera-k1", "-.3"}), "from -0.2 to 0.2", "-0.2～0.2"},
+      {Camera({"--camera", "0,0,-4", "--photo-size", "319x320"}), "320 to 10000", "320～10000"},
+      {{"--source", profile("card.png", "GIF89a")}, "it is no PNG picture", "PNG 画像では"},
       {{"--listen", "0.0.0.0:7142"}, "loopback", "ループバック"},
       {{"--listen", "127.0.0.1"}, "port", "ポート"},
       {{"--listen", "127.0.0.1:70000"}, "port", "ポート"},
@@ -122,6 +137,22 @@ TEST(ProjectorOptions, UnderstandEverything) {
   EXPECT_EQ(options->Station.Wall->Distance, 20);
   EXPECT_EQ(options->Station.Wall->Curvature, -0.5);
   EXPECT_EQ(options->Station.Wall->Axis, LensAxis::kMiddle);
+}
+
+TEST(ProjectorOptions, DescribeTheCamera) {
+  std::ostringstream out;
+  int exit_code = -1;
+  const auto options =
+      ParseProjectorOptions(Camera({"--camera", "1,-0.5,-3", "--room", "0.5", "--camera-roll", "-5",
+                                    "--camera-k1", ".02", "--photo-size", "640x480"}),
+                            out, out, exit_code);
+  ASSERT_TRUE(options) << out.str();
+  EXPECT_EQ(options->Station.Photo, "p.png");
+  const warpline::Camera& camera = options->Station.Camera;
+  EXPECT_EQ(
+      (std::array<double, 6>{camera.X, camera.Y, camera.Z, camera.Room, camera.Roll, camera.K1}),
+      (std::array<double, 6>{1, -0.5, -3, 0.5, -5, 0.02}));
+  EXPECT_EQ(camera.Photo, (PanelSize{640, 480}));
 }
 
 TEST(ProjectorOptions, ChooseThePlaceToServe) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "picture/photograph.h"
 #include "sim/station/control.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/sim_hex.h"
@@ -54,6 +55,24 @@ TEST(Station, ShowsItsStateAfterEachExchange) {
   EXPECT_EQ(world.State()["session"]["frames"], 0);
   EXPECT_EQ(world.State()["counters"]["links"], 2);
   EXPECT_EQ(world.log, std::vector<std::string>());
+}
+
+TEST(Station, IsPhotographedAfterEachChange) {
+  World world;
+  StationSetup setup = world.Setup();
+  setup.Projector.Panel = {64, 64};
+  setup.Wall = Wall{};
+  setup.Camera.Photo = {320, 320};
+  setup.Photo = world.folder / "photo.jpg";
+  setup.Source = RgbImage{64, 64, std::vector<std::uint8_t>(64 * 64 * 3, 255)};
+  LinkedStation at(setup);
+  const std::string before = TempFolder::Read(*setup.Photo);
+  NamedText reason;
+  const RgbImage photo = ImageOfPhotograph(before, reason).value_or(BlackImage({320, 320}));
+  EXPECT_GT(*photo.At(160, 160), 200) << "the white picture that is sent";
+  EXPECT_EQ(before.substr(0, 2), "\xFF\xD8");
+  for (const char* frame : {kRunning, kWriteScroll, kShow}) at.Send(frame);
+  EXPECT_NE(TempFolder::Read(*setup.Photo), before);
 }
 
 TEST(Station, RebuildsTheLineScalesAndDrawsThemBeforeItAnswers) {
