@@ -130,6 +130,9 @@ namespace warpline {
   X(BadStraight)              \
   X(BadPhoto)                 \
   X(FitResult)                \
+  X(VerbMarks)                \
+  X(PhotoFile)                \
+  X(MarksOutput)              \
   X(HorizontalRow)            \
   X(VerticalColumn)
 WARPLINE_TEXT_KEYS(CliText, WARPLINE_CLI_TEXTS)

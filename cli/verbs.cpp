@@ -119,6 +119,12 @@ constexpr ArgumentRow kSheetArguments[] = {
     kRedact,
 };
 
+constexpr ArgumentRow kMarksArguments[] = {
+    {"PHOTO", "", Take::kRequired, T::kPhotoFile},
+    {"-o", "MARKS.csv", Take::kRequired, T::kMarksOutput},
+    kPanel,
+};
+
 constexpr ArgumentRow kSearchArguments[] = {
     {"--timeout", "MS", Take::kOptional, T::kSearchTimeOutOption},
     kJson,
@@ -155,6 +161,7 @@ constexpr Verb kVerbs[] = {
     {"preview", T::kVerbPreview, kPreviewArguments, RunPreview},
     {"picture", T::kVerbPicture, kPictureArguments, RunPicture},
     {"sheet", T::kVerbSheet, kSheetArguments, RunSheet},
+    {"marks", T::kVerbMarks, kMarksArguments, RunMarks},
     {"search", T::kVerbSearch, kSearchArguments, RunSearch},
     {"fit", T::kVerbFit, kFitArguments, RunFit},
     {"doctor", T::kVerbDoctor, kDoctorArguments, RunDoctor},

@@ -53,6 +53,7 @@ int RunStore(const VerbInput& input, Session& session);
 int RunInitialize(const VerbInput& input, Session& session);
 int RunMode(const VerbInput& input, Session& session);
 int RunVerify(const VerbInput& input, Session& session);
+int RunMarks(const VerbInput& input, Session& session);
 int RunPreview(const VerbInput& input, Session& session);
 int RunPicture(const VerbInput& input, Session& session);
 int RunSheet(const VerbInput& input, Session& session);
