@@ -59,8 +59,7 @@ constexpr std::array<LSSmain::Command, 33> LSSmain::Command::kAll{{
 }};
 
 const LSSmain::Command* LSSmain::FindCommand(std::string_view name) {
-  const auto* row = std::find_if(Command::kAll.begin(), Command::kAll.end(),
-                                 [name](const Command& each) { return each.name == name; });
+  const auto* row = std::ranges::find(Command::kAll, name, &Command::name);
   return row == Command::kAll.end() ? nullptr : row;
 }
 

@@ -21,7 +21,7 @@ struct MenuRow {
   const char* keys = "";                      // that do the same, as the toolkit writes them
 };
 
-constexpr std::array<MenuRow, 44> kMenuRows{{
+constexpr auto kMenuRows = std::to_array<MenuRow>({
     {"menu_file", "", kMsgMenuFile, wxITEM_DROPDOWN},
     {"menu_file_open", "menu_file", kMsgMenuOpen, wxITEM_NORMAL, "Ctrl+O"},
     {"menu_file_save", "menu_file", kMsgMenuSave, wxITEM_NORMAL, "Ctrl+S"},
@@ -68,7 +68,7 @@ constexpr std::array<MenuRow, 44> kMenuRows{{
     {"", "menu_help", {}, wxITEM_SEPARATOR},
     {"menu_help_record", "menu_help", ToolText::kMenuRecord, wxITEM_CHECK},
     {"menu_help_check", "menu_help", ToolText::kMenuCheck, wxITEM_NORMAL},
-}};
+});
 
 wxString MenuCaption(const LSSglobal& global, const MenuRow& row) {
   return std::visit([&global](auto caption) { return CaptionOf(global, caption); }, row.caption);
