@@ -55,10 +55,10 @@ wxPoint DefaultPosition() {
 }  // namespace
 
 // Before the toolkit's own start, which fails where there is no display.
-bool Application::Initialize(int& argc, wxChar** argv) {
+bool Application::Initialize(int& count, wxChar** words) {
   answer_ = StartAnswer(CommandLineWords(), BuildToolkit(), ProgramFolder());
   if (answer_ && PrintToStarter(*answer_)) std::exit(0);
-  return wxApp::Initialize(argc, argv);
+  return wxApp::Initialize(count, words);
 }
 
 // The toolkit's own start would read switches of its own from the command line.

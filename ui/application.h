@@ -22,7 +22,7 @@ namespace warpline {
 
 class Application : public wxApp {
  public:
-  bool Initialize(int& argc, wxChar** argv) override;
+  bool Initialize(int& count, wxChar** words) override;
   bool OnInit() override;
   int OnRun() override;
   int OnExit() override;
