@@ -62,6 +62,12 @@ constexpr std::array<MessageRow, 32> kMessageRows{{
 constexpr std::array<std::string_view, 6> kKinds{"reply",   "open",     "close",
                                                  "timeout", "exchange", "file"};
 
+// A category that nobody knows counts as the first one, as it does in the table above.
+std::string_view KindOf(MessageCategory category) {
+  const auto index = static_cast<std::size_t>(category);
+  return kKinds.at(index < kKinds.size() ? index : 0);
+}
+
 int MessageNumber(MessageCategory category, int code) {
   const auto fits = [code](MessageCategory wanted) {
     return [code, wanted](const MessageRow& row) {
@@ -88,7 +94,7 @@ void Messages::ShowMessage(MessageCategory category, int code) const {
                  std::move(text),
                  MessageIcon::kCritical,
                  {TextOf(global_, kMsgOk)},
-                 kKinds.at(static_cast<std::size_t>(category)),
+                 KindOf(category),
                  code});
 }
 

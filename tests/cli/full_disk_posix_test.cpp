@@ -11,8 +11,10 @@ TEST_F(FilesTest, AFullDiskEndsTheRecordingAlone) {
   const CliResult told = RunCli({"mode", "--lan", projector.Place(), "--record", "/dev/full"});
   EXPECT_EQ(told.exit_code, 0);
   EXPECT_EQ(told.out, "0\n");
-  EXPECT_EQ(told.err,
-            "The recording has ended because its file cannot be written any more.\n/dev/full\n");
+  EXPECT_EQ(
+      told.err,
+      projector.Place() +
+          ": The recording has ended because its file cannot be written any more.\n/dev/full\n");
 }
 
 }  // namespace

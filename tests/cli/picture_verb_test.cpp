@@ -11,11 +11,11 @@ int GreenOf(const RgbImage& image, int x, int y) {
 }
 
 // Three places that tell each picture from the others: on a line of the grid, in a corner, on a
-// circle.
+// circle and on a mark.
 TEST_F(PictureVerbTest, WritesEachPictureInThePanelsSize) {
   const std::tuple<std::string, int, int, int> pictures[] = {
-      {"card", 48, 48, 160},     {"grid", 255, 48, 48},    {"checkerboard", 0, 255, 255},
-      {"circles", 149, 48, 210}, {"white", 255, 255, 255}, {"marks", 48, 48, 48},
+      {"card", 48, 48, 160},     {"grid", 255, 48, 48}, {"checkerboard", 0, 255, 255},
+      {"circles", 149, 48, 210}, {"marks", 48, 48, 0},  {"white", 255, 255, 255},
   };
   for (const auto& [name, first, second, third] : pictures) {
     SCOPED_TRACE(name);
@@ -38,7 +38,7 @@ TEST_F(PictureVerbTest, WritesEachPictureInThePanelsSize) {
   const auto image = ImageOfPng(TempFolder::Read(Name("b.png")), reason);
   ASSERT_TRUE(image);
   EXPECT_EQ(GreenOf(*image, 200, 48), 0) << "black around it";
-  EXPECT_EQ(GreenOf(*image, 200, 50), 255) << "the line along the panel's edge";
+  EXPECT_EQ(GreenOf(*image, 200, 50), 255) << "white";
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ TEST_F(SheetVerbTest, SaysWhatIsWrongAndKeepsTheOldSheet) {
       {{file, "--note", letters + japanese + "x"}, 1, "500 characters"},
       {{file, "--note", std::string(10, '\n')}, 1, "10 lines"},
       {{file, "--lan", mute.Place(), "--timeout", "500"}, 1, "no projector response"},
-      {{file, "--lan", "nowhere"}, 2, "nowhere"},
+      {{file, "--lan", "nowhere:0"}, 2, "nowhere:0"},
       {{file, "-o", folder_.Path().string()}, 1, "Failed writing file."},
       {{cubic}, 1, "[3] Wrong value."},  // through two points
   };
