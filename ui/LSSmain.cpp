@@ -244,8 +244,8 @@ void LSSmain::WhenIdle(const std::function<void()>& act) {
   if (!act) return;
   if (parts_.busy.IsFollowing()) {
     waiting_ = act;
-  } else if (!parts_.busy.IsBusy()) {
-    act();
+  } else if (!parts_.busy.IsBusy() && !dialogs_.Any()) {
+    act();  // what waited may come when a dialog has been opened, even to close the window
   }
 }
 
