@@ -244,7 +244,7 @@ void LSSmain::WhenIdle(const std::function<void()>& act) {
   if (!act) return;
   if (parts_.busy.IsFollowing()) {
     waiting_ = act;
-  } else if (!parts_.busy.IsBusy() && !dialogs_.Any()) {
+  } else if (!parts_.busy.IsBusy() && !dialogs_.Any() && !closing_) {
     act();  // what waited may come when a dialog has been opened, even to close the window
   }
 }
@@ -292,6 +292,7 @@ void LSSmain::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
+  closing_ = true;                 // for good: no dialog may open any more
   if (may_close) recovery_.End();  // who ends without an answer may want the work back
   if (view_ != nullptr) view_->Hide();
   picture_.End();
