@@ -12,12 +12,23 @@ namespace {
 
 const wxColour kMarked(0, 84, 180);
 
+// In the middle, or in a corner where it would cover the menu that it is shown for.
+OverlayLayout LayLabel(wxWindow& owner, wxWindow& label, const DisplayPlace& display,
+                       const PictureOverlay& text) {
+  const wxSize size = display.Area.GetSize();
+  OverlayLayout layout = LayOverlay(label, text, OverlayPlace::kMiddle, size);
+  wxRect on_screen = layout.area;
+  on_screen.Offset(display.Area.GetPosition());
+  if (!on_screen.Intersects(owner.GetScreenRect())) return layout;
+  return LayOverlay(label, text, OverlayPlace::kBottomRight, size);
+}
+
 wxPopupWindow* CreateLabel(wxWindow& owner, const DisplayPlace& display, const PictureOverlay& text,
                            bool marked) {
   auto* label = new wxPopupWindow(&owner);
   label->SetName("display_label");
   label->SetBackgroundStyle(wxBG_STYLE_PAINT);
-  OverlayLayout layout = LayOverlay(*label, text, OverlayPlace::kMiddle, display.Area.GetSize());
+  OverlayLayout layout = LayLabel(owner, *label, display, text);
   const wxRect area = layout.area;
   for (OverlayLayout::Line& line : layout.lines) line.at -= area.GetPosition();
   layout.area = wxRect();
