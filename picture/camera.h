@@ -21,7 +21,7 @@ struct Camera {
   double K1 = 0;    // what is r half diagonals off the photograph's middle is seen at
                     // r * (1 + K1 * r^2); -0.2..0.2
   double Roll = 0;  // degrees, turns the camera clockwise
-  PanelSize Photo{2400, 1800};
+  PanelSize Photo{2000, 1500};
   double Filled = 0.5;  // of the photograph's width (or height, where that is less) by the picture
   double Room = 0.1;    // light of the room on its lighter side, the left one; 1: as light as white
 };

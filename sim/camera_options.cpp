@@ -56,11 +56,14 @@ std::string TextOfReal(double number) {
                : std::to_string(number).substr(0, number < 0 ? 4 : 3);
 }
 
+// A panel 1024 pixels wide has more than one pixel of it for each of its own on the usual walls.
+constexpr PanelSize kUsualPhoto{2400, 1800};
+
 }  // namespace
 
 std::optional<Camera> CameraOf(const CameraWords& words, const Wall& wall, PanelSize panel,
                                NamedText& reason) {
-  Camera camera;
+  Camera camera{.Photo = kUsualPhoto};
   for (const RealRow& row : kReals) {
     const std::string& word = words.*row.word;
     if (word.empty() || ReadReal(word, row.least, row.most, camera.*row.number)) continue;
