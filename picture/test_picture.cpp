@@ -63,10 +63,10 @@ void Blend(Colour& colour, const Colour& over, double share) {
   for (std::size_t i = 0; i < colour.size(); ++i) colour[i] += (over[i] - colour[i]) * share;
 }
 
-constexpr Rgb Rounded(const Colour& colour) {
+Rgb Rounded(const Colour& colour) {
   Rgb rounded{};
   for (std::size_t i = 0; i < colour.size(); ++i) {
-    rounded[i] = static_cast<std::uint8_t>(colour[i] + 0.5);
+    rounded[i] = static_cast<std::uint8_t>(std::lround(colour[i]));
   }
   return rounded;
 }
@@ -255,8 +255,8 @@ void NumberCell(RgbImage& image, int number, int x, int y) {
 
 // Every second line has its number, at the panel's edge and in its middle.
 void DrawGrid(RgbImage& image) {
-  static constexpr Rgb kFaint = Rounded(kHatch);
-  static constexpr Rgb kBetween = Rounded(kGround);
+  static const Rgb kFaint = Rounded(kHatch);
+  static const Rgb kBetween = Rounded(kGround);
   Fill(image, [](int x, int y) {
     if (x % kSquare == 0 || y % kSquare == 0) return kWhite;
     return x % 8 == 0 || y % 8 == 0 ? kFaint : kBetween;
