@@ -24,6 +24,7 @@ CurveDefinition FreeCurve(Interpolation interpolation, std::span<const double> x
 
 std::vector<double> EvenPlaces(int count) {
   std::vector<double> x;
+  x.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     x.push_back(std::nearbyint(kMillionths * i / (count - 1)) / kMillionths);
   }
