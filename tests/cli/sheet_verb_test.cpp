@@ -1,4 +1,3 @@
-#include <regex>
 #include <tuple>
 
 #include "core/conversions.h"
@@ -10,6 +9,18 @@
 
 namespace warpline {
 namespace {
+
+// A date reads ">2026-01-31 12:00<".
+std::string WithoutNoteAndDate(std::string page) {
+  const std::size_t note = page.find("class=\"note\">");
+  if (note != page.npos) page.erase(note, page.find('<', note) - note);
+  for (std::size_t at = 0; at + 17 < page.size(); ++at) {
+    const bool date = page[at] == '>' && page[at + 5] == '-' && page[at + 8] == '-' &&
+                      page[at + 11] == ' ' && page[at + 14] == ':' && page[at + 17] == '<';
+    if (date) page.erase(at, 17);
+  }
+  return page;
+}
 
 class SheetVerbTest : public FilesTest {
  protected:
@@ -37,14 +48,18 @@ TEST_F(SheetVerbTest, HoldsTheCorrectionItselfAndWhatItBecomes) {
                       "application/octet-stream;base64," +
                           Base64Of(TempFolder::Read(file)) + "\""));
     EXPECT_TRUE(Holds(page, ">" + Sha256Of(TempFolder::Read(registers)) + "<"));
-    EXPECT_FALSE(std::regex_search(page, std::regex("<script|<then|src=|url\\(|https?:(?!//www)")));
+    for (const char* part : {"<script", "src=", "url(", "https:"}) {
+      EXPECT_FALSE(Holds(page, part)) << part;
+    }
+    for (auto at = page.find("http:"); at != page.npos; at = page.find("http:", at + 1)) {
+      EXPECT_EQ(page.substr(at, 11), "http://www.");  // names, not places
+    }
     for (const char* language : {"en", "ja"}) {
       std::string pages[] = {Sheet({file, "--note", "Hall \"2\""}, language),
                              Sheet({file, "--note", "<i>&"}, language)};
       EXPECT_TRUE(Holds(pages[0], ">Hall &quot;2&quot;</p>") &&
                   Holds(pages[1], ">&lt;i&gt;&amp;<"));
-      const std::regex others("class=\"note\">[^<]*<|>\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d<");
-      EXPECT_EQ(std::regex_replace(pages[0], others, ""), std::regex_replace(pages[1], others, ""));
+      EXPECT_EQ(WithoutNoteAndDate(pages[0]), WithoutNoteAndDate(pages[1]));
     }
   }
 }
