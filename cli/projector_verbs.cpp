@@ -16,7 +16,7 @@ int RunOnProjector(const VerbInput& input, Session& session,
                    const std::function<bool(ProjectorCommands&)>& work) {
   if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
   const Settings& settings = session.engine.global.Settings;
-  const std::string target = TargetName(settings);
+  std::string target = TargetName(settings);
   session.report.Set("target", target);
   session.report.Set("demo", settings.DemoMode == 1);
   if (settings.DemoMode == 1) session.Tell(CliText::kDemoMode);

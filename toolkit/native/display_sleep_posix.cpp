@@ -76,7 +76,7 @@ struct DisplaysAwake::Request {
     auto* live_on = ToolkitFunction<void(void*, int)>("g_dbus_connection_set_exit_on_close");
     if (live_on != nullptr) live_on(request->bus, 0);
     Call(request->bus, "Inhibit", Arguments("(ss)", "WarplineTool", request->reason.c_str()),
-         &OnInhibited, new Shared(request));
+         &OnInhibited, std::make_unique<Shared>(request).release());
   }
 
   static void OnInhibited(void* bus, void* result, void* data) {
@@ -98,7 +98,8 @@ DisplaysAwake::DisplaysAwake(const char* reason) : request_(std::make_shared<Req
   request_->reason = reason;
   auto* get = ToolkitFunction<void(int, void*, Answer*, void*)>("g_bus_get");
   if (get != nullptr && SessionBusRuns()) {
-    get(kSessionBus, nullptr, &Request::OnBus, new Request::Shared(request_));
+    get(kSessionBus, nullptr, &Request::OnBus,
+        std::make_unique<Request::Shared>(request_).release());
   }
 }
 
