@@ -9,6 +9,7 @@
 #include "app/trial_lines.h"
 #include "core/conversions.h"
 #include "core/messages.h"
+#include "core/no_busy_indicator.h"
 #include "link/exchange_recorder.h"
 #include "link/library_loader.h"
 #include "platform/environment.h"
@@ -95,16 +96,6 @@ class NobodyIsTold : public MessageDisplay {
   std::size_t Show(const UserMessage& message) override { return message.choices.size() - 1; }
 };
 
-class NobodyWaits : public BusyIndicator {
- public:
-  void BeginBusy(BusyKind) override {}
-  void EndBusy() override {}
-  void ProcessPendingEvents() override {}
-  void ShowStep(int, int) override {}
-  void EndSteps() override {}
-  bool Cancelled() const override { return false; }
-};
-
 class RecordToLines : public RecordSink {
  public:
   explicit RecordToLines(std::ostream& out) : out_(out) {}
@@ -189,7 +180,7 @@ class LinkSteps {
   Steps steps_;
   LSSglobal global_;
   NobodyIsTold nobody_;
-  NobodyWaits busy_;
+  NoBusyIndicator busy_;
   Messages messages_{global_, nobody_};
   ProjectorLink link_;
 };

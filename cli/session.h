@@ -13,7 +13,7 @@
 #include "app/engine.h"
 #include "cli/cli_texts.h"
 #include "cli/report.h"
-#include "core/interfaces.h"
+#include "core/no_busy_indicator.h"
 
 // What one run of the command line works with.
 
@@ -46,17 +46,6 @@ class StreamDisplay : public MessageDisplay {
   std::ostream& stream_;
   Report& report_;
   Subject subject_;
-};
-
-// A command line shows no hourglass, and is ended by its signals.
-class NoBusyIndicator : public BusyIndicator {
- public:
-  void BeginBusy(BusyKind) override {}
-  void EndBusy() override {}
-  void ProcessPendingEvents() override {}
-  void ShowStep(int, int) override {}
-  void EndSteps() override {}
-  bool Cancelled() const override { return false; }
 };
 
 // Shows on one line of a terminal how far the work has come, and takes it away at the end.

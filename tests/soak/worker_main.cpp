@@ -9,6 +9,7 @@
 
 #include "app/communication_settings.h"
 #include "app/main_controller.h"
+#include "core/no_busy_indicator.h"
 #include "link/projector_search.h"
 #include "model/parameter_groups.h"
 #include "model/registers.h"
@@ -46,7 +47,7 @@ std::size_t Entries(const char* folder) {
   return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
 }
 
-class Soak : public MessageDisplay, public BusyIndicator, public MainView {
+class Soak : public MessageDisplay, public NoBusyIndicator, public MainView {
  public:
   explicit Soak(unsigned seed) : random_(seed), answers_(seed) {
     global_.Settings.IPAddress = "127.0.0.1";
@@ -89,12 +90,6 @@ class Soak : public MessageDisplay, public BusyIndicator, public MainView {
     ++told_;
     return answers_() % message.choices.size();
   }
-  void BeginBusy(BusyKind) override {}
-  void EndBusy() override {}
-  void ProcessPendingEvents() override {}
-  void ShowStep(int, int) override {}
-  void EndSteps() override {}
-  bool Cancelled() const override { return false; }
   void ShowModel() override {}
   void ShowValues() override {}
   fs::path ChooseFileToOpen(const fs::path&) override { return {}; }
