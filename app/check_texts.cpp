@@ -10,6 +10,7 @@
 #include "core/conversions.h"
 #include "core/link_results.h"
 #include "core/messages.h"
+#include "core/tool_texts.h"
 
 namespace warpline {
 namespace {

@@ -9,6 +9,7 @@
 #include "app/startup.h"
 #include "app/status_line.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "core/version.h"
 #include "link/library_loader.h"
 #include "platform/child_process.h"

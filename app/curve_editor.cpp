@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/fault_report.h"
+#include "core/tool_texts.h"
 #include "model/curve.h"
 #include "model/profile.h"
 

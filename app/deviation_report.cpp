@@ -6,6 +6,7 @@
 #include "core/catalogue.h"
 #include "core/conversions.h"
 #include "core/fault.h"
+#include "core/tool_texts.h"
 
 namespace warpline {
 namespace {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 
 namespace warpline {

@@ -11,6 +11,7 @@
 #include "app/save_name.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "model/parameter_groups.h"
 #include "model/registers.h"
 #include "platform/files.h"

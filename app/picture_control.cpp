@@ -8,6 +8,7 @@
 
 #include "app/plain_caption.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "model/parameter_groups.h"
 #include "picture/named_pictures.h"
 #include "picture/photograph.h"

@@ -4,6 +4,7 @@
 
 #include "app/fault_report.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "model/registers.h"
 
 namespace warpline {

@@ -11,6 +11,7 @@
 #include "app/main_controller.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 

@@ -16,6 +16,7 @@
 #include "core/catalogue.h"
 #include "core/conversions.h"
 #include "core/sha256.h"
+#include "core/tool_texts.h"
 #include "model/parameter_groups.h"
 #include "platform/files.h"
 

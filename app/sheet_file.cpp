@@ -7,6 +7,7 @@
 #include "app/fault_report.h"
 #include "app/setup_sheet.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "model/registers.h"
 #include "platform/files.h"
 

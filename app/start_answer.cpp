@@ -4,6 +4,7 @@
 #include "core/LSSglobal.h"
 #include "core/build_info.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "link/library_origin.h"
 #include "platform/environment.h"
 

@@ -2,6 +2,7 @@
 
 #include "app/deviation_report.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 
 namespace warpline {
 namespace {

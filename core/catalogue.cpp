@@ -1,4 +1,5 @@
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 
 #include <array>
 #include <string_view>

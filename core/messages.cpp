@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/link_results.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 
 namespace warpline {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/messages.h"
+#include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/list_choice.h"
 #include "ui/LSSmain_menu.h"

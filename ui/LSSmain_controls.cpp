@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "ui/dialog_controls.h"
 #include "ui/icons.h"

@@ -6,6 +6,7 @@
 
 #include "core/catalogue.h"
 #include "core/message_numbers.h"
+#include "core/tool_texts.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

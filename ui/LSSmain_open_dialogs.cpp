@@ -10,6 +10,7 @@
 #include "app/sheet_file.h"
 #include "app/startup.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 #include "ui/LSSapmode.h"
 #include "ui/LSSset.h"

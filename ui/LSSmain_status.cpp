@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "ui/wx_text.h"
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/save_name.h"
+#include "core/tool_texts.h"
 #include "model/parameter_groups.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"

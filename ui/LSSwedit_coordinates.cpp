@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"
 #include "ui/wx_text.h"

@@ -16,6 +16,7 @@
 #include "app/startup.h"
 #include "core/build_info.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/console.h"
 #include "platform/environment.h"
 #include "platform/text_editor.h"

@@ -10,6 +10,7 @@
 
 #include "app/check_texts.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"

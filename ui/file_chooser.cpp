@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "core/tool_texts.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

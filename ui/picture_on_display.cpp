@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/tool_texts.h"
 #include "ui/wx_text.h"
 
 namespace warpline {

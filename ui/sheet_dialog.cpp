@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/plain_caption.h"
+#include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"
 #include "ui/dialog_controls.h"

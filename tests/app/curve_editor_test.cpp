@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/tool_texts.h"
 #include "tests/support/curves.h"
 #include "tests/support/engine_rig.h"
 

@@ -36,7 +36,7 @@ inline CliResult RunCli(const Words& words, const std::string& language = "en") 
 
 inline constexpr std::chrono::milliseconds kLookMs{100};
 
-// The program itself, which some verbs start once more.
+// The program itself, which some verbs start once more; its lines end as the system's lines do.
 inline CliResult RunProgram(const Words& words) {
   ChildProcess process;
   const std::filesystem::path own = ProgramFile();
@@ -47,6 +47,7 @@ inline CliResult RunProgram(const Words& words) {
   const ProcessEnd end = process.Wait();
   EXPECT_FALSE(end.crashed);
   result.exit_code = static_cast<int>(end.code);
+  std::erase(result.out, '\r');
   return result;
 }
 

@@ -38,13 +38,13 @@ class SheetVerbTest : public FilesTest {
 TEST_F(SheetVerbTest, HoldsTheCorrectionItselfAndWhatItBecomes) {
   for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / "examples")) {
     if (entry.path().extension() != ".wlt") continue;
-    const std::string file = Name("now & <then>.wlt"), registers = Name("now.wlr");
+    const std::string file = Name("now & then.wlt"), registers = Name("now.wlr");
     SCOPED_TRACE(entry.path());
     ASSERT_EQ(RunCli({"convert", entry.path().string(), file}).exit_code, 0);
     ASSERT_EQ(RunCli({"registers", file, "-o", registers}).exit_code, 0);
     const std::string page = Sheet({file});
     EXPECT_TRUE(Holds(page,
-                      "download=\"now &amp; &lt;then&gt;.wlt\" href=\"data:"
+                      "download=\"now &amp; then.wlt\" href=\"data:"
                       "application/octet-stream;base64," +
                           Base64Of(TempFolder::Read(file)) + "\""));
     EXPECT_TRUE(Holds(page, ">" + Sha256Of(TempFolder::Read(registers)) + "<"));

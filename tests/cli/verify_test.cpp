@@ -19,9 +19,11 @@ class VerifyTest : public FilesTest {
  protected:
   // The state of a projector to which the correction was applied.
   nlohmann::json StateShowing(const std::string& correction, PanelSize panel = {1024, 768}) {
-    const ProjectorServer projector(
-        sim::StationSetup{.Projector = {.Panel = panel}, .State = folder_ / "state.json"});
-    EXPECT_EQ(RunCli({"apply", correction, "--lan", projector.Place()}).exit_code, 0);
+    {
+      const ProjectorServer projector(
+          sim::StationSetup{.Projector = {.Panel = panel}, .State = folder_ / "state.json"});
+      EXPECT_EQ(RunCli({"apply", correction, "--lan", projector.Place()}).exit_code, 0);
+    }  // it has ended: nobody replaces the file while it is read
     return nlohmann::json::parse(TempFolder::Read(folder_ / "state.json"));
   }
 

@@ -8,6 +8,7 @@
 
 #include "cli/cli_texts.h"
 #include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 #include "sim/texts/projector_texts.h"
 #include "standin/search_texts.h"
