@@ -72,7 +72,8 @@ bool ConnectionCheck::CheckLibraries() {
   bool usable = true;
   for (const LibraryNames& names : MakersLibraries()) {
     const TrialOutcome outcome =
-        RunTrialOf(CheckGroup::kLibraries, LibraryTrialWords(names.library));
+        RunTrialOf(CheckGroup::kLibraries, LibraryTrialWords(names.library),
+                   std::string(names.library) + '.' + kTrialFile);
     if (outcome.end == TrialEnd::kStopped) return false;
     const bool control = &names == &MakersLibraries().front();
     if (control && failed_) usable = false;
@@ -117,17 +118,22 @@ bool ConnectionCheck::CheckSettings() {
 
 void ConnectionCheck::CheckProjector() {
   RunTrialOf(CheckGroup::kProjector,
-             LinkTrialWords(parts_.global.Settings, parts_.recording.ForTrial()));
+             LinkTrialWords(parts_.global.Settings, parts_.recording.ForTrial()), kTrialOpen);
   parts_.recording.Complete();
 }
 
-TrialOutcome ConnectionCheck::RunTrialOf(CheckGroup group, const std::vector<std::string>& words) {
-  begun_.clear();
+TrialOutcome ConnectionCheck::RunTrialOf(CheckGroup group, const std::vector<std::string>& words,
+                                         const std::string& first_step) {
+  step_ = first_step;
+  step_runs_ = false;
   failed_ = false;
   const TrialOutcome outcome = parts_.run(words, [this, group](std::string_view text) {
     const std::optional<TrialLine> line = TrialLineOf(text);
     if (!line) return;
-    if (line->event == TrialEvent::kBegin) begun_ = line->step.step;
+    if (line->event == TrialEvent::kBegin) {
+      step_ = line->step.step;
+      step_runs_ = true;
+    }
     if (line->event == TrialEvent::kRecord) parts_.recording.Adopt(line->record);
     if (line->event == TrialEvent::kEnd) TakeStep(group, line->step);
   });
@@ -136,7 +142,7 @@ TrialOutcome ConnectionCheck::RunTrialOf(CheckGroup group, const std::vector<std
 }
 
 void ConnectionCheck::TakeStep(CheckGroup group, const TrialStep& step) {
-  begun_.clear();
+  step_runs_ = false;
   CheckRow row{.group = group, .step = step.step, .state = step.state};
   if (group == CheckGroup::kProjector) row.milliseconds = step.milliseconds;
   if (step.category != kNoCategory) row.code = step.code;
@@ -145,10 +151,11 @@ void ConnectionCheck::TakeStep(CheckGroup group, const TrialStep& step) {
   Tell(std::move(row));
 }
 
-// A trial that ended early failed at the step that it had begun.
+// A trial that ended early failed at the step that it had begun, or behind its last one. A library
+// may end the process in an orderly way, too.
 void ConnectionCheck::TellEnd(CheckGroup group, const TrialOutcome& outcome) {
   const LSSglobal& global = parts_.global;
-  if (outcome.end == TrialEnd::kDone) return;
+  if (outcome.end == TrialEnd::kDone && outcome.code == 0 && !step_runs_) return;
   if (outcome.end == TrialEnd::kStopped) {
     failed_ = true;
     if (verdict_.good || verdict_is_minor_) {
@@ -156,9 +163,9 @@ void ConnectionCheck::TellEnd(CheckGroup group, const TrialOutcome& outcome) {
     }
     return;
   }
-  CheckRow row{.group = group, .step = begun_, .state = CheckState::kFailed};
+  CheckRow row{.group = group, .step = step_, .state = CheckState::kFailed};
   row.advice = TextOf(global, ToolText::kAdviceLibraryVersion);
-  if (outcome.end == TrialEnd::kCrashed) {
+  if (outcome.end == TrialEnd::kCrashed || outcome.end == TrialEnd::kDone) {
     row.text = FilledText(TextOf(global, ToolText::kCheckCrashed), {std::to_string(outcome.code)});
   } else if (outcome.end == TrialEnd::kHung) {
     row.text =

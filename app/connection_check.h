@@ -25,7 +25,7 @@ namespace warpline {
 enum class TrialEnd { kDone, kCrashed, kHung, kStopped, kNotStarted };
 struct TrialOutcome {
   TrialEnd end = TrialEnd::kDone;
-  std::uint32_t code = 0;  // of a crash
+  std::uint32_t code = 0;  // of a crash; of a trial that is done 0
 };
 
 // Runs a trial, gives each of its lines to the second argument, and returns when it has ended.
@@ -61,7 +61,8 @@ class ConnectionCheck {
   bool CheckSettings();
   void CheckProjector();
 
-  TrialOutcome RunTrialOf(CheckGroup group, const std::vector<std::string>& words);
+  TrialOutcome RunTrialOf(CheckGroup group, const std::vector<std::string>& words,
+                          const std::string& first_step);
   void TakeStep(CheckGroup group, const TrialStep& step);
   void TellEnd(CheckGroup group, const TrialOutcome& outcome);
   void Tell(CheckRow row);
@@ -71,8 +72,9 @@ class ConnectionCheck {
   Parts parts_;
   CheckVerdict verdict_;
   bool verdict_is_minor_ = false;  // the projector can be reached all the same
-  std::string begun_;              // the step of a trial that has not ended
-  bool failed_ = false;            // of the trial that runs
+  std::string step_;               // of the trial that runs, the last one begun
+  bool step_runs_ = false;
+  bool failed_ = false;  // of the trial that runs
 };
 
 }  // namespace warpline

@@ -106,6 +106,8 @@ TEST(ConnectionCheck, NamesTheCauseAndTheNextStep) {
   const CheckRig::Script narrow{"end\tBeamlink.kind\tfailed\t0\t-1\t0\t32 64\n"};
   const CheckRig::Script no_search{"end\tBeamseek2.file\tfailed\t0\t-1\t0\t/there\n"};
   const CheckRig::Script crash{"begin\topen\n", {TrialEnd::kCrashed, 11}};
+  const CheckRig::Script exits{"begin\topen\n", {TrialEnd::kDone, 3}};
+  const CheckRig::Script crash_behind{"", {TrialEnd::kCrashed, 11}};
   const CheckRig::Script hung{"begin\tBeamlink.load\n", {TrialEnd::kHung}};
   const CheckRig::Script refused{"begin\topen\nend\topen\tfailed\t1\t1\t-8\t\n"};
   const CheckRig::Script standby{
@@ -122,6 +124,10 @@ TEST(ConnectionCheck, NamesTheCauseAndTheNextStep) {
        "Open: Failure in the connection.",
        "Check address"},
       {{{"link", crash}}, "Open: The library crashed here (11).", "Try another version"},
+      {{{"link", exits}}, "Open: The library crashed here (3).", "Try another version"},
+      {{{"Beamseek2", crash_behind}, {"link", refused}},
+       "Open: Failure in the connection.",
+       "Check address"},
       {{{"link", standby}},
        "Probe: Cannot send. Switch on the power of the projector.",
        "Switch the projector on"},
