@@ -15,7 +15,8 @@ struct ProcessEnd {
 };
 
 // A program that is run beside this one for what it writes to its standard output. Its standard
-// input is empty, its standard error goes nowhere, and nobody is asked when it crashes.
+// input is empty, its standard error goes nowhere, and nobody is asked when it crashes. What ends
+// this program by the keyboard ends it, too.
 class ChildProcess {
  public:
   enum class Read { kBytes, kNothing, kEnd };
@@ -41,6 +42,7 @@ class ChildProcess {
  private:
   std::intptr_t process_ = kNone;
   std::intptr_t output_ = kNone;
+  std::intptr_t group_ = kNone;  // Windows: what ends it together with this program
 
   static constexpr std::intptr_t kNone = -1;
 };

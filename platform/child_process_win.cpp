@@ -25,7 +25,12 @@ std::intptr_t NumberOf(HANDLE handle) {
 std::wstring CommandLineOf(const std::filesystem::path& program,
                            const std::vector<std::string>& words) {
   std::wstring line = L"\"" + program.wstring() + L"\"";
-  for (const std::string& word : words) line += L" \"" + WideOf(word) + L"\"";
+  for (const std::string& word : words) {
+    const std::wstring wide = WideOf(word);
+    const std::size_t last = wide.find_last_not_of(L'\\');
+    const std::size_t slashes = wide.size() - (last == wide.npos ? 0 : last + 1);
+    line += L" \"" + wide + std::wstring(slashes, L'\\') + L"\"";  // else the quote would be read
+  }
   return line;
 }
 
@@ -43,6 +48,16 @@ class QuietCrashes {
   UINT before_;
 };
 
+// The processes of a job end when its last handle is closed, however this program ends; they have
+// no console whose Ctrl+C would reach them.
+HANDLE MakeJob() {
+  const HANDLE job = ::CreateJobObjectW(nullptr, nullptr);
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+  ::SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+  return job;
+}
+
 bool Create(const std::filesystem::path& program, std::wstring line, HANDLE output,
             PROCESS_INFORMATION& process) {
   STARTUPINFOW start{};
@@ -50,8 +65,9 @@ bool Create(const std::filesystem::path& program, std::wstring line, HANDLE outp
   start.dwFlags = STARTF_USESTDHANDLES;
   start.hStdOutput = output;
   const QuietCrashes quiet;
-  return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                          nullptr, nullptr, &start, &process) != FALSE;
+  return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
+                          CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, nullptr, &start,
+                          &process) != FALSE;
 }
 
 }  // namespace
@@ -62,6 +78,7 @@ ChildProcess::~ChildProcess() {
     Wait();
   }
   if (output_ != kNone) ::CloseHandle(HandleOf(output_));
+  if (group_ != kNone) ::CloseHandle(HandleOf(group_));
 }
 
 bool ChildProcess::Start(const std::filesystem::path& program,
@@ -75,6 +92,10 @@ bool ChildProcess::Start(const std::filesystem::path& program,
   const bool started = Create(program, CommandLineOf(program, words), write, process);
   ::CloseHandle(write);
   if (!started) return false;
+  const HANDLE job = MakeJob();
+  ::AssignProcessToJobObject(job, process.hProcess);  // it starts without, where that fails
+  group_ = NumberOf(job);
+  ::ResumeThread(process.hThread);
   ::CloseHandle(process.hThread);
   process_ = NumberOf(process.hProcess);
   return true;
