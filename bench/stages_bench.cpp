@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/command_sequences.h"
+#include "bench/test_correction.h"
 #include "core/correction.h"
 #include "files/formats.h"
 #include "link/command_frames.h"
@@ -20,30 +21,6 @@ namespace warpline {
 namespace {
 
 constexpr std::array kPanels{PanelSize{1024, 768}, PanelSize{1920, 1200}};
-
-// A curve that each interpolation must work for: five points, none on a line with its neighbours.
-CurveDefinition TestCurve(std::int16_t interpolation) {
-  CurveDefinition curve;
-  curve.CorreInterp = interpolation;
-  curve.CorrePointNum = 5;
-  constexpr std::array<double, 5> ys{0.80, 0.93, 1.00, 0.95, 0.82};
-  for (std::size_t i = 0; i < ys.size(); ++i) {
-    curve.CorreDataPts[i] = {static_cast<double>(i) / 4.0, ys[i]};
-  }
-  return curve;
-}
-
-CorrectionData TestCorrection(std::int16_t interpolation) {
-  CorrectionData correction;
-  correction.ScreenType = kOtherScreens;
-  ResetToScreenType(correction);
-  for (const Axis axis : {kHorizontal, kVertical}) {
-    correction.Curves[axis] = TestCurve(interpolation);
-    correction.Axes[axis].Distortion = 40;
-    correction.Axes[axis].Optical = -40;  // beyond the centre: the panel extension is computed too
-  }
-  return correction;
-}
 
 PanelSize PanelOf(const benchmark::State& state) {
   return kPanels[static_cast<std::size_t>(state.range(0))];

@@ -1,6 +1,7 @@
 #include "model/registers.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "core/conversions.h"
 #include "core/fault.h"
@@ -72,15 +73,23 @@ std::int32_t PanelExtension(const AxisParameters& parameters, std::span<const do
                             int line_length) {
   if (parameters.Optical >= -32 && parameters.Optical <= 32) return 0;
   const double k = static_cast<double>(parameters.Optical) / 32;
-  Short high = 0;
-  Short low = NarrowTo<Short>(line_length);
+  // Rounding keeps the order, so the outermost edges alone are rounded; the innermost ones must fit
+  // their registers, too.
+  double outer_high = -std::numeric_limits<double>::infinity(), outer_low = outer_high;
+  double inner_high = std::numeric_limits<double>::infinity(), inner_low = inner_high;
   for (const double size : profile) {
     const double a = (size - line_length) * k;
-    const auto h = RoundTo<Short>(static_cast<double>(RoundTo<Short>(a + size)) / 2);
-    const auto l = RoundTo<Short>(-(static_cast<double>(RoundTo<Short>(size - a)) / 2));
-    high = std::max(high, h);
-    low = std::min(low, l);
+    outer_high = std::max(outer_high, a + size);
+    inner_high = std::min(inner_high, a + size);
+    outer_low = std::max(outer_low, size - a);
+    inner_low = std::min(inner_low, size - a);
   }
+  RoundTo<Short>(inner_high);
+  RoundTo<Short>(inner_low);
+  const auto high =
+      std::max(Short{0}, RoundTo<Short>(static_cast<double>(RoundTo<Short>(outer_high)) / 2));
+  const auto low = std::min(NarrowTo<Short>(line_length),
+                            RoundTo<Short>(-(static_cast<double>(RoundTo<Short>(outer_low)) / 2)));
   const auto width = NarrowTo<Short>(NarrowTo<Short>(high - low) - line_length);
   if (width < 0) return 0;
   return RoundTo<std::int32_t>(static_cast<double>(width) * kUnitScale / line_length);
