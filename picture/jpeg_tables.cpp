@@ -34,10 +34,12 @@ bool StandsAlone(std::size_t kind) {
 
 bool CodeTablesFit(std::string_view file) {
   constexpr std::size_t kTables = 0xC4;
+  constexpr std::size_t kEnd = 0xD9;
   std::size_t at = 0;
   while ((at = file.find('\xFF', at)) != std::string_view::npos) {
     const std::size_t kind = ByteAt(file, at + 1);
     at += kind == 0xFF ? 1 : 2;
+    if (kind == kEnd) return true;  // what a camera puts behind is none of the picture's
     if (StandsAlone(kind)) continue;
     const std::size_t end = at + (ByteAt(file, at) << 8 | ByteAt(file, at + 1));
     if (kind == kTables && !TablesFit(file, at + 2, end)) return false;
