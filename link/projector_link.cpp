@@ -76,20 +76,15 @@ ProjectorLink::~ProjectorLink() {
   if (IsOpen()) library_.PJCommDevClose(handle_);
 }
 
-bool ProjectorLink::FindLibrary() {
-  const BeamlinkFunctions* const library = provider_();
-  if (library == nullptr) return false;
-  library_.Use(*library);
-  simulators_only_ = library->stands_in;
-  return true;
-}
-
 bool ProjectorLink::OpenLink(const Settings& settings) {
   failure_.reset();
-  if (!FindLibrary()) {
+  const BeamlinkFunctions* const library = provider_();
+  if (library == nullptr) {
     messages_.ShowText(kMsgLibraryMissing);
     return false;
   }
+  library_.Use(*library);
+  simulators_only_ = library->stands_in;
   const OpenParameters parameters = ParametersOf(settings);
   const ParameterBuffer first = BufferOf(parameters.first);
   const ParameterBuffer second = BufferOf(parameters.second);

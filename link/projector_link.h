@@ -49,9 +49,9 @@ class ProjectorLink {
   // Somebody looks on at every call of the library from now on; null: nobody. Must outlive its use.
   void Observe(CallObserver* observer) { library_.Observe(observer); }
 
-  // Looks for the library, which OpenLink does too. False, and nothing is said, when there is none.
-  bool FindLibrary();
-  // The library that was found last stands in for the maker's and reaches no real projector.
+  // The library stands in for the maker's and reaches no real projector: as OpenLink found it, or
+  // as somebody could tell before.
+  void ExpectSimulators(bool only) { simulators_only_ = only; }
   bool ReachesSimulatorsOnly() const { return simulators_only_; }
 
   // By the connection of the settings, whose time-out holds until the next call.

@@ -6,6 +6,8 @@
 
 #include "core/messages.h"
 #include "core/tool_texts.h"
+#include "link/beamlink.h"
+#include "link/library_origin.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/list_choice.h"
 #include "ui/LSSmain_menu.h"
@@ -179,10 +181,11 @@ void LSSmain::BindWindow() {
   Bind(wxEVT_CHAR_HOOK, &LSSmain::OnCharHook, this);
 }
 
-// Who tries the tool with a simulated projector sees so before anything is sent.
+// Who tries the tool with a simulated projector sees so before anything is sent. The library is not
+// loaded for that: one that fails then takes the tool with it.
 void LSSmain::ShowLibrary() {
-  if (parts_.engine.global.Settings.DemoMode == 1) return;
-  parts_.engine.link.FindLibrary();
+  const bool stands_in = OriginOf(parts_.program_folder, kBeamlinkName) == LibraryOrigin::kStandIn;
+  parts_.engine.link.ExpectSimulators(stands_in);
   ShowTitle();
   ShowStatus();
 }

@@ -93,8 +93,8 @@ void PictureWindow::ShowOverlay() {
   canvas_->RefreshRect(overlay_.area, false);
   overlay_ = LayOverlay(*canvas_, control_.Overlay(), control_.Place(), display_.Area.GetSize());
   opacity_ = -1;
-  RefreshOverlay();
   fade_.Start(kFadeStep);
+  RefreshOverlay();
 }
 
 void PictureWindow::RefreshOverlay() {

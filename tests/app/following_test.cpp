@@ -189,8 +189,7 @@ TEST(Following, StatusSaysWhatIsKnown) {
   settings.ConnectDevice = kUsb;
   EXPECT_EQ(rig.controller.Status().link, "USB1");
   EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0");
-  rig.library.functions.stands_in = true;
-  rig.link.FindLibrary();
+  rig.link.ExpectSimulators(true);
   EXPECT_EQ(rig.controller.Status().link, "USB1 (simulator)");
   EXPECT_EQ(rig.controller.Caption(), "Warpline Tool 3.0 (simulator)");
   settings.DemoMode = 1;
