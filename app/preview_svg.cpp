@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <initializer_list>
 #include <string_view>
@@ -28,10 +27,7 @@ std::string Attribute(std::string_view name, const std::string& value) {
 
 std::string Painted(std::string_view name, PreviewColour colour) {
   const std::array<std::uint8_t, 3> parts{colour.red, colour.green, colour.blue};
-  std::string text = HexOf(parts);
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return static_cast<char>(std::tolower(c)); });
-  return Attribute(name, std::string("#").append(text));
+  return Attribute(name, std::string("#").append(InLowerCase(HexOf(parts))));
 }
 
 // The opening of a shape's element, without its end.

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "core/conversions.h"
+
 namespace warpline {
 namespace {
 
@@ -13,33 +15,19 @@ constexpr std::string_view kRecord = "record\t";
 
 constexpr std::array<std::string_view, 3> kStates{"good", "note", "failed"};
 
-std::string_view TakeField(std::string_view& text) {
-  const std::size_t end = std::min(text.find('\t'), text.size());
-  const std::string_view field = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return field;
-}
-
 template <typename Number>
 bool TakeNumber(std::string_view& text, Number& number) {
-  const std::string_view field = TakeField(text);
+  const std::string_view field = TakeUpTo(text, '\t');
   const char* const last = field.data() + field.size();
   const auto [stop, error] = std::from_chars(field.data(), last, number);
   return error == std::errc() && stop == last;
 }
 
-// What a library or the system says may have several lines.
-std::string OneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
-  return text;
-}
-
 std::optional<TrialLine> EndOf(std::string_view rest) {
   TrialLine line;
   line.event = TrialEvent::kEnd;
-  line.step.step = TakeField(rest);
-  const auto* const state = std::find(kStates.begin(), kStates.end(), TakeField(rest));
+  line.step.step = TakeUpTo(rest, '\t');
+  const auto* const state = std::find(kStates.begin(), kStates.end(), TakeUpTo(rest, '\t'));
   if (state == kStates.end() || !TakeNumber(rest, line.step.milliseconds) ||
       !TakeNumber(rest, line.step.category) || !TakeNumber(rest, line.step.code)) {
     return std::nullopt;

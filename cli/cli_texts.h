@@ -92,6 +92,7 @@ namespace warpline {
   X(ManyConnections)          \
   X(RedactAlone)              \
   X(GivenTwice)               \
+  X(NameNotUtf8)              \
   X(NoProjectors)             \
   X(InputForOne)              \
   X(RecordForOne)             \

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <optional>
 #include <span>
@@ -21,17 +20,12 @@ namespace {
 constexpr int kMostPhotoPixels = 100'000;  // each way
 constexpr int kLastScreenType = kScreenTypeCount - 1;
 
-bool ReadNumber(std::string_view text, double& number) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end && std::abs(number) <= kFarthestMark;
-}
-
 std::optional<PlanePoint> PointOf(std::string_view text) {
   const std::size_t comma = text.find(',');
   PlanePoint point;
-  const bool read = comma != std::string_view::npos && ReadNumber(text.substr(0, comma), point.X) &&
-                    ReadNumber(text.substr(comma + 1), point.Y);
+  const bool read = comma != std::string_view::npos &&
+                    ReadReal(text.substr(0, comma), -kFarthestMark, kFarthestMark, point.X) &&
+                    ReadReal(text.substr(comma + 1), -kFarthestMark, kFarthestMark, point.Y);
   return read ? std::optional(point) : std::nullopt;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "core/conversions.h"
 #include "core/language_word.h"
 #include "platform/child_process.h"
 #include "platform/environment.h"
@@ -65,7 +66,7 @@ Json ReportOf(const Worker& worker, const ProcessEnd& end, const Verb& verb,
 
 // What one says of itself is not said twice.
 std::string MessageText(const Json& message, const Json& target) {
-  const std::string text = message.value("text", "");
+  const std::string text = OneLine(message.value("text", ""));
   const Json about = message.value("about", Json());
   return about.is_string() && about != target ? about.get<std::string>() + ": " + text : text;
 }

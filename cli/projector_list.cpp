@@ -30,11 +30,16 @@ std::string_view WithoutOuterBlanks(std::string_view line) {
 }
 
 // Files of the list are named from its own folder on.
-ListedProjector ProjectorOfLine(std::string_view line, const std::filesystem::path& folder) {
+// Nothing when a name is no UTF-8.
+std::optional<ListedProjector> ProjectorOfLine(std::string_view line,
+                                               const std::filesystem::path& folder) {
   ListedProjector projector;
   projector.name = TakeWord(line);
   projector.address = TakeWord(line);
-  if (!line.empty()) projector.file = folder / PathOf(line);
+  if (line.empty()) return projector;
+  const std::optional<std::filesystem::path> file = PathOfForeign(line);
+  if (!file) return std::nullopt;
+  projector.file = folder / *file;
   return projector;
 }
 
@@ -55,16 +60,17 @@ bool ReadList(const std::filesystem::path& path, const std::string& text, Sessio
   for (std::string line; std::getline(lines, line); ++place.line) {
     const std::string_view words = WithoutOuterBlanks(line);
     if (words.empty() || words.starts_with('#')) continue;
-    ListedProjector projector = ProjectorOfLine(words, path.parent_path());
-    const std::optional<CliText> complaint = ComplaintAbout(projector, projectors);
+    std::optional<ListedProjector> projector = ProjectorOfLine(words, path.parent_path());
+    const std::optional<CliText> complaint =
+        projector ? ComplaintAbout(*projector, projectors) : CliText::kNameNotUtf8;
     if (complaint) {
       return session.About([&] { return NameOfPlace(path, place); },
                            [&] {
-                             session.Tell(*complaint, {projector.address});
+                             session.Tell(*complaint, {projector ? projector->address : ""});
                              return false;
                            });
     }
-    projectors.push_back(std::move(projector));
+    projectors.push_back(*std::move(projector));
   }
   if (projectors.empty()) session.Tell(CliText::kNoProjectors, {Utf8Of(path)});
   return !projectors.empty();

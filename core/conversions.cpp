@@ -173,6 +173,32 @@ std::string WithoutBlanks(std::string_view text) {
   return result;
 }
 
+bool ReadReal(std::string_view text, double least, double most, double& number) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && stop == end && least <= number && number <= most;
+}
+
+std::string_view TakeUpTo(std::string_view& text, char separator) {
+  const std::size_t end = std::min(text.find(separator), text.size());
+  const std::string_view part = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return part;
+}
+
+std::string InLowerCase(std::string text) {
+  for (char& c : text) {
+    if ('A' <= c && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return text;
+}
+
+std::string OneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  return text;
+}
+
 std::string ShortestText(double value) {
   std::array<char, 32> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);

@@ -74,6 +74,13 @@ std::optional<Number> WholeNumber(std::string_view text, Number least, Number mo
   return whole && least <= value && value <= most ? std::optional(value) : std::nullopt;
 }
 
+// Reads the real number from least to most, both included, that the whole text is. False, and the
+// number is anything, when it is none.
+bool ReadReal(std::string_view text, double least, double most, double& number);
+
+// Takes the text up to the separator, or all of it, off the text, the separator with it.
+std::string_view TakeUpTo(std::string_view& text, char separator);
+
 // An address as four decimal numbers with dots between. Reading takes 0 to 255 each, with any
 // leading zeros, and gives nothing for another text.
 std::string AddressText(std::span<const std::uint8_t, 4> address);
@@ -81,6 +88,12 @@ std::optional<IPv4Address> AddressOf(std::string_view text);
 
 // The bytes in Base64 with its padding, on one line.
 std::string Base64Of(std::string_view bytes);
+
+// The text with "a" to "z" for "A" to "Z".
+std::string InLowerCase(std::string text);
+
+// The text on one line: a blank for each end of a line and tab.
+std::string OneLine(std::string text);
 
 // Single characters, as the entry fields of the dialogs ask for them.
 bool IsDigit(char c);  // "0" to "9"

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
+#include "core/conversions.h"
 #include "files/inifile.h"
 #include "files/wlrfile.h"
 #include "files/wlsfile.h"
@@ -51,10 +51,6 @@ const FormatRow* FindFormat(std::string_view type) {
   return row == kFormats.end() ? nullptr : row;
 }
 
-char LowerCase(char c) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
 }  // namespace
 
 std::unique_ptr<FormatModule> MakeFormatModule(std::string_view type, FileData& data,
@@ -69,8 +65,7 @@ std::uintmax_t SpaceNeeded(std::string_view type) {
 }
 
 std::optional<std::string> TypeOf(const std::filesystem::path& path) {
-  std::string word = Utf8Of(path.extension());
-  std::transform(word.begin(), word.end(), word.begin(), LowerCase);
+  std::string word = InLowerCase(Utf8Of(path.extension()));
   if (!word.empty()) word.erase(0, 1);
   return FindFormat(word) == nullptr ? std::nullopt : std::optional(word);
 }

@@ -1,7 +1,6 @@
 #include "fit/marks.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 
 #include "core/conversions.h"
@@ -12,13 +11,6 @@ namespace {
 constexpr std::string_view kHeader = "u,v,x,y";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// The text up to the separator, which is taken off with it.
-std::string_view NextPart(std::string_view& text, char separator) {
-  const std::string_view part = text.substr(0, text.find(separator));
-  text.remove_prefix(part.size() == text.size() ? part.size() : part.size() + 1);
-  return part;
-}
-
 std::string_view Trimmed(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r";
   const std::size_t first = text.find_first_not_of(kBlanks);
@@ -26,21 +18,14 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-bool ReadNumber(std::string_view text, double least, double most, double& number) {
-  text = Trimmed(text);
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end && number >= least && number <= most;
-}
-
 std::optional<Mark> MarkOf(std::string_view line) {
   std::array<std::string_view, 4> parts;
-  for (std::string_view& part : parts) part = NextPart(line, ',');
+  for (std::string_view& part : parts) part = Trimmed(TakeUpTo(line, ','));
   Mark mark;
-  const bool read = line.empty() && ReadNumber(parts[0], 0, 1, mark.U) &&
-                    ReadNumber(parts[1], 0, 1, mark.V) &&
-                    ReadNumber(parts[2], -kFarthestMark, kFarthestMark, mark.X) &&
-                    ReadNumber(parts[3], -kFarthestMark, kFarthestMark, mark.Y);
+  const bool read = line.empty() && ReadReal(parts[0], 0, 1, mark.U) &&
+                    ReadReal(parts[1], 0, 1, mark.V) &&
+                    ReadReal(parts[2], -kFarthestMark, kFarthestMark, mark.X) &&
+                    ReadReal(parts[3], -kFarthestMark, kFarthestMark, mark.Y);
   return read ? std::optional(mark) : std::nullopt;
 }
 
@@ -58,13 +43,13 @@ std::string MarksText(const Marks& marks) {
 
 std::optional<Marks> MarksOf(std::string_view text, NamedText& reason) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  if (WithoutBlanks(Trimmed(NextPart(text, '\n'))) != kHeader) {
+  if (WithoutBlanks(Trimmed(TakeUpTo(text, '\n'))) != kHeader) {
     reason = {"MarksHeaderWrong"};
     return std::nullopt;
   }
   Marks marks;
   for (std::size_t number = 2; !text.empty(); ++number) {
-    const std::string_view line = Trimmed(NextPart(text, '\n'));
+    const std::string_view line = Trimmed(TakeUpTo(text, '\n'));
     if (line.empty()) continue;
     const std::optional<Mark> mark = MarkOf(line);
     if (!mark) {

@@ -19,13 +19,14 @@ struct Camera {
   double Y = 0;
   double Z = -4;
   double K1 = 0;    // what is r half diagonals off the photograph's middle is seen at
-                    // r * (1 + K1 * r^2); -0.2..0.2
+                    // r * (1 + K1 * r^2); -0.14..0.2
   double Roll = 0;  // degrees, turns the camera clockwise
   PanelSize Photo{2000, 1500};
   double Filled = 0.5;  // of the photograph's width (or height, where that is less) by the picture
   double Room = 0.1;    // light of the room on its lighter side, the left one; 1: as light as white
 };
 
+inline constexpr double kLeastRadialTerm = -0.14;  // below -4/27 no corner is seen
 inline constexpr double kMostRadialTerm = 0.2;
 
 // A camera at its place.

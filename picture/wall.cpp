@@ -1,11 +1,11 @@
 #include "picture/wall.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <numbers>
 
+#include "core/conversions.h"
 #include "picture/rows.h"
 
 namespace warpline {
@@ -17,19 +17,6 @@ constexpr double kGroundLight = 44;
 constexpr std::array<std::string_view, kWallShapeCount> kShapeWords{
     "flat", "cylinder", "bow", "sphere", "corner", "ceiling"};
 constexpr std::array<std::string_view, 3> kAxisWords{"top", "middle", "bottom"};
-
-// The part of the text up to the next colon, which is taken off.
-std::string_view NextPart(std::string_view& text) {
-  const std::string_view part = text.substr(0, text.find(':'));
-  text.remove_prefix(std::min(part.size() + 1, text.size()));
-  return part;
-}
-
-bool ReadNumber(std::string_view text, double least, double most, double& number) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end && number >= least && number <= most;
-}
 
 template <typename Enum, std::size_t kCount>
 bool ReadWord(std::string_view text, const std::array<std::string_view, kCount>& words,
@@ -145,10 +132,10 @@ void Tint(RgbImage& image, int x, int y) {
 std::optional<Wall> WallOf(std::string_view text) {
   Wall wall;
   const bool read = std::ranges::count(text, ':') == 3 &&
-                    ReadWord(NextPart(text), kShapeWords, wall.Shape) &&
-                    ReadNumber(NextPart(text), kMinDistance, kMaxDistance, wall.Distance) &&
-                    ReadNumber(NextPart(text), -1, 1, wall.Curvature) &&
-                    ReadWord(NextPart(text), kAxisWords, wall.Axis);
+                    ReadWord(TakeUpTo(text, ':'), kShapeWords, wall.Shape) &&
+                    ReadReal(TakeUpTo(text, ':'), kMinDistance, kMaxDistance, wall.Distance) &&
+                    ReadReal(TakeUpTo(text, ':'), -1, 1, wall.Curvature) &&
+                    ReadWord(TakeUpTo(text, ':'), kAxisWords, wall.Axis);
   return read ? std::optional(wall) : std::nullopt;
 }
 

@@ -1,7 +1,5 @@
 #include "sim/camera_options.h"
 
-#include <charconv>
-#include <cmath>
 #include <string_view>
 
 #include "core/conversions.h"
@@ -12,12 +10,6 @@ namespace {
 constexpr double kFarthest = 100;  // metres
 constexpr int kLeastPhotoSide = 320;
 constexpr int kMostPhotoSide = 10'000;
-
-bool ReadReal(std::string_view text, double least, double most, double& number) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end && number >= least && number <= most;
-}
 
 bool ReadPlace(std::string_view text, Camera& camera) {
   const std::size_t first = text.find(',');
@@ -45,16 +37,10 @@ struct RealRow {
 };
 
 constexpr RealRow kReals[] = {
-    {"--camera-k1", &CameraWords::K1, &Camera::K1, -kMostRadialTerm, kMostRadialTerm},
+    {"--camera-k1", &CameraWords::K1, &Camera::K1, kLeastRadialTerm, kMostRadialTerm},
     {"--camera-roll", &CameraWords::Roll, &Camera::Roll, -180, 180},
     {"--room", &CameraWords::Room, &Camera::Room, 0, 10},
 };
-
-std::string TextOfReal(double number) {
-  const bool whole = number == std::round(number);
-  return whole ? std::to_string(std::lround(number))
-               : std::to_string(number).substr(0, number < 0 ? 4 : 3);
-}
 
 // A panel 1024 pixels wide has more than one pixel of it for each of its own on the usual walls.
 constexpr PanelSize kUsualPhoto{2400, 1800};
@@ -67,7 +53,7 @@ std::optional<Camera> CameraOf(const CameraWords& words, const Wall& wall, Panel
   for (const RealRow& row : kReals) {
     const std::string& word = words.*row.word;
     if (word.empty() || ReadReal(word, row.least, row.most, camera.*row.number)) continue;
-    reason = {"BadReal", {row.option, TextOfReal(row.least), TextOfReal(row.most)}};
+    reason = {"BadReal", {row.option, ShortestText(row.least), ShortestText(row.most)}};
     return std::nullopt;
   }
   if (!words.Photo.empty() && !ReadSize(words.Photo, camera.Photo)) {

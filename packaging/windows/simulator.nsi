@@ -121,4 +121,5 @@ Section Uninstall
   !insertmacro TakeOut "Beamlink.dll"
   !insertmacro TakeOut "Beamseek2.dll"
   Delete "$INSTDIR\RemoveSimulator.exe"
+  RMDir "$INSTDIR"  ; when nothing else is left in it
 SectionEnd

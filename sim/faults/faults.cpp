@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <utility>
 
 #include "core/conversions.h"
@@ -97,9 +96,7 @@ bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most,
 }
 
 bool ParseChance(std::string_view text, double& chance, NamedText& reason) {
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, chance);
-  if (error == std::errc() && stop == end && chance > 0 && chance <= 1) return true;
+  if (ReadReal(text, 0, 1, chance) && chance > 0) return true;
   reason = {"FaultNeedsChance"};
   return false;
 }

@@ -23,13 +23,6 @@ struct RecordingError {
 };
 
 // The text up to the separator, which is taken away with it.
-std::string_view TakeUpTo(std::string_view& text, char separator) {
-  const std::size_t end = std::min(text.find(separator), text.size());
-  const std::string_view part = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return part;
-}
-
 std::vector<std::string_view> FieldsOf(std::string_view line) {
   std::vector<std::string_view> fields;
   const auto count = std::ranges::count(line, '\t') + 1;

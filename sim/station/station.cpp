@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "core/conversions.h"
 #include "picture/photograph.h"
 #include "picture/test_picture.h"
 #include "platform/files.h"
@@ -318,8 +319,8 @@ void Station::WritePicture() {
 
 void Station::WritePhoto(const RgbImage& panel_picture) {
   constexpr int kQuality = 75;
-  const std::string kind = setup_.Photo->extension().string();
-  const bool jpeg = kind == ".jpg" || kind == ".jpeg" || kind == ".JPG";
+  const std::string kind = InLowerCase(Utf8Of(setup_.Photo->extension()));
+  const bool jpeg = kind == ".jpg" || kind == ".jpeg";
   const RgbImage photo = PhotographOf(panel_picture, setup_.Wall.value_or(Wall{}), setup_.Camera);
   const std::optional<std::string> bytes = jpeg ? JpegOf(photo, kQuality) : PngOf(photo);
   if (bytes) WriteFile(*setup_.Photo, *bytes);

@@ -155,6 +155,16 @@ TEST_F(ProjectorVerbsTest, FailuresSayOneThingAndEndTheWork) {
 }
 
 // The recording of what the tool saw, and of what the projector saw.
+// What the requests of a recording are called.
+std::set<std::string> NamesIn(const std::string& recording) {
+  std::set<std::string> names;
+  for (const std::string& line : LinesOf(recording)) {
+    const std::size_t name = line.find("\trequest\t");
+    if (name != line.npos) names.insert(line.substr(name, line.rfind('\t') - name));
+  }
+  return names;
+}
+
 TEST_F(ProjectorVerbsTest, RecordsAgreeWithTheProjectors) {
   std::ostringstream seen;
   sim::Recorder recorder(seen);
@@ -165,10 +175,12 @@ TEST_F(ProjectorVerbsTest, RecordsAgreeWithTheProjectors) {
   const Words how{"--lan", TextOf(server.Where()), "--record", Name("tool.txt"), "--redact"};
   const Words verbs[] = {{"apply", bent_}, {"store", bent_}, {"mode", "1"}, {"mode"}};
   std::vector<sim::RecordedEvent> told;
+  std::set<std::string> names;
   for (std::uint64_t link = 1; const Words& verb : verbs) {
     ASSERT_EQ(RunCli(verb + how).exit_code, 0);
     const std::string text = TempFolder::Read(folder_ / "tool.txt");
     EXPECT_FALSE(Holds(text, "127.0.0.1"));
+    names.merge(NamesIn(text));
     for (sim::RecordedEvent& event : RecordedIn(text)) {
       event.Link = link;
       told.push_back(event);
@@ -176,6 +188,8 @@ TEST_F(ProjectorVerbsTest, RecordsAgreeWithTheProjectors) {
     ++link;
   }
   server.Stop();
+  EXPECT_TRUE(std::ranges::includes(NamesIn(seen.str()), names));
+  EXPECT_GT(names.size(), 5U);
   std::vector<sim::RecordedEvent> projectors = RecordedIn(seen.str());
   std::ranges::stable_sort(projectors, {}, &sim::RecordedEvent::Link);  // told by several threads
   ASSERT_EQ(told.size(), projectors.size());

@@ -53,7 +53,7 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {Camera({"--camera", "0,0,-4m"}), "--camera needs X,Y,Z", "--camera には"},
       {Camera({"--camera", "0,0,-4", "--room", "11"}), "--room needs a number from 0 to 10",
        "--room には 0～10"},
-      {Camera({"--camera", "0,0,-4", "--camera-k1", "-.3"}), "from -0.2 to 0.2", "-0.2～0.2"},
+      {Camera({"--camera", "0,0,-4", "--camera-k1", "-.3"}), "from -0.14 to 0.2", "-0.14～0.2"},
       {Camera({"--camera", "0,0,-4", "--photo-size", "319x320"}), "320 to 10000", "320～10000"},
       {{"--source", profile("card.png", "GIF89a")}, "it is no PNG picture", "PNG 画像では"},
       {{"--listen", "0.0.0.0:7142"}, "loopback", "ループバック"},
