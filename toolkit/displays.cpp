@@ -12,8 +12,9 @@ std::vector<DisplayPlace> Displays() {
     const wxDisplay display(number);
     const wxRect area = display.GetGeometry();
     const double scale = PixelsPerUnit(display);
+    const wxString name = display.GetName();
     displays.push_back({number,
-                        display.GetName(),
+                        name.empty() ? ConnectorName(number) : name,
                         area,
                         {wxRound(area.width * scale), wxRound(area.height * scale)}});
   }

@@ -10,6 +10,9 @@ namespace warpline {
 // How many pixels of the display one unit of the toolkit is.
 double PixelsPerUnit(const wxDisplay& display);
 
+// What the system calls the place where the display of that number is plugged in; may be empty.
+wxString ConnectorName(unsigned display);
+
 // Asks the system to let the window, which is shown on the display of that number already, fill it
 // without a frame, and to leave that again. Some do so a moment later, or not at all.
 void FillDisplay(wxTopLevelWindow& window, unsigned display);

@@ -8,6 +8,17 @@ double PixelsPerUnit(const wxDisplay& display) {
   return display.GetScaleFactor();
 }
 
+wxString ConnectorName(unsigned display) {
+  auto* screen = ToolkitFunction<void*()>("gdk_screen_get_default");
+  auto* name_of = ToolkitFunction<char*(void*, int)>("gdk_screen_get_monitor_plug_name");
+  auto* release = ToolkitFunction<void(void*)>("g_free");
+  if (screen == nullptr || name_of == nullptr || release == nullptr) return {};
+  char* name = name_of(screen(), static_cast<int>(display));
+  wxString found = wxString::FromUTF8(name == nullptr ? "" : name);
+  release(name);
+  return found;
+}
+
 // wxWidgets's own cannot name the display. Where no window manager is at work it does nothing, and
 // the window stays as it was placed.
 void FillDisplay(wxTopLevelWindow& window, unsigned display) {

@@ -7,6 +7,11 @@ double PixelsPerUnit(const wxDisplay&) {
   return 1;
 }
 
+// wxWidgets' name of a display is that already.
+wxString ConnectorName(unsigned) {
+  return {};
+}
+
 void FillDisplay(wxTopLevelWindow& window, unsigned) {
   window.ShowFullScreen(true);
 }
