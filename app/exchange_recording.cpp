@@ -16,10 +16,20 @@ bool ExchangeRecording::Begin(const std::filesystem::path& file, bool redacted) 
     messages_.ShowText(ToolText::kRecordingNotBegun, {Utf8Of(file)}, MessageIcon::kCritical);
     return false;
   }
-  running.recorder = std::make_unique<ExchangeRecorder>(*running.file, redacted);
+  Start(std::move(running));
+  return true;
+}
+
+void ExchangeRecording::BeginIn(std::ostream& stream, const std::filesystem::path& name,
+                                bool redacted) {
+  End();
+  Start({name, std::make_unique<RecordFile>(stream), nullptr, redacted});
+}
+
+void ExchangeRecording::Start(Running running) {
+  running.recorder = std::make_unique<ExchangeRecorder>(*running.file, running.redacted);
   running_ = std::move(running);
   link_.Observe(running_->recorder.get());
-  return true;
 }
 
 TrialRecord ExchangeRecording::ForTrial() {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "app/link_trial.h"
@@ -26,6 +27,11 @@ class ExchangeRecording {
   // Records into a new file, in an old one's place; redacted: without addresses. False, with the
   // message shown, when it cannot be made.
   bool Begin(const std::filesystem::path& file, bool redacted);
+
+  // The same into a stream, which must outlive the recording and is not written otherwise
+  // meanwhile; messages call it by that name.
+  void BeginIn(std::ostream& stream, const std::filesystem::path& name, bool redacted);
+
   bool IsOn() const { return running_.has_value(); }
 
   // For a process that opens a link of its own: whether and how it tells what to record, and the
@@ -51,6 +57,7 @@ class ExchangeRecording {
     bool redacted = false;
   };
 
+  void Start(Running running);
   void Drop();
 
   ProjectorLink& link_;

@@ -43,19 +43,33 @@ bool BuildContent(const Engine& engine, SheetContent& content) {
   return true;
 }
 
+bool MakePage(Engine& engine, const SheetRequest& request, std::string& page) {
+  SheetContent content;
+  content.note = request.note;
+  content.date = LocalTime(request.now, kDateAndTime);
+  content.file_name = Utf8Of(engine.global.CurrentFile.filename());
+  content.changed = request.changed;
+  if (!CheckNote(engine, request.note)) return false;
+  if (request.ask_projector && !AskProjector(engine, content)) return false;
+  if (!BuildContent(engine, content)) return false;
+  page = SetupSheet(engine.global, content);
+  return true;
+}
+
 }  // namespace
+
+std::optional<std::string> SetupSheetPage(Engine& engine, const SheetRequest& request) {
+  std::string page;
+  const bool made =
+      ReportingFaults(engine.messages, [&] { return MakePage(engine, request, page); });
+  return made ? std::optional(std::move(page)) : std::nullopt;
+}
 
 bool WriteSetupSheet(Engine& engine, const SheetRequest& request) {
   return ReportingFaults(engine.messages, [&] {
-    SheetContent content;
-    content.note = request.note;
-    content.date = LocalTime(request.now, kDateAndTime);
-    content.file_name = Utf8Of(engine.global.CurrentFile.filename());
-    content.changed = request.changed;
-    return CheckNote(engine, request.note) && engine.files.MayWrite(request.sheet) &&
-           (!request.ask_projector || AskProjector(engine, content)) &&
-           BuildContent(engine, content) &&
-           engine.files.SaveBytes(request.sheet, SetupSheet(engine.global, content));
+    std::string page;
+    return engine.files.MayWrite(request.sheet) && MakePage(engine, request, page) &&
+           engine.files.SaveBytes(request.sheet, page);
   });
 }
 

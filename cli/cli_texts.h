@@ -95,7 +95,8 @@ namespace warpline {
   X(NameNotUtf8)              \
   X(NoProjectors)             \
   X(InputForOne)              \
-  X(RecordForOne)             \
+  X(OutputTwice)              \
+  X(RecordedTwice)            \
   X(NoProcess)                \
   X(ProcessEnded)             \
   X(Done)                     \

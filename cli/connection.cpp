@@ -7,9 +7,11 @@
 #include <string_view>
 
 #include "app/startup.h"
+#include "cli/verbs.h"
 #include "core/conversions.h"
 #include "core/settings.h"
 #include "link/beamlink.h"
+#include "platform/console.h"
 #include "platform/environment.h"
 
 namespace warpline {
@@ -96,12 +98,19 @@ bool ChooseConnection(const VerbInput& input, Session& session) {
   return TakeTimeOut(input, session);
 }
 
-std::optional<int> BeginRecording(const VerbInput& input, Session& session) {
+std::optional<int> BeginRecording(const VerbInput& input, bool prints, Session& session) {
   const bool redacted = input.Has("--redact");
-  if (!input.Has("--record")) {
+  if (!input.Has(kRecordOption)) {
     return redacted ? std::optional(session.UsageError(CliText::kRedactAlone)) : std::nullopt;
   }
-  if (session.engine.recording.Begin(input.Path("--record"), redacted)) return std::nullopt;
+  const std::filesystem::path file = input.Path(kRecordOption);
+  if (file == kStandardName) {
+    if (prints || session.report.Wanted()) return session.UsageError(CliText::kOutputTwice);
+    MakeOutputBinary();
+    session.engine.recording.BeginIn(session.out, file, redacted);
+    return std::nullopt;
+  }
+  if (session.engine.recording.Begin(file, redacted)) return std::nullopt;
   return kExitFailed;
 }
 

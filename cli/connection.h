@@ -13,10 +13,12 @@ namespace warpline {
 // mode too. False when the words are wrong, which has been said; then nothing may be contacted.
 bool ChooseConnection(const VerbInput& input, Session& session);
 
-// The recording that --record asks for begins; it ends by itself with the session. Nothing when all
-// is well, else the exit code: the words are wrong, or the file cannot be written, which has been
+// The recording that --record asks for begins; it ends by itself with the session. prints: the verb
+// itself writes to standard output, so that the recording cannot go there too. Nothing when all is
+// well, else the exit code: the words are wrong, or the file cannot be written, which has been
 // said.
-std::optional<int> BeginRecording(const VerbInput& input, Session& session);
+std::optional<int> BeginRecording(const VerbInput& input, bool prints, Session& session);
+
 // An address of --lan, and its port: that of every projector when none is given.
 struct LanAddress {
   std::string address;

@@ -46,7 +46,7 @@ void Keep(const std::vector<CheckRow>& rows, const CheckVerdict& verdict, Report
 
 int RunDoctor(const VerbInput& input, Session& session) {
   if (!ChooseConnection(input, session)) return kExitUsage;
-  if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
+  if (const std::optional<int> failed = BeginRecording(input, true, session)) return *failed;
   const LSSglobal& global = session.engine.global;
   const bool as_json = session.report.Wanted();
   session.report.Set("target", TargetName(global.Settings));

@@ -5,7 +5,9 @@
 #include <list>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <string>
+#include <string_view>
 
 #include "core/conversions.h"
 #include "core/language_word.h"
@@ -27,6 +29,17 @@ struct Worker {
   std::string output;
 };
 
+// Where the calls of one projector are recorded: its name stands before the file's ending, without
+// the letters that a file's name cannot have.
+std::filesystem::path RecordOf(const ListedProjector& projector,
+                               const std::filesystem::path& file) {
+  std::string name = projector.name;
+  for (char& letter : name) {
+    if (std::string_view("<>:\"/\\|?*").find(letter) != std::string_view::npos) letter = '_';
+  }
+  return file.parent_path() / PathOf(Utf8Of(file.stem()) + "-" + name + Utf8Of(file.extension()));
+}
+
 // What the process of one projector is started with: the verb's own words, but for this projector
 // alone and with a report that is read here.
 std::vector<std::string> WordsFor(const ListedProjector& projector, const Verb& verb,
@@ -38,6 +51,10 @@ std::vector<std::string> WordsFor(const ListedProjector& projector, const Verb& 
     if (!input.Has(row.name) && !(is_file && projector.file)) continue;
     if (row.name.starts_with('-')) words.emplace_back(row.name);
     if (row.take == Take::kFlag) continue;
+    if (row.name == kRecordOption) {
+      words.push_back(Utf8Of(RecordOf(projector, input.Path(kRecordOption))));
+      continue;
+    }
     words.push_back(is_file && projector.file ? Utf8Of(*projector.file) : input.Text(row.name));
   }
   const bool japanese = LanguageOf(session.engine.global) == Language::kJapanese;
@@ -139,11 +156,30 @@ bool FilesAreThere(const Verb& verb, const VerbInput& input,
   return all;
 }
 
+// Whether each can be recorded in a file of its own, where that is asked for.
+bool RecordsAreApart(const VerbInput& input, const std::vector<ListedProjector>& projectors,
+                     Session& session) {
+  if (!input.Has(kRecordOption)) return true;
+  const std::filesystem::path file = input.Path(kRecordOption);
+  if (file == kStandardName) {
+    session.UsageError(CliText::kOutputTwice);
+    return false;
+  }
+  std::set<std::filesystem::path> records;
+  for (const ListedProjector& projector : projectors) {
+    const auto [record, first] = records.insert(RecordOf(projector, file));
+    if (first) continue;
+    session.UsageError(CliText::kRecordedTwice, {Utf8Of(*record)});
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int RunOnMany(const Verb& verb, const VerbInput& input,
               const std::vector<ListedProjector>& projectors, Session& session) {
-  if (input.Has("--record")) return session.UsageError(CliText::kRecordForOne);
+  if (!RecordsAreApart(input, projectors, session)) return kExitUsage;
   if (!FilesAreThere(verb, input, projectors, session)) return kExitUsage;
   std::list<Worker> workers;
   int exit_code = kExitOk;

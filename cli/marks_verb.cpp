@@ -19,7 +19,7 @@ bool FindIn(const std::filesystem::path& path, PanelSize panel, Session& session
   const Messages& messages = session.engine.messages;
   return session.OnFile(path, [&] {
     std::string bytes;
-    if (const std::error_code error = ReadWholeFile(path, bytes)) {
+    if (const std::error_code error = session.Read(path, bytes)) {
       messages.ShowSystemError(SystemErrorText(error));
       return false;
     }

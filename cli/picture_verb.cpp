@@ -28,7 +28,7 @@ int WriteOwn(const VerbInput& input, Session& session, PanelSize panel) {
   std::optional<RgbImage> image;
   const bool read = session.OnFile(input.Path("--image"), [&] {
     std::string bytes;
-    const std::error_code error = ReadWholeFile(input.Path("--image"), bytes);
+    const std::error_code error = session.Read(input.Path("--image"), bytes);
     NamedText reason;
     if (!error) image = ImageOfPhotograph(bytes, reason);
     if (image) return true;

@@ -11,10 +11,11 @@ namespace warpline {
 
 namespace {
 
-// In demo mode the commands send nothing, which is worth a word.
+// In demo mode the commands send nothing, which is worth a word. prints: work writes to standard
+// output.
 int RunOnProjector(const VerbInput& input, Session& session,
-                   const std::function<bool(ProjectorCommands&)>& work) {
-  if (const std::optional<int> failed = BeginRecording(input, session)) return *failed;
+                   const std::function<bool(ProjectorCommands&)>& work, bool prints = false) {
+  if (const std::optional<int> failed = BeginRecording(input, prints, session)) return *failed;
   const Settings& settings = session.engine.global.Settings;
   std::string target = TargetName(settings);
   session.report.Set("target", target);
@@ -97,13 +98,14 @@ int RunMode(const VerbInput& input, Session& session) {
     return RunOnProjector(
         input, session, [wanted](ProjectorCommands& commands) { return commands.SetMode(wanted); });
   }
-  return RunOnProjector(input, session, [&session](ProjectorCommands& commands) {
+  const auto print = [&session](ProjectorCommands& commands) {
     const std::optional<std::int16_t> shown = commands.ReadMode();
     if (!shown) return false;
     session.report.Set("mode", *shown);
     if (!session.report.Wanted()) session.out << *shown << '\n';
     return true;
-  });
+  };
+  return RunOnProjector(input, session, print, true);
 }
 
 }  // namespace warpline

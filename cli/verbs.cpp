@@ -12,7 +12,7 @@ constexpr ArgumentRow kLans{"--lan", "ADDRESS[:PORT]", Take::kSeveral, T::kLansO
 constexpr ArgumentRow kProjectors{"--projectors", "LIST", Take::kOptional, T::kProjectorsOption};
 constexpr ArgumentRow kSerialPort{"--serial", "N:SPEED", Take::kOptional, T::kSerialOption};
 constexpr ArgumentRow kUsbPort{"--usb", "N", Take::kOptional, T::kUsbOption};
-constexpr ArgumentRow kRecord{"--record", "FILE", Take::kOptional, T::kRecordOption};
+constexpr ArgumentRow kRecord{kRecordOption, "FILE", Take::kOptional, T::kRecordOption};
 constexpr ArgumentRow kRedact{"--redact", "", Take::kFlag, T::kRedactOption};
 constexpr ArgumentRow kTimeOut{"--timeout", "MS", Take::kOptional, T::kTimeOutOption};
 

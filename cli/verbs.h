@@ -31,6 +31,9 @@ struct ArgumentRow {
 // Of every verb that has it: results and messages as one line of JSON.
 inline constexpr std::string_view kJsonOption = "--json";
 
+// Of every verb that talks to a projector: the file of the recording.
+inline constexpr std::string_view kRecordOption = "--record";
+
 struct Verb {
   std::string_view name;
   CliText help;

@@ -11,8 +11,12 @@ std::unique_ptr<RecordFile> RecordFile::Create(const std::filesystem::path& path
   return file ? std::make_unique<RecordFile>(std::move(file)) : nullptr;
 }
 
-RecordFile::RecordFile(std::unique_ptr<std::ofstream> file)
-    : file_(std::move(file)), waiting_(RecordTitleLine()), thread_([this] { Work(); }) {}
+RecordFile::RecordFile(std::unique_ptr<std::ofstream> file) : RecordFile(*file) {
+  file_ = std::move(file);
+}
+
+RecordFile::RecordFile(std::ostream& stream)
+    : stream_(stream), waiting_(RecordTitleLine()), thread_([this] { Work(); }) {}
 
 RecordFile::~RecordFile() {
   {
@@ -50,7 +54,7 @@ void RecordFile::Work() {
     const std::string lines = std::exchange(waiting_, {});
     writing_ = true;
     lock.unlock();
-    const bool written = failed_ || (*file_ << lines << std::flush);
+    const bool written = failed_ || (stream_ << lines << std::flush);
     lock.lock();
     writing_ = false;
     failed_ = failed_ || !written;

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <memory>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -20,6 +21,9 @@ class RecordFile : public RecordSink {
   static std::unique_ptr<RecordFile> Create(const std::filesystem::path& path);
 
   explicit RecordFile(std::unique_ptr<std::ofstream> file);
+
+  // The same into a stream, which must outlive this object and is this object's alone until then.
+  explicit RecordFile(std::ostream& stream);
   ~RecordFile() override;
   RecordFile(const RecordFile&) = delete;
   RecordFile& operator=(const RecordFile&) = delete;
@@ -35,7 +39,8 @@ class RecordFile : public RecordSink {
 
   mutable std::mutex mutex_;
   std::condition_variable changed_;
-  std::unique_ptr<std::ofstream> file_;  // the thread's alone
+  std::unique_ptr<std::ofstream> file_;
+  std::ostream& stream_;  // the thread's alone
   std::string waiting_;
   bool writing_ = false;
   bool failed_ = false;

@@ -27,11 +27,14 @@ class ManyProjectorsTest : public FilesTest {
 
 TEST_F(ManyProjectorsTest, EachHasItsLineAndItsFile) {
   const Words words{"apply", flat_, "--projectors", list_, "--language", "en"};
-  const CliResult good = RunProgram(words);
+  const CliResult good = RunProgram(words + Words{"--record", Name("run.txt")});
   EXPECT_EQ(good.exit_code, 0) << good;
   EXPECT_EQ(SortedLines(good), (Words{"left: ok", "right: ok"}));
   EXPECT_EQ(left_.Snapshot().Count.Shows + right_.Snapshot().Count.Shows, 2U);
   EXPECT_NE(left_.Snapshot().Working, right_.Snapshot().Working);
+  for (const char* file : {"run-left.txt", "run-right.txt"}) {
+    EXPECT_TRUE(Holds(TempFolder::Read(folder_ / file), "\treply\t")) << file;
+  }
   const CliResult stored = RunProgram({"store", flat_, "--projectors", list_, "--language", "en"});
   ASSERT_EQ(LinesOf(stored.out).size(), 2U) << stored;
   EXPECT_TRUE(SortedLines(stored)[0].starts_with("left: ok; The projector keeps")) << stored;
@@ -56,6 +59,7 @@ TEST_F(ManyProjectorsTest, EachHasItsLineAndItsFile) {
 
 TEST_F(ManyProjectorsTest, WrongListsContactNobody) {
   const std::string twice = Put("twice.txt", "a 127.0.0.1\nb 127.0.0.1:7142 bent file.wlt\n");
+  const std::string alike = Put("alike.txt", "a/b 127.0.0.1\na:b 127.0.0.2\n");
   const std::string bad = Put("bad.txt", "a 127.0.0.1:0\n"), none = Put("none.txt", "# none\n");
   const std::tuple<Words, int, std::string> rows[] = {
       {{flat_, "--projectors", twice}, 1, twice + ":2: The projector \"127.0.0.1:7142\" is given"},
@@ -66,7 +70,8 @@ TEST_F(ManyProjectorsTest, WrongListsContactNobody) {
       {{"-", "--projectors", list_}, 2, "one projector only"},
       {{flat_, "--projectors", list_, "--lan", "127.0.0.1"}, 2, "Give only one"},
       {{flat_, "--lan", "127.0.0.1", "--lan", "127.0.0.1:7142"}, 2, "is given twice"},
-      {{flat_, "--projectors", list_, "--record", Name("r.txt")}, 2, "one projector only"},
+      {{flat_, "--projectors", list_, "--record", "-"}, 2, "one thing only"},
+      {{flat_, "--projectors", alike, "--record", Name("r.txt")}, 2, Name("r-a_b.txt")},
   };
   for (const auto& [words, exit_code, text] : rows) {
     const CliResult result = RunCli(Words{"apply"} + words);

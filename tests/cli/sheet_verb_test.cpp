@@ -71,10 +71,17 @@ TEST_F(SheetVerbTest, TellsWhatTheProjectorReported) {
   const ProjectorServer projector(setup);
   const std::string file = Put("bent.wlt", kBentFile);
   EXPECT_TRUE(Holds(Sheet({file}), "It was not asked."));
-  const std::string page = Sheet({file, "--lan", projector.Place()});
+  const std::string record = Name("record.txt");
+  const Words asking{file, "--lan", projector.Place(), "--record", record};
+  const std::string page = Sheet(asking);
   for (const char* part : {">640 x 480 pixels<", ">4<", ">0: Normal mode<", "panel of 640 x 480"}) {
     EXPECT_TRUE(Holds(page, part)) << part;
   }
+  for (const char* name : {"request\tModel class?", "reply\tMode (18, 19)"}) {
+    EXPECT_TRUE(Holds(TempFolder::Read(record), name)) << name;
+  }
+  const CliResult printed = RunCli(Words{"sheet", "-o", "-"} + asking);
+  EXPECT_EQ(WithoutNoteAndDate(printed.out), WithoutNoteAndDate(page));
 }
 
 TEST_F(SheetVerbTest, SaysWhatIsWrongAndKeepsTheOldSheet) {
@@ -89,6 +96,7 @@ TEST_F(SheetVerbTest, SaysWhatIsWrongAndKeepsTheOldSheet) {
       {{file, "--note", std::string(10, '\n')}, 1, "10 lines"},
       {{file, "--lan", mute.Place(), "--timeout", "500"}, 1, "no projector response"},
       {{file, "--lan", "nowhere:0"}, 2, "nowhere:0"},
+      {{file, "--lan", mute.Place(), "--record", "-", "-o", "-"}, 2, "one thing only"},
       {{file, "-o", folder_.Path().string()}, 1, "Failed writing file."},
       {{cubic}, 1, "[3] Wrong value."},  // through two points
   };

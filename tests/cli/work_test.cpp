@@ -186,6 +186,10 @@ TEST_F(WorkTest, StandardStreamsStandForFiles) {
   EXPECT_EQ(run({"check", "-"}, "[Warpline Tool 3.0]\n").out, "-: ok\n");
   EXPECT_TRUE(Holds(run({"frames", "-", "--send", "1"}, made.out).out, "01"));
   EXPECT_TRUE(run({"preview", flat, "-o", "-"}, "").out.starts_with("<")) << "an SVG picture";
+  EXPECT_TRUE(Holds(run({"sheet", "-", "-o", "-"}, kFlatFile).out, "download=\"correction.wlt\""));
+  const CliResult card = run({"picture", "card", "-o", "-", "--panel", "400x320"}, "");
+  EXPECT_EQ(run({"picture", "own", "--image", "-", "-o", "-", "--panel", "400x320"}, card.out).out,
+            card.out);
   EXPECT_EQ(run({"profile", "-", "--axis", "h"}, "[Warpline Tool Data File 3.0]\nOpticalH=x\n").err,
             "-:2: OpticalH: The parameter value is not correct.\n");
   EXPECT_TRUE(Holds(run({"convert", "-", flat}, "notes").err, "no known kind"));
