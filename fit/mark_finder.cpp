@@ -102,10 +102,20 @@ Mark MarkAt(std::size_t mark, const Vector2d& place) {
           MarkV(static_cast<int>(mark) / kMarkColumns), place.x(), place.y()};
 }
 
+// What is known of places that are all there.
+FoundMarks Told(const PhotoFindings& findings) {
+  FoundMarks found;
+  for (std::size_t i = 0; i < kMarkCount; ++i) {
+    (findings.Looks[i] ? found.Found : found.Missing).push_back(MarkAt(i, *findings.Places[i]));
+  }
+  found.Warnings = WarningsAbout(findings);
+  found.Refusal = RefusalOf(findings);
+  return found;
+}
+
 }  // namespace
 
 FoundMarks FindMarks(const RgbImage& photo, PanelSize panel) {
-  FoundMarks found;
   const std::vector<GreyImage> pyramid = PyramidOf(photo);
   bool part_seen = false;
   const std::optional<PlacedMarks> rough = FindRoughly(pyramid, part_seen);
@@ -115,17 +125,33 @@ FoundMarks FindMarks(const RgbImage& photo, PanelSize panel) {
     findings.Places = rough->Places;
     findings.Looks = Refine(pyramid.front(), panel, findings.Places);
   }
-  if (!MarksThat(findings.Places, false).empty()) {
-    found.Refusal =
-        ReasonForNoMarks(pyramid[std::min<std::size_t>(1, pyramid.size() - 1)], part_seen);
-    return found;
-  }
+  if (MarksThat(findings.Places, false).empty()) return Told(findings);
+  FoundMarks none;
+  none.Refusal = ReasonForNoMarks(pyramid[std::min<std::size_t>(1, pyramid.size() - 1)], part_seen);
+  return none;
+}
+
+FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& near) {
+  const GreyImage image = GreyOf(photo);
+  const Refiner refiner(image, panel);
+  PhotoFindings findings{{photo.Width, photo.Height}, panel, {}, {}, false};
+  MarkPlaces found;
+  std::size_t before = 0;
+  do {
+    before = MarksThat(found, true).size();
+    const std::vector<std::size_t> wanted = MarksThat(found, false);
+    findings.Places = Completed(found);
+    for (std::size_t i = 0; i < kMarkCount; ++i) {
+      if (!findings.Places[i]) findings.Places[i] = Vector2d(near[i].X, near[i].Y);
+    }
+    MarkPlaces refined = findings.Places;
+    refiner.Refine(wanted, refined, findings.Looks);
+    for (const std::size_t mark : wanted) found[mark] = refined[mark];
+  } while (MarksThat(found, true).size() > before);
   for (std::size_t i = 0; i < kMarkCount; ++i) {
-    (findings.Looks[i] ? found.Found : found.Missing).push_back(MarkAt(i, *findings.Places[i]));
+    if (found[i]) findings.Places[i] = found[i];
   }
-  found.Warnings = WarningsAbout(findings);
-  found.Refusal = RefusalOf(findings);
-  return found;
+  return Told(findings);
 }
 
 }  // namespace warpline

@@ -79,6 +79,17 @@ RgbImage Oriented(RgbImage image, int orientation) {
   return turned;
 }
 
+bool IsPhotographSize(PanelSize size, NamedText& reason) {
+  if (std::min(size.Width, size.Height) >= kLeastPhotographSide &&
+      std::int64_t{size.Width} * size.Height <= kMostPhotographPixels) {
+    return true;
+  }
+  reason = {"PhotoSize",
+            {std::to_string(size.Width), std::to_string(size.Height),
+             std::to_string(kLeastPhotographSide)}};
+  return false;
+}
+
 std::optional<RgbImage> ImageOfPhotograph(std::string_view bytes, NamedText& reason) {
   if (IsHeic(bytes)) {
     reason = {"PhotoHeic"};
@@ -90,13 +101,7 @@ std::optional<RgbImage> ImageOfPhotograph(std::string_view bytes, NamedText& rea
     reason = {"PhotoFormatUnknown"};
     return std::nullopt;
   }
-  if (std::min(size->Width, size->Height) < kLeastPhotographSide ||
-      std::int64_t{size->Width} * size->Height > kMostPhotographPixels) {
-    reason = {"PhotoSize",
-              {std::to_string(size->Width), std::to_string(size->Height),
-               std::to_string(kLeastPhotographSide)}};
-    return std::nullopt;
-  }
+  if (!IsPhotographSize(*size, reason)) return std::nullopt;
   std::optional<RgbImage> image = DecodedPicture(bytes);
   if (!image) {
     reason = {"PhotoDamaged"};

@@ -15,6 +15,9 @@ namespace warpline {
 inline constexpr std::int64_t kMostPhotographPixels = 100'000'000;
 inline constexpr int kLeastPhotographSide = 320;
 
+// Else the reason, PhotoSize.
+bool IsPhotographSize(PanelSize size, NamedText& reason);
+
 // The picture of a JPEG or PNG file's bytes, upright by the orientation that the file tells; what
 // is transparent is black. Else nothing, and the reason: PhotoFormatUnknown, PhotoHeic, PhotoSize
 // or PhotoDamaged.
