@@ -239,6 +239,14 @@ bool MainController::OpenNamed(const std::filesystem::path& path) {
   return true;
 }
 
+void MainController::TakeCorrection(const CorrectionData& correction) {
+  global_.Correction = correction;
+  NoteStep(TextOf(global_, ToolText::kStepPhotograph));
+  view_.ShowModel();
+  StepDone();
+  ApplyInRealTime();
+}
+
 bool MainController::OpenRegisterFile(const std::filesystem::path& path) {
   if (!OpenRegisters(files_, global_, messages_, path)) return false;
   RunCommand([this] { commands_.SendRegisters(); });

@@ -158,6 +158,10 @@ class MainController {
   // when the file is not there.
   bool OpenNamed(const std::filesystem::path& path);
 
+  // A correction found from a photograph becomes the model, as one step; the file that is open
+  // stays.
+  void TakeCorrection(const CorrectionData& correction);
+
   // True when the file was written. A name without extension is completed with "wlt". Under a name
   // that ends in ".wlr" (any case) Save As writes the registers for the panel last reported; that
   // neither becomes the current file nor counts as saving the changes. When the current file has

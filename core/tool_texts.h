@@ -244,6 +244,52 @@ namespace warpline {
   X(PhotoMarksDark)            \
   X(PhotoMarksMissing)         \
   X(PhotoFewMarks)             \
+  X(MenuPhotograph)            \
+  X(StepPhotograph)            \
+  X(PhotoTitle)                \
+  X(PhotoStepMarks)            \
+  X(PhotoStepPhoto)            \
+  X(PhotoStepCheck)            \
+  X(PhotoStepResult)           \
+  X(PhotoMarksHow)             \
+  X(PhotoClear)                \
+  X(PhotoOnDisplay)            \
+  X(PhotoOpenHow)              \
+  X(PhotoOpen)                 \
+  X(PhotoTurnLeft)             \
+  X(PhotoTurnRight)            \
+  X(PhotoFacts)                \
+  X(PhotoByHand)               \
+  X(PhotoNothingToPaste)       \
+  X(PhotoCheckHow)             \
+  X(PhotoFindNear)             \
+  X(PhotoLargest)              \
+  X(PhotoLensHow)              \
+  X(PhotoLineBegin)            \
+  X(PhotoLineEnd)              \
+  X(PhotoLensKnown)            \
+  X(PhotoNone)                 \
+  X(PhotoResultHow)            \
+  X(PhotoColumnScreen)         \
+  X(PhotoColumnNow)            \
+  X(PhotoColumnCorrected)      \
+  X(PhotoColumnGrid)           \
+  X(PhotoOffStraight)          \
+  X(PhotoGridOff)              \
+  X(PhotoWorstMarks)           \
+  X(PhotoWorstMark)            \
+  X(PhotoListComma)            \
+  X(PhotoPanel)                \
+  X(PhotoPanelAssumed)         \
+  X(PhotoMarkExpected)         \
+  X(PhotoMarkFound)            \
+  X(PhotoMarkByHand)           \
+  X(PhotoUpperLeft)            \
+  X(PhotoUpperRight)           \
+  X(PhotoLowerRight)           \
+  X(PhotoLowerLeft)            \
+  X(PhotoLinePoint)            \
+  X(PhotoHandleAt)             \
   X(Simulator)
 WARPLINE_TEXT_KEYS(ToolText, WARPLINE_TOOL_TEXTS)
 
