@@ -117,11 +117,11 @@ void PhotoMarks::Unset(std::size_t mark) {
   marks_[mark].State = MarkState::kExpected;
 }
 
-void PhotoMarks::Take(const FoundMarks& near) {
-  for (const Mark& mark : near.Found) {
+void PhotoMarks::Take(const FoundMarks& around) {
+  for (const Mark& mark : around.Found) {
     marks_[IndexOf(mark)] = {{mark.X, mark.Y}, MarkState::kFound};
   }
-  for (const Mark& mark : near.Missing) {
+  for (const Mark& mark : around.Missing) {
     PhotoMark& known = marks_[IndexOf(mark)];
     if (known.State == MarkState::kExpected) known.At = {mark.X, mark.Y};
   }

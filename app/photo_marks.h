@@ -40,7 +40,7 @@ class PhotoMarks {
   void Unset(std::size_t mark);
 
   // What was found near the marks. Those that were not stay as they are.
-  void Take(const FoundMarks& near);
+  void Take(const FoundMarks& around);
 
   // The photograph was turned by a quarter, to the right or to the left; photo is its size before.
   void Turn(bool right, PhotoSize photo);

@@ -83,10 +83,10 @@ void PhotoSession::Turn(bool right) {
 
 void PhotoSession::FindMarksNear() {
   if (!HasPhoto()) return;
-  const FoundMarks near =
+  const FoundMarks around =
       warpline::FindMarksNear(photo_, engine_.global.Panel, layout_.Marks.Places());
-  NoteFindings(near);
-  layout_.Marks.Take(near);
+  NoteFindings(around);
+  layout_.Marks.Take(around);
 }
 
 std::vector<PlacedHandle> PhotoSession::Handles() const {
@@ -149,11 +149,16 @@ void PhotoSession::SelectNextKind() {
   selected_ = next == handles.end() ? handles.front().Handle : next->Handle;
 }
 
+PlanePoint PhotoSession::Inside(PlanePoint at) const {
+  return {std::clamp(at.X, 0.0, static_cast<double>(photo_.Width)),
+          std::clamp(at.Y, 0.0, static_cast<double>(photo_.Height))};
+}
+
 void PhotoSession::MoveTo(PlanePoint at) {
   const std::optional<PlacedHandle> selected = Selected();
   if (!selected) return;
-  at = {std::clamp(at.X, 0.0, static_cast<double>(photo_.Width)),
-        std::clamp(at.Y, 0.0, static_cast<double>(photo_.Height))};
+  at = Inside(at);
+  if (at == selected->At) return;
   const PhotoHandle& handle = selected->Handle;
   if (handle.Kind == PhotoHandleKind::kMark) {
     layout_.Marks.Set(handle.Index, at);
@@ -179,7 +184,7 @@ void PhotoSession::Remove() {
   if (handle.Kind == PhotoHandleKind::kMark) {
     layout_.Marks.Unset(handle.Index);
   } else if (handle.Kind == PhotoHandleKind::kCorner) {
-    layout_.Corners.reset();
+    ForgetCorners();
   } else {
     PlaneLine& line = layout_.Lines[handle.Line];
     line.erase(line.begin() + static_cast<std::ptrdiff_t>(handle.Index));
@@ -187,6 +192,12 @@ void PhotoSession::Remove() {
     if (gone) layout_.Lines.erase(layout_.Lines.begin() + static_cast<std::ptrdiff_t>(handle.Line));
     if (handle.Index > 0) --selected_->Index;
   }
+  Changed();
+}
+
+void PhotoSession::ForgetCorners() {
+  if (!layout_.Corners) return;
+  layout_.Corners.reset();
   Changed();
 }
 
@@ -204,9 +215,9 @@ void PhotoSession::AddPoint(PlanePoint at) {
   BeginLine();
   if (!drawing_) return;
   PlaneLine& line = layout_.Lines.back();
-  line.push_back(at);
+  line.push_back(Inside(at));
   selected_ = {PhotoHandleKind::kLinePoint, line.size() - 1, layout_.Lines.size() - 1};
-  MoveTo(at);  // not beyond the photograph
+  Changed();
 }
 
 void PhotoSession::AddPoint() {

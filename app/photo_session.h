@@ -102,6 +102,9 @@ class PhotoSession {
   // The first one of the next kind.
   void SelectNextKind();
 
+  // Puts the frame back to the largest one.
+  void ForgetCorners();
+
   // Moves the selected handle, not beyond the photograph.
   void MoveTo(PlanePoint at);
   void MoveBy(int steps_right, int steps_down);  // of kHandleStep
@@ -143,6 +146,7 @@ class PhotoSession {
  private:
   void Changed() { stale_ = true; }
   void NoteFindings(const FoundMarks& found);
+  PlanePoint Inside(PlanePoint at) const;
 
   Engine& engine_;
   MainController& controller_;

@@ -74,6 +74,11 @@ PictureControl::Choice PictureControl::ChoosePicture(int number) {
   return Choice::kTaken;
 }
 
+void PictureControl::ChooseMarks() {
+  const auto marks = std::ranges::find(kPictureTexts, ToolText::kPictureMarks);
+  ChoosePicture(static_cast<int>(marks - kPictureTexts.begin()) + 1);
+}
+
 bool PictureControl::TakeOwnPicture(const std::filesystem::path& file) {
   std::string bytes;
   if (const std::error_code error = ReadWholeFile(file, bytes)) {

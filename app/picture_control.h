@@ -64,6 +64,9 @@ class PictureControl {
   // that needs pixel for pixel on a display that does not show it so, or a number without one.
   Choice ChoosePicture(int number);
 
+  // Chooses the picture of marks.
+  void ChooseMarks();
+
   // The user's own picture becomes that of a PNG or JPEG file, and is chosen. False, and a message,
   // when it cannot be read.
   bool TakeOwnPicture(const std::filesystem::path& file);

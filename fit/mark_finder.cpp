@@ -131,7 +131,7 @@ FoundMarks FindMarks(const RgbImage& photo, PanelSize panel) {
   return none;
 }
 
-FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& near) {
+FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& around) {
   const GreyImage image = GreyOf(photo);
   const Refiner refiner(image, panel);
   PhotoFindings findings{{photo.Width, photo.Height}, panel, {}, {}, false};
@@ -142,7 +142,7 @@ FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& ne
     const std::vector<std::size_t> wanted = MarksThat(found, false);
     findings.Places = Completed(found);
     for (std::size_t i = 0; i < kMarkCount; ++i) {
-      if (!findings.Places[i]) findings.Places[i] = Vector2d(near[i].X, near[i].Y);
+      if (!findings.Places[i]) findings.Places[i] = Vector2d(around[i].X, around[i].Y);
     }
     MarkPlaces refined = findings.Places;
     refiner.Refine(wanted, refined, findings.Looks);

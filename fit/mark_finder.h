@@ -26,6 +26,6 @@ FoundMarks FindMarks(const RgbImage& photo, PanelSize panel);
 
 // The same by somebody who says where each of the marks is about, row by row: to half a square, or
 // beside others that are. Looks at nothing else, so the photograph may show other things.
-FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& near);
+FoundMarks FindMarksNear(const RgbImage& photo, PanelSize panel, const Marks& around);
 
 }  // namespace warpline
