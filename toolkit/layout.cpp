@@ -104,6 +104,11 @@ wxString WrappedText(const wxWindow& window, const wxString& text, int width) {
   wxString line;
   for (const wxUniChar c : text) {
     line += c;
+    if (c == '\n') {
+      wrapped += line;
+      line.clear();
+      continue;
+    }
     if (c == ' ' || window.GetTextExtent(line).x <= width) continue;
     const std::size_t end = BreakBefore(line);
     wrapped += line.Left(end).Trim() + "\n";

@@ -44,8 +44,8 @@ std::optional<wxPoint> FreePlace(const wxRect& screen, std::span<const wxRect> o
 // The corner of the screen in which a window of that size covers least of the other one.
 wxPoint LeastCoveringCorner(const wxRect& screen, const wxRect& other, const wxSize& size);
 
-// The text with line breaks, so that no line is wider than width in the window's font. Lines end at
-// blanks, and between any two Japanese characters except before a closing mark.
+// The text with more line breaks, so that no line is wider than width in the window's font. Lines
+// end at blanks, and between any two Japanese characters except before a closing mark.
 wxString WrappedText(const wxWindow& window, const wxString& text, int width);
 
 }  // namespace warpline

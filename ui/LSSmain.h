@@ -1,7 +1,9 @@
 #pragma once
 
+#include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/weakref.h>
 
 #include <filesystem>
 #include <functional>
@@ -93,6 +95,7 @@ class LSSmain : public wxFrame, private MainView {
   void EditCurve();
   void OpenSettings();
   void OpenProjectorMode();
+  void StraightenFromPhotograph();
   void MakeSetupSheet();
   void ShowHelp();
   void ShowGuide();
@@ -110,6 +113,7 @@ class LSSmain : public wxFrame, private MainView {
   bool closing_ = false;
   std::function<void()> waiting_;  // until the projector has followed the hand
   PictureOnDisplay picture_;
+  wxWeakRef<wxDialog> photo_;  // while a photograph is straightened from
   OpenDialogs dialogs_;
   RecentFiles recent_;
   Repeat requests_;  // looks for files that a later start hands over

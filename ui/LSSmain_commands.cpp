@@ -6,6 +6,7 @@
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
 #include "ui/LSSmain_open_dialogs.h"
+#include "ui/LSSphoto.h"
 #include "ui/LSSview.h"
 #include "ui/about_box.h"
 #include "ui/read_me.h"
@@ -18,10 +19,10 @@ struct LSSmain::Command {
   void (*run)(LSSmain& window);
   bool edits = false;  // the model alone, which the projector follows
 
-  static const std::array<Command, 33> kAll;
+  static const std::array<Command, 34> kAll;
 };
 
-constexpr std::array<LSSmain::Command, 33> LSSmain::Command::kAll{{
+constexpr std::array<LSSmain::Command, 34> LSSmain::Command::kAll{{
     {"menu_file_open", [](LSSmain& w) { w.controller_.Open(); }},
     {"menu_file_save", [](LSSmain& w) { w.controller_.Save(); }},
     {"menu_file_saveas", [](LSSmain& w) { w.controller_.SaveAs(); }},
@@ -43,6 +44,7 @@ constexpr std::array<LSSmain::Command, 33> LSSmain::Command::kAll{{
     {"menu_opt_pjmode", [](LSSmain& w) { w.OpenProjectorMode(); }},
     {"menu_opt_setting", [](LSSmain& w) { w.OpenSettings(); }},
     {"menu_opt_picture_off", [](LSSmain& w) { w.picture_.End(); }},
+    {"menu_opt_photo", [](LSSmain& w) { w.StraightenFromPhotograph(); }},
     {"menu_disp_magnification", [](LSSmain& w) { w.SetPreviewSize("menu_disp_magnification"); }},
     {"menu_disp_regular", [](LSSmain& w) { w.SetPreviewSize("menu_disp_regular"); }},
     {"menu_disp_small", [](LSSmain& w) { w.SetPreviewSize("menu_disp_small"); }},
@@ -94,6 +96,15 @@ void LSSmain::OpenSettings() {
 
 void LSSmain::OpenProjectorMode() {
   OpenProjectorModes(parts_, this);
+}
+
+void LSSmain::StraightenFromPhotograph() {
+  if (!photo_) {
+    photo_ = new LSSphoto(this, {parts_.engine, controller_, picture_, parts_.pictures,
+                                 [this](const std::function<void()>& act) { WhenIdle(act); }});
+  }
+  photo_->Show();
+  photo_->Raise();
 }
 
 void LSSmain::MakeSetupSheet() {

@@ -57,6 +57,7 @@ constexpr auto kMenuRows = std::to_array<MenuRow>({
     {"", "menu_opt", {}, wxITEM_SEPARATOR},
     {"menu_opt_picture", "menu_opt", ToolText::kMenuPicture, wxITEM_DROPDOWN},
     {"menu_opt_picture_off", "menu_opt_picture", ToolText::kMenuPictureOff, wxITEM_CHECK},
+    {"menu_opt_photo", "menu_opt", ToolText::kMenuPhotograph, wxITEM_NORMAL},
     {"menu_disp", "", kMsgMenuDisplay, wxITEM_DROPDOWN},
     {"menu_disp_magnification", "menu_disp", kMsgMenuMagnification, wxITEM_RADIO},
     {"menu_disp_regular", "menu_disp", kMsgMenuRegular, wxITEM_RADIO},

@@ -62,7 +62,7 @@ void PictureOnDisplay::Refresh() {
     displays_ = std::move(now);
     FillMenu();
   }
-  ShowMarks();
+  CheckItems();
 }
 
 void PictureOnDisplay::FillMenu() {
@@ -77,7 +77,7 @@ void PictureOnDisplay::FillMenu() {
   }
 }
 
-void PictureOnDisplay::ShowMarks() {
+void PictureOnDisplay::CheckItems() {
   if (menu_ == nullptr) return;
   for (std::size_t i = 0; i < displays_.size(); ++i) {
     menu_->Check(kFirstDisplayItem + static_cast<int>(i),
@@ -117,6 +117,29 @@ void PictureOnDisplay::OnHighlight(wxMenuEvent& event) {
   labels_.Show(owner_, displays_, texts, marked);
 }
 
+std::vector<std::string> PictureOnDisplay::DisplayNames() {
+  Refresh();
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < displays_.size(); ++i) {
+    names.push_back(TextOf(ToolText::kPictureDisplay, i));
+  }
+  return names;
+}
+
+std::size_t PictureOnDisplay::OtherDisplay() const {
+  const wxRect own = owner_.GetScreenRect();
+  const wxPoint middle(own.x + own.width / 2, own.y + own.height / 2);
+  const auto other = std::ranges::find_if(
+      displays_, [&](const DisplayPlace& display) { return !display.Area.Contains(middle); });
+  return other == displays_.end() ? 0 : static_cast<std::size_t>(other - displays_.begin());
+}
+
+void PictureOnDisplay::PutMarks(std::size_t display, wxWindow& asking) {
+  control_.ChooseMarks();
+  Put(display);
+  asking_ = &asking;
+}
+
 void PictureOnDisplay::CreateWindow() {
   const auto takes_keys = [&busy = parts_.busy] { return !busy.IsBusy() || busy.IsFollowing(); };
   window_ = new PictureWindow(
@@ -134,7 +157,7 @@ void PictureOnDisplay::Put(std::size_t display) {
   if (display >= displays_.size()) return;
   if (window_ == nullptr) CreateWindow();
   window_->ShowOn(displays_[display]);
-  ShowMarks();
+  CheckItems();
   watch_.Begin(kLookInterval, [this] { Look(); });
 }
 
@@ -165,8 +188,10 @@ void PictureOnDisplay::End() {
     window_->End();
     wxTheApp->SetTopWindow(&owner_);
     owner_.Raise();
+    if (asking_) asking_->Raise();
+    asking_ = nullptr;
   }
-  ShowMarks();  // choosing an item has turned its own over
+  CheckItems();  // choosing an item has turned its own over
 }
 
 }  // namespace warpline

@@ -2,8 +2,11 @@
 
 #include <wx/frame.h>
 #include <wx/menu.h>
+#include <wx/weakref.h>
 
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +32,14 @@ class PictureOnDisplay {
   // The model has changed, or what is known of the projector.
   void Changed();
 
+  // The displays that the picture of marks can be put on, as the menu names them, and which of them
+  // is none of the owner's; 0 when there is only one.
+  std::vector<std::string> DisplayNames();
+  std::size_t OtherDisplay() const;
+
+  // Puts the picture of marks on one of them. When it ends the asking window comes up again.
+  void PutMarks(std::size_t display, wxWindow& asking);
+
   bool IsShown() const { return window_ != nullptr && window_->IsShown(); }
 
   // Takes the picture away.
@@ -40,7 +51,7 @@ class PictureOnDisplay {
   void CreateWindow();
   void Put(std::size_t display);
   void Look();
-  void ShowMarks();
+  void CheckItems();
   void OnHighlight(wxMenuEvent& event);
   std::string NameOf(std::size_t display) const;
   std::string TextOf(ToolText text, std::size_t display) const;
@@ -53,6 +64,7 @@ class PictureOnDisplay {
   wxMenu* menu_ = nullptr;
   int off_item_ = wxID_NONE;
   PictureWindow* window_ = nullptr;  // of the owner's, made when it is first wanted
+  wxWeakRef<wxWindow> asking_;
   Repeat watch_;
 };
 
