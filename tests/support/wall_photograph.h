@@ -81,6 +81,24 @@ inline PanelLine LineAt(const std::vector<PanelLine>& lines, double place) {
           lines[i].Slope + share * (lines[i + 1].Slope - lines[i].Slope)};
 }
 
+// How far points are from the straight line nearest to them: half the narrowest strip that holds
+// them, turned little by little from the chord.
+inline double OffLine(const PlaneLine& points) {
+  const double chord = std::atan2(points.back().Y - points[0].Y, points.back().X - points[0].X);
+  double narrowest = 1e9;
+  for (double turn = -0.03; turn <= 0.03; turn += 0.0001) {
+    double low = 1e9;
+    double high = -1e9;
+    for (const PlanePoint& point : points) {
+      const double beside = point.Y * std::cos(chord + turn) - point.X * std::sin(chord + turn);
+      low = std::min(low, beside);
+      high = std::max(high, beside);
+    }
+    narrowest = std::min(narrowest, high - low);
+  }
+  return narrowest / 2;
+}
+
 struct SeenPicture {
   double OffStraight = 0;  // the worst edge from the nearest straight line, percent of the height
   double Outside = 0;      // pixels of the panel by which the picture leaves it
@@ -108,36 +126,23 @@ inline SeenPicture PictureOn(const WallScene& scene, const CorrectionData& corre
       y = (v - column.Offset) / column.Slope;
     }
     seen.Outside = std::max({seen.Outside, -x, x - width, -y, y - height});
-    return view->PhotoPosition(x, y).value();
+    const auto at = view->PhotoPosition(x, y).value();
+    return PlanePoint{at[0], at[1]};
   };
   const auto top = photographed(width / 2, 0);
   const auto bottom = photographed(width / 2, height);
-  const double seen_height = std::hypot(bottom[0] - top[0], bottom[1] - top[1]);
+  const double seen_height = DistanceOf(top, bottom);
   for (const auto& [from, to] : {std::array{std::array{0.0, 0.0}, std::array{width, 0.0}},
                                  std::array{std::array{0.0, height}, std::array{width, height}},
                                  std::array{std::array{0.0, 0.0}, std::array{0.0, height}},
                                  std::array{std::array{width, 0.0}, std::array{width, height}}}) {
-    std::vector<std::array<double, 2>> points;
+    PlaneLine points;
     for (int i = 0; i <= kParts; ++i) {
       const double share = static_cast<double>(i) / kParts;
       points.push_back(
           photographed(from[0] + share * (to[0] - from[0]), from[1] + share * (to[1] - from[1])));
     }
-    // The narrowest strip that holds the points, turned little by little from the chord.
-    const double chord =
-        std::atan2(points.back()[1] - points[0][1], points.back()[0] - points[0][0]);
-    double narrowest = 1e9;
-    for (double turn = -0.03; turn <= 0.03; turn += 0.0001) {
-      double low = 1e9;
-      double high = -1e9;
-      for (const auto& point : points) {
-        const double beside = point[1] * std::cos(chord + turn) - point[0] * std::sin(chord + turn);
-        low = std::min(low, beside);
-        high = std::max(high, beside);
-      }
-      narrowest = std::min(narrowest, high - low);
-    }
-    seen.OffStraight = std::max(seen.OffStraight, 100 * narrowest / 2 / seen_height);
+    seen.OffStraight = std::max(seen.OffStraight, 100 * OffLine(points) / seen_height);
   }
   return seen;
 }
