@@ -221,6 +221,7 @@ namespace warpline {
   X(FitCornersWrong)           \
   X(FitCornersOutside)         \
   X(FitPictureWide)            \
+  X(FitEdgesUnsure)            \
   X(FitLensUnknown)            \
   X(FitLinesTellNothing)       \
   X(FitMarkDropped)            \

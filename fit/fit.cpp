@@ -22,6 +22,11 @@ std::string Hundredths(double value) {
   return ShortestText(std::nearbyint(value * 100) / 100);
 }
 
+// Of a bound, which is to hold.
+std::string HundredthsAbove(double value) {
+  return Hundredths(std::ceil(value * 100) / 100);
+}
+
 CorrectionData NoCorrection(const FitInput& input, std::int16_t screen_type) {
   CorrectionData correction;
   correction.ScreenType = screen_type;
@@ -151,6 +156,18 @@ std::size_t IndexOfBest(const FitTask& task, const std::vector<FitResult>& resul
   return best;
 }
 
+// For what is foretold, with the correction and without.
+double LensBoundOf(const Preparation& prepared, const FitResult& result) {
+  const FitTask& task = prepared.Task;
+  const DrawnLines lines = DrawnLinesOf(BuildRegisters(result.Correction, task.Panel), task.Panel);
+  const double after = LensErrorOf(task, [&](PlanePoint picture) {
+    return task.Seen.FrameOf(LandingOf(lines, task.Panel, picture));
+  });
+  const double before =
+      LensErrorOf(task, [&](PlanePoint picture) { return task.Seen.FrameOf(picture); });
+  return std::max({prepared.LensBound, before, after});
+}
+
 void AddWarnings(FitReport& report) {
   for (const MarkMisfit& mark : report.Worst) {
     if (!mark.Dropped) continue;
@@ -159,8 +176,12 @@ void AddWarnings(FitReport& report) {
          {std::to_string(mark.Column), std::to_string(mark.Row), Hundredths(mark.Pixels)},
          {}});
   }
+  constexpr double kUnsure = 0.15;
+  if (report.MarksBound > kUnsure) {
+    report.Warnings.push_back({"FitEdgesUnsure", {HundredthsAbove(report.MarksBound)}, {}});
+  }
   if (!report.LensTerm) {
-    report.Warnings.push_back({"FitLensUnknown", {Hundredths(report.LensBound)}, {}});
+    report.Warnings.push_back({"FitLensUnknown", {HundredthsAbove(report.LensBound)}, {}});
   }
 }
 
@@ -180,7 +201,8 @@ std::optional<FitReport> FitCorrection(const FitInput& input, NamedText& reason)
   report.Corners = CornersOf(task.Seen, task.Wanted.value_or(task.Largest));
   report.EdgesBefore = EdgesOf(task, NoCorrection(input, kOtherScreens));
   report.LensTerm = prepared->LensTerm;
-  report.LensBound = prepared->LensBound;
+  if (!report.LensTerm) report.LensBound = LensBoundOf(*prepared, report.Results[report.Chosen]);
+  report.MarksBound = prepared->MarksBound;
   report.Worst = WorstMarks(*prepared);
   report.Warnings = std::move(prepared->Warnings);
   AddWarnings(report);

@@ -43,8 +43,9 @@ struct FitReport {
   PhotoCorners Corners{};          // the wanted rectangle, in the photograph
   std::array<PlaneLine, kPictureEdges> EdgesBefore;
   std::optional<double> LensTerm;  // K1; nothing: unknown
-  double LensBound = 0;  // percent of the height: what a lens within kUsualLensTerm may hide when
-                         // it is unknown
+  double LensBound = 0;   // percent of the height: what a lens within kUsualLensTerm may hide when
+                          // it is unknown
+  double MarksBound = 0;  // percent of the height: what the figures may be off by the marks alone
   std::vector<MarkMisfit> Worst;  // the three worst ones, those dropped first
   std::vector<NamedText> Warnings;
 };

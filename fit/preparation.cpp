@@ -69,7 +69,7 @@ struct Marked {
   PlaneLine Straight;  // in a photograph by a lens without fault
   PlaneLine Landed;    // in the frame, before the wanted corners turn it
   double Aspect;
-  int Lines;  // columns or rows, whichever are fewer
+  MarkLines Lines;
 
   // The projective map of the panel, one unit high, into the photograph; and Landed by it.
   std::optional<Homography> Frame(const std::vector<bool>& kept) {
@@ -89,7 +89,7 @@ Marked MarkedOf(const FitInput& input, const MarkGrid& grid, const Lens& camera)
                 {},
                 {},
                 static_cast<double>(input.Panel.Width) / input.Panel.Height,
-                std::min(grid.Columns, grid.Rows)};
+                {grid.Columns, grid.Rows}};
   for (const Mark& mark : input.Seen) {
     marked.Places.push_back({mark.U, mark.V});
     marked.Straight.push_back(camera.PlaceOf({mark.X, mark.Y}));
@@ -108,7 +108,8 @@ bool SeeMarks(const FitInput& input, Preparation& prepared, NamedText& reason) {
   FitSurfaceWithoutStrays(marked.Places, marked.Landed, marked.Lines, kLeastStray, kept);
   const std::optional<Homography> frame = marked.Frame(kept);
   if (!frame) return false;
-  const SurfaceFit fit = FitSurface(marked.Places, marked.Landed, kept, marked.Lines);
+  const SurfaceFit fit =
+      FitSurface(marked.Places, marked.Landed, kept, marked.Lines, Strays::kNone);
   const std::vector<double> misfits = KeptOf(fit.Misfit, kept);
   if (std::ranges::max(misfits) > kMostMisfit) {
     const NamedText fault = OrderFault(input.Seen, prepared.Grid, kept);
@@ -166,22 +167,29 @@ bool LeavesLight(const FitTask& task) {
   return false;
 }
 
-// What is straight in the photograph may be bent by as much in reality, and the other way round.
+// Of the wanted rectangle, or else of the largest one.
 double LensBoundOf(const FitTask& task) {
-  const Homography back = task.Seen.ToPhoto.Inverse();
   const Sides& sides = task.Wanted ? *task.Wanted : task.Largest;
-  double bound = 0;
-  for (const double k1 : {-kUsualLensTerm, kUsualLensTerm}) {
-    Lens lens = task.Seen.Camera;
-    lens.K1 = k1;
-    const SeenAt seen = [&](PlanePoint picture) {
-      const PlanePoint straight{sides.Left + picture.X * (sides.Right - sides.Left),
-                                sides.Top + picture.Y * sides.Height()};
-      return back(lens.PlaceOf(task.Seen.ToPhoto(straight)));
-    };
-    bound = std::max(bound, StraightnessOf(seen, std::nullopt).Edges);
+  return LensErrorOf(task, [&](PlanePoint picture) {
+    return PlanePoint{sides.Left + picture.X * (sides.Right - sides.Left),
+                      sides.Top + picture.Y * sides.Height()};
+  });
+}
+
+// Percent of the height that the foretold edges may be off, by how far the outer marks lie from
+// where the others put them.
+double MarksBoundOf(const Preparation& prepared, const Marks& seen) {
+  constexpr double kSafety = 3;  // times the usual misfit of the outer marks
+  const View& view = prepared.Task.Seen;
+  double squares = 0;
+  int count = 0;
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    if (!prepared.Kept[i] || !IsOuter({seen[i].U, seen[i].V})) continue;
+    squares += prepared.Misfit[i] * prepared.Misfit[i];
+    ++count;
   }
-  return bound;
+  const double height = DistanceOf(view.PhotoOf({0.5, 0}), view.PhotoOf({0.5, 1}));
+  return 100 * kSafety * std::sqrt(squares / std::max(count, 1)) / height;
 }
 
 void Warn(const FitInput& input, const Sides& box, Preparation& prepared) {
@@ -223,8 +231,25 @@ std::optional<Preparation> PrepareFit(const FitInput& input, NamedText& reason) 
     return std::nullopt;
   }
   if (!prepared.LensTerm) prepared.LensBound = LensBoundOf(task);
+  prepared.MarksBound = MarksBoundOf(prepared, input.Seen);
   Warn(input, box, prepared);
   return prepared;
+}
+
+double LensErrorOf(const FitTask& task, const SeenAt& seen) {
+  const View& view = task.Seen;
+  const Homography back = view.ToPhoto.Inverse();
+  const double told = StraightnessOf(seen, std::nullopt).Edges;
+  double error = 0;
+  for (const double k1 : {-kUsualLensTerm, kUsualLensTerm}) {
+    Lens lens = view.Camera;
+    lens.K1 = k1;
+    const SeenAt bent = [&](PlanePoint picture) {
+      return back(lens.PlaceOf(view.Camera.Shown(view.ToPhoto(seen(picture)))));
+    };
+    error = std::max(error, std::abs(StraightnessOf(bent, std::nullopt).Edges - told));
+  }
+  return error;
 }
 
 PhotoCorners CornersOf(const View& view, const Sides& sides) {

@@ -17,12 +17,18 @@ struct Preparation {
   std::vector<double> Misfit;  // pixels of the photograph
   double EdgeError = 0;        // standard error of the panel's edges, percent of the height
   std::optional<double> LensTerm;
-  double LensBound = 0;  // percent of the height
+  double LensBound = 0;   // percent of the height
+  double MarksBound = 0;  // percent of the height
   std::vector<NamedText> Warnings;
 };
 
 // Nothing, and the reason, as FitCorrection.
 std::optional<Preparation> PrepareFit(const FitInput& input, NamedText& reason);
+
+// Percent of the height by which edges are more or less straight than they seem, if the lens that
+// is taken for faultless is the worst of the usual ones: what is straight in the photograph may be
+// bent in reality, and the other way round.
+double LensErrorOf(const FitTask& task, const SeenAt& seen);
 
 // The rectangle's corners in the photograph.
 PhotoCorners CornersOf(const View& view, const Sides& sides);

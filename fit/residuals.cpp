@@ -24,6 +24,7 @@ struct Filler {
   // Appends where the picture's line is seen, across it.
   std::span<double> AppendLine(const PictureLine& line, int parts) {
     const std::size_t begin = residuals.size();
+    along.clear();
     for (int part = 0; part <= parts; ++part) {
       const PlanePoint picture = line.Point(static_cast<double>(part) / parts);
       const PlanePoint landing = LandingOf(lines, task.Panel, picture);
@@ -33,7 +34,9 @@ struct Filler {
         const double beyond = std::max(0.0, kMargin - inside) / kMargin;
         outside.push_back(kOutsideShare * kMargin * beyond * beyond);
       }
-      residuals.push_back(line.Across(task.Seen.FrameOf(landing)) / unit);
+      const PlanePoint seen = task.Seen.FrameOf(landing);
+      residuals.push_back(line.Across(seen) / unit);
+      along.push_back(line.Along(seen) / unit);
     }
     return std::span(residuals).subspan(begin);
   }
@@ -45,11 +48,12 @@ struct Filler {
       for (double& value : values) value -= wanted / unit;
       return wanted / unit;
     }
-    const NearestLine line = TakeNearestLine(values);
+    const NearestLine line = TakeNearestLine(values, along);
     leanings.push_back(kLeaningShare * line.Rise);
     return line.Mean;
   }
 
+  std::vector<double> along = {};  // of the line appended last
   std::vector<double> leanings = {};
   std::vector<double> outside = {};
 };
@@ -69,7 +73,7 @@ void FillResiduals(const FitTask& task, const DrawnLines& lines, std::vector<dou
   for (std::size_t i = 0; i < kPictureEdges; ++i) side[i] = filler.AppendEdge(i, sides[i]);
   for (std::size_t i = kPictureEdges; i < std::size(kPictureLines); ++i) {
     const std::span<double> values = filler.AppendLine(kPictureLines[i], kInnerParts);
-    TakeNearestLine(values);
+    TakeNearestLine(values, filler.along);
     for (double& value : values) value *= kInnerShare;
   }
   residuals.insert(residuals.end(), filler.outside.begin(), filler.outside.end());

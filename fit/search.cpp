@@ -186,8 +186,8 @@ Candidate WithoutNeedless(const FitTask& task, Candidate best) {
 Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction) {
   constexpr double kGridShare = 0.15;  // beside the edges, which catch the eye
   constexpr double kSizeShare = 1;     // percent, for a picture of no size
-  constexpr double kOutside = 30;      // times what leaves the panel
-  constexpr double kUnnoticed = 0.03;  // percent that may
+  constexpr double kOutside = 30;      // times the share that leaves the panel
+  constexpr double kUnnoticed = 0.3;   // pixels that may
   const DrawnLines lines = DrawnLinesOf(BuildRegisters(correction, task.Panel), task.Panel);
   double outside = 0;
   const SeenAt seen = [&](PlanePoint picture) {
@@ -202,7 +202,7 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
   candidate.Area = area;
   const Straightness& off = candidate.Off;
   candidate.Score = (task.Wanted ? off.Place : off.Edges) + kGridShare * off.Grid +
-                    kOutside * std::max(0.0, 100 * outside - kUnnoticed);
+                    kOutside * 100 * std::max(0.0, outside - kUnnoticed / task.Panel.Width);
   if (!task.Wanted) {
     candidate.Score += kSizeShare * (1 - area) + 100 * std::max(0.0, kLeastArea - area);
   }

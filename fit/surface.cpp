@@ -9,7 +9,7 @@
 namespace warpline {
 namespace {
 
-constexpr int kMostDegree = 6;
+constexpr int kMostDegree = 8;
 using Powers = std::array<double, kMostDegree + 1>;
 
 // Legendre polynomials of t in -1..1: terms that hardly depend on each other.
@@ -22,55 +22,55 @@ Powers LegendreOf(double t, int degree) {
   return p;
 }
 
-// Calls add(term) for each term: all products up to the degree, and where there is a fold those of
+// Calls add(term) for each term: all products up to the degrees, and where there is a fold those of
 // one degree less, times the distance from it.
 template <typename Add>
-void ForEachTerm(double u, double v, int degree, Fold fold, Add add) {
+void ForEachTerm(double u, double v, const SurfaceKind& kind, Add add) {
   const double s = 2 * u - 1;
   const double t = 2 * v - 1;
-  const Powers a = LegendreOf(s, degree);
-  const Powers b = LegendreOf(t, degree);
-  const auto most = static_cast<std::size_t>(degree);
-  for (std::size_t i = 0; i <= most; ++i) {
-    for (std::size_t j = 0; i + j <= most; ++j) add(a[i] * b[j]);
-  }
-  if (fold == Fold::kNone) return;
-  const double away = std::abs(fold == Fold::kUpright ? s : t);
-  for (std::size_t i = 0; i < most; ++i) {
-    for (std::size_t j = 0; i + j < most; ++j) add(away * a[i] * b[j]);
+  const Powers a = LegendreOf(s, kind.Across);
+  const Powers b = LegendreOf(t, kind.Down);
+  const auto products = [&](int across, int down, int both, double factor) {
+    for (int i = 0; i <= across; ++i) {
+      for (int j = 0; j <= std::min(down, both - i); ++j) {
+        add(factor * a[static_cast<std::size_t>(i)] * b[static_cast<std::size_t>(j)]);
+      }
+    }
+  };
+  products(kind.Across, kind.Down, kind.Both, 1);
+  if (kind.Folded == Fold::kUpright) {
+    products(kind.Across - 1, kind.Down, kind.Both - 1, std::abs(s));
+  } else if (kind.Folded == Fold::kLevel) {
+    products(kind.Across, kind.Down - 1, kind.Both - 1, std::abs(t));
   }
 }
 
-int TermCount(int degree, Fold fold) {
-  const int smooth = (degree + 1) * (degree + 2) / 2;
-  return fold == Fold::kNone ? smooth : smooth + degree * (degree + 1) / 2;
+int TermCount(const SurfaceKind& kind) {
+  int count = 0;
+  ForEachTerm(0, 0, kind, [&](double) { ++count; });
+  return count;
 }
-
-struct Kind {
-  int Degree;
-  Fold Folded;
-};
 
 // From simple to rich. A degree needs some lines more than that; a fold, that many on each side.
-std::vector<Kind> KindsFor(int lines, int places) {
-  std::vector<Kind> kinds;
+std::vector<SurfaceKind> KindsFor(MarkLines lines, int places) {
+  std::vector<SurfaceKind> kinds;
   for (int degree = 2; degree <= kMostDegree; ++degree) {
     for (const Fold fold : {Fold::kNone, Fold::kUpright, Fold::kLevel}) {
-      const int needed = fold == Fold::kNone ? degree + 2 : 2 * degree;
-      const bool enough = lines >= needed && 3 * TermCount(degree, fold) <= 2 * places;
-      if (enough) kinds.push_back({degree, fold});
+      const int across = fold == Fold::kUpright ? lines.Columns / 2 : lines.Columns - 2;
+      const int down = fold == Fold::kLevel ? lines.Rows / 2 : lines.Rows - 2;
+      const SurfaceKind kind{std::min(across, degree), std::min(down, degree), degree, fold};
+      const bool more = degree <= std::max(across, down);
+      if (more && 3 * TermCount(kind) <= 2 * places) kinds.push_back(kind);
     }
   }
-  std::ranges::stable_sort(kinds, {},
-                           [](const Kind& kind) { return TermCount(kind.Degree, kind.Folded); });
+  std::ranges::stable_sort(kinds, {}, TermCount);
   return kinds;
 }
 
-// The mean square of all but the largest tenth: what one wrong place does to its neighbours does
-// not choose the kind.
-double TrimmedSquare(std::vector<double> misfits) {
+// The mean square of all but the largest ones.
+double MeanSquare(std::vector<double> misfits, std::size_t left_out) {
   std::ranges::sort(misfits);
-  const std::size_t counted = misfits.size() - misfits.size() / 10;
+  const std::size_t counted = misfits.size() - left_out;
   double sum = 0;
   for (std::size_t i = 0; i < counted; ++i) sum += misfits[i] * misfits[i];
   return sum / static_cast<double>(counted);
@@ -89,13 +89,12 @@ struct SurfaceFitter {
   std::span<const PlanePoint> landed;
   std::vector<std::size_t> used;
 
-  Eigen::MatrixXd TermsOf(const Kind& kind) const {
-    Eigen::MatrixXd terms(static_cast<Eigen::Index>(used.size()),
-                          TermCount(kind.Degree, kind.Folded));
+  Eigen::MatrixXd TermsOf(const SurfaceKind& kind) const {
+    Eigen::MatrixXd terms(static_cast<Eigen::Index>(used.size()), TermCount(kind));
     for (std::size_t i = 0; i < used.size(); ++i) {
       Eigen::Index column = 0;
       const PlanePoint& place = places[used[i]];
-      ForEachTerm(place.X, place.Y, kind.Degree, kind.Folded,
+      ForEachTerm(place.X, place.Y, kind,
                   [&](double term) { terms(static_cast<Eigen::Index>(i), column++) = term; });
     }
     return terms;
@@ -103,21 +102,20 @@ struct SurfaceFitter {
 
   // The standard error that unit errors of the places leave at the panel's corners and at the
   // middles of its edges, root mean square.
-  static double EdgeGain(const Kind& kind, const Eigen::MatrixXd& inverse) {
+  static double EdgeGain(const SurfaceKind& kind, const Eigen::MatrixXd& inverse) {
     constexpr std::array<PlanePoint, 8> kOnEdges{
         {{0, 0}, {0.5, 0}, {1, 0}, {1, 0.5}, {1, 1}, {0.5, 1}, {0, 1}, {0, 0.5}}};
     double sum = 0;
     for (const PlanePoint& place : kOnEdges) {
       Eigen::VectorXd term(inverse.rows());
       Eigen::Index at = 0;
-      ForEachTerm(place.X, place.Y, kind.Degree, kind.Folded,
-                  [&](double value) { term(at++) = value; });
+      ForEachTerm(place.X, place.Y, kind, [&](double value) { term(at++) = value; });
       sum += term.dot(inverse * term);
     }
     return std::sqrt(sum / kOnEdges.size());
   }
 
-  SurfaceFit Fit(const Kind& kind) const {
+  SurfaceFit Fit(const SurfaceKind& kind) const {
     const Eigen::MatrixXd terms = TermsOf(kind);
     Eigen::MatrixXd landing(terms.rows(), 2);
     for (std::size_t i = 0; i < used.size(); ++i) {
@@ -130,8 +128,7 @@ struct SurfaceFitter {
     const Eigen::MatrixXd coefficients = terms.colPivHouseholderQr().solve(landing);
     const Eigen::MatrixXd rest = landing - terms * coefficients;
     SurfaceFit fit;
-    fit.Shape.degree_ = kind.Degree;
-    fit.Shape.fold_ = kind.Folded;
+    fit.Shape.kind_ = kind;
     fit.Shape.x_.assign(coefficients.col(0).begin(), coefficients.col(0).end());
     fit.Shape.y_.assign(coefficients.col(1).begin(), coefficients.col(1).end());
     fit.Misfit.resize(places.size());
@@ -159,7 +156,7 @@ struct SurfaceFitter {
 PlanePoint Surface::At(double u, double v) const {
   PlanePoint point;
   std::size_t i = 0;
-  ForEachTerm(u, v, degree_, fold_, [&](double term) {
+  ForEachTerm(u, v, kind_, [&](double term) {
     point.X += x_[i] * term;
     point.Y += y_[i] * term;
     ++i;
@@ -168,17 +165,19 @@ PlanePoint Surface::At(double u, double v) const {
 }
 
 SurfaceFit FitSurface(std::span<const PlanePoint> places, std::span<const PlanePoint> landed,
-                      const std::vector<bool>& kept, int lines) {
+                      const std::vector<bool>& kept, MarkLines lines, Strays strays) {
   constexpr double kClearlyBetter = 0.8;  // of the square that a simpler kind leaves
   SurfaceFitter fitter{places, landed, {}};
   for (std::size_t i = 0; i < places.size(); ++i) {
     if (kept[i]) fitter.used.push_back(i);
   }
+  // What one wrong place does to its neighbours does not choose the kind.
+  const std::size_t left_out = strays == Strays::kMaybe ? fitter.used.size() / 10 : 0;
   SurfaceFit best;
   double least = std::numeric_limits<double>::infinity();
-  for (const Kind& kind : KindsFor(lines, static_cast<int>(fitter.used.size()))) {
+  for (const SurfaceKind& kind : KindsFor(lines, static_cast<int>(fitter.used.size()))) {
     SurfaceFit fit = fitter.Fit(kind);
-    const double square = TrimmedSquare(fitter.MisfitsUsed(fit));
+    const double square = MeanSquare(fitter.MisfitsUsed(fit), left_out);
     if (square >= least * kClearlyBetter) continue;
     least = square;
     best = std::move(fit);
@@ -186,11 +185,38 @@ SurfaceFit FitSurface(std::span<const PlanePoint> places, std::span<const PlaneP
   return best;
 }
 
+namespace {
+
+// An outer place is foretold from one side only: where the wall bends hard, several of them lie off
+// about as far, here and on another side, and none is wrong.
+bool AgreesWithOuterOnes(std::span<const PlanePoint> places, const SurfaceFit& without,
+                         const std::vector<bool>& kept, MarkLines lines, std::size_t stray) {
+  constexpr double kBeside = 2.5;   // lines
+  constexpr double kAlike = 0.333;  // of the misfit
+  constexpr int kEnough = 2;
+  if (!IsOuter(places[stray])) return false;
+  int alike = 0;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const double columns = std::abs(places[i].X - places[stray].X) * (lines.Columns - 1);
+    const double rows = std::abs(places[i].Y - places[stray].Y) * (lines.Rows - 1);
+    const bool counts = kept[i] && IsOuter(places[i]) && std::max(columns, rows) > kBeside;
+    if (counts && without.Misfit[i] > kAlike * without.Misfit[stray]) ++alike;
+  }
+  return alike >= kEnough;
+}
+
+}  // namespace
+
+bool IsOuter(const PlanePoint& place) {
+  constexpr double kOuter = 0.06;  // of the panel, from its edge
+  return std::min({place.X, 1 - place.X, place.Y, 1 - place.Y}) < kOuter;
+}
+
 SurfaceFit FitSurfaceWithoutStrays(std::span<const PlanePoint> places,
-                                   std::span<const PlanePoint> landed, int lines, double least,
-                                   std::vector<bool>& kept) {
+                                   std::span<const PlanePoint> landed, MarkLines lines,
+                                   double least, std::vector<bool>& kept) {
   constexpr double kStray = 8;  // times the usual misfit
-  SurfaceFit fit = FitSurface(places, landed, kept, lines);
+  SurfaceFit fit = FitSurface(places, landed, kept, lines, Strays::kMaybe);
   for (std::size_t left = 1 + places.size() / 20; left > 0; --left) {
     std::vector<double> misfits;
     std::size_t worst = 0;
@@ -201,7 +227,12 @@ SurfaceFit FitSurfaceWithoutStrays(std::span<const PlanePoint> places,
     }
     if (fit.Misfit[worst] < std::max(least, kStray * MedianOf(misfits))) break;
     kept[worst] = false;
-    fit = FitSurface(places, landed, kept, lines);
+    SurfaceFit without = FitSurface(places, landed, kept, lines, Strays::kMaybe);
+    if (AgreesWithOuterOnes(places, without, kept, lines, worst)) {
+      kept[worst] = true;
+      break;
+    }
+    fit = std::move(without);
   }
   return fit;
 }

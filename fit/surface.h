@@ -13,6 +13,14 @@ namespace warpline {
 
 enum class Fold { kNone, kUpright, kLevel };  // along the panel's middle column, or its middle row
 
+// The polynomial's degrees: in u, in v and of both together.
+struct SurfaceKind {
+  int Across = 0;
+  int Down = 0;
+  int Both = 0;
+  Fold Folded = Fold::kNone;
+};
+
 class Surface {
  public:
   // u and v as Mark has them; a little outside 0..1 will do.
@@ -20,11 +28,17 @@ class Surface {
 
  private:
   friend struct SurfaceFitter;
-  int degree_ = 0;
-  Fold fold_ = Fold::kNone;
+  SurfaceKind kind_;
   std::vector<double> x_;  // one coefficient a term
   std::vector<double> y_;
 };
+
+struct MarkLines {
+  int Columns = 0;
+  int Rows = 0;
+};
+
+enum class Strays { kNone, kMaybe };  // among the places
 
 struct SurfaceFit {
   Surface Shape;
@@ -32,16 +46,20 @@ struct SurfaceFit {
   double EdgeError = 0;        // standard error of the panel's edges on the surface
 };
 
-// The surface through the places (u, v) that are kept, 20 or more of them in lines columns and rows
-// at least; landed holds the same number of points. The simplest one that foretells each place from
+// The surface through the places (u, v) that are kept, 20 or more of them on lines of that
+// number; landed holds the same number of points. The simplest one that foretells each place from
 // the others about as well as any does.
 SurfaceFit FitSurface(std::span<const PlanePoint> places, std::span<const PlanePoint> landed,
-                      const std::vector<bool>& kept, int lines);
+                      const std::vector<bool>& kept, MarkLines lines, Strays strays);
+
+// Whether a place is one of the outermost marks'.
+bool IsOuter(const PlanePoint& place);
 
 // The same, and drops from kept each place that lies quite elsewhere than the others put it
-// (farther than least), one after the other, at most a twentieth of them and one.
+// (farther than least), one after the other, at most a twentieth of them and one. Outer places that
+// all lie off, since the wall bends hard there, stay.
 SurfaceFit FitSurfaceWithoutStrays(std::span<const PlanePoint> places,
-                                   std::span<const PlanePoint> landed, int lines, double least,
-                                   std::vector<bool>& kept);
+                                   std::span<const PlanePoint> landed, MarkLines lines,
+                                   double least, std::vector<bool>& kept);
 
 }  // namespace warpline

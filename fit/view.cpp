@@ -42,12 +42,19 @@ double Innermost(const PlaneLine& edge, const PictureLine& line, double from, do
   return inwards * innermost;
 }
 
-std::vector<double> AcrossOf(const SeenAt& seen, const PictureLine& line) {
-  std::vector<double> across;
+struct SeenLine {
+  std::vector<double> Across;
+  std::vector<double> Along;
+};
+
+SeenLine SeenLineOf(const SeenAt& seen, const PictureLine& line) {
+  SeenLine points;
   for (int part = 0; part <= kParts; ++part) {
-    across.push_back(line.Across(seen(line.Point(static_cast<double>(part) / kParts))));
+    const PlanePoint point = seen(line.Point(static_cast<double>(part) / kParts));
+    points.Across.push_back(line.Across(point));
+    points.Along.push_back(line.Along(point));
   }
-  return across;
+  return points;
 }
 
 double HalfRange(const std::vector<double>& values) {
@@ -57,21 +64,26 @@ double HalfRange(const std::vector<double>& values) {
 
 }  // namespace
 
-NearestLine TakeNearestLine(std::span<double> values) {
-  const double middle = static_cast<double>(values.size() - 1) / 2;
+NearestLine TakeNearestLine(std::span<double> values, std::span<const double> along) {
+  const auto count = static_cast<double>(values.size());
   NearestLine line;
+  double middle = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    line.Mean += values[i] / count;
+    middle += along[i] / count;
+  }
+  double products = 0;
   double squares = 0;
   for (std::size_t i = 0; i < values.size(); ++i) {
-    const double at = static_cast<double>(i) - middle;
-    line.Mean += values[i] / static_cast<double>(values.size());
-    line.Rise += values[i] * at;
+    const double at = along[i] - middle;
+    products += values[i] * at;
     squares += at * at;
   }
-  const double slope = line.Rise / squares;
+  const double slope = squares > 0 ? products / squares : 0;
   for (std::size_t i = 0; i < values.size(); ++i) {
-    values[i] -= line.Mean + slope * (static_cast<double>(i) - middle);
+    values[i] -= line.Mean + slope * (along[i] - middle);
   }
-  line.Rise = slope * 2 * middle;
+  line.Rise = slope * (along.back() - along.front());
   return line;
 }
 
@@ -108,9 +120,10 @@ Straightness StraightnessOf(const SeenAt& seen, const std::optional<Sides>& want
   std::array<double, kPictureEdges> wanted_side{};
   if (wanted) wanted_side = {wanted->Left, wanted->Top, wanted->Right, wanted->Bottom};
   for (std::size_t i = 0; i < std::size(kPictureLines); ++i) {
-    std::vector<double> values = AcrossOf(seen, kPictureLines[i]);
+    SeenLine points = SeenLineOf(seen, kPictureLines[i]);
+    std::vector<double>& values = points.Across;
     const auto [low, high] = std::ranges::minmax(values);
-    const NearestLine line = TakeNearestLine(values);
+    const NearestLine line = TakeNearestLine(values, points.Along);
     const double bend = HalfRange(values);
     if (i >= kPictureEdges) {
       off.Grid = std::max(off.Grid, bend);
@@ -127,7 +140,9 @@ Straightness StraightnessOf(const SeenAt& seen, const std::optional<Sides>& want
   }
   const Sides nearest{side[0], side[1], side[2], side[3]};
   if (around != nullptr) *around = nearest;
-  const double percent = 100 / nearest.Height();
+  constexpr double kNoPicture = 1e6;  // a picture that is folded over is no good
+  const bool upright = nearest.Right > nearest.Left && nearest.Bottom > nearest.Top;
+  const double percent = upright ? 100 / nearest.Height() : kNoPicture;
   off.Edges *= percent;
   off.Grid *= percent;
   off.Place *= percent;

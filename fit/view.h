@@ -55,6 +55,7 @@ struct PictureLine {
     return Upright ? PlanePoint{At, along} : PlanePoint{along, At};
   }
   double Across(PlanePoint point) const { return Upright ? point.X : point.Y; }
+  double Along(PlanePoint point) const { return Upright ? point.Y : point.X; }
 };
 
 inline constexpr PictureLine kPictureLines[] = {
@@ -75,14 +76,14 @@ struct Straightness {
   std::size_t WorstEdge = 0;  // index in kPictureLines
 };
 
-// A straight line through values that stand evenly.
+// A straight line through values that stand at places along it.
 struct NearestLine {
   double Mean = 0;
   double Rise = 0;  // from the first value to the last
 };
 
 // The one with the least squares; the values keep what they have beside it.
-NearestLine TakeNearestLine(std::span<double> values);
+NearestLine TakeNearestLine(std::span<double> values, std::span<const double> along);
 
 // around, if not null, gets where the four edges are on the whole.
 Straightness StraightnessOf(const SeenAt& seen, const std::optional<Sides>& wanted,

@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kTarget = 0.4;          // percent after, with exact marks; or a fifth of before
 constexpr double kNoiseAllowance = 0.2;  // more, with marks off by half a pixel
-constexpr double kAgreement = 0.15;      // between what is told and what is seen
+constexpr double kAgreement = 0.15;  // between what is told and what is seen, if no bound is told
 constexpr double kKeptArea = 0.8;
 constexpr double kWorse = 0.02;  // what does not show
 constexpr double kMostSeconds = 1;
@@ -103,8 +103,9 @@ void Measure(WallScene scene, const Condition& condition, Figures& figures) {
   CorrectionData none;
   ResetToScreenType(none);
   const FitResult& chosen = report->Results[report->Chosen];
-  const double before = PictureOn(scene, none).OffStraight;
-  const SeenPicture after = PictureOn(scene, chosen.Correction);
+  const Homography upright = UprightOf(scene);
+  const double before = PictureOn(scene, none, upright).OffStraight;
+  const SeenPicture after = PictureOn(scene, chosen.Correction, upright);
   const double allowed =
       std::max(kTarget, before / 5) + (condition.NoisePixels > 0 ? kNoiseAllowance : 0);
   const double disagreement = std::abs(after.OffStraight - chosen.After.Edges);
@@ -112,8 +113,8 @@ void Measure(WallScene scene, const Condition& condition, Figures& figures) {
   const double beyond = disagreement - report->LensBound;
   const bool missed = (unknown ? beyond > 0 : after.OffStraight > allowed) ||
                       after.OffStraight > before + kWorse ||
-                      (!unknown && disagreement > kAgreement) || chosen.Area < kKeptArea ||
-                      after.Outside > 0.5 || seconds > kMostSeconds;
+                      (!unknown && disagreement > std::max(kAgreement, report->MarksBound)) ||
+                      chosen.Area < kKeptArea || after.Outside > 0.5 || seconds > kMostSeconds;
   figures.Missed += missed ? 1 : 0;
   figures.Before = std::max(figures.Before, before);
   figures.After = std::max(figures.After, after.OffStraight);

@@ -79,6 +79,25 @@ TEST(Fit, MakesEachWallStraightAndTellsWhatItsRegistersShow) {
   }
 }
 
+TEST(Fit, HoldsItsWordWhereTheWallIsSeenFromFarAside) {
+  const std::pair<const char*, Camera> cases[] = {
+      {"cylinder:5.5:-0.24:top", {.X = 3.9, .Y = 1.3, .Z = 1.5}},
+      {"sphere:5.5:0.17:bottom", {.X = 3.4, .Y = -2.6, .Z = -2, .Filled = 0.36}},
+      {"sphere:4:0.25:middle", {.X = -3, .Y = 0.5, .Z = -1}},
+  };
+  for (const auto& [wall, camera] : cases) {
+    SCOPED_TRACE(wall);
+    WallScene scene{*WallOf(wall), {1024, 768}, camera};
+    scene.Seen.Photo = {4000, 3000};
+    FitInput input = InputOf(scene);
+    input.StraightLines = LinesThrough(scene.Seen);
+    const FitReport report = Fitted(input);
+    EXPECT_FALSE(report.Worst.at(0).Dropped);
+    const double seen = PictureOn(scene, Best(report).Correction, UprightOf(scene)).OffStraight;
+    EXPECT_NEAR(seen, Best(report).After.Edges, std::max(0.1, report.MarksBound));
+  }
+}
+
 TEST(Fit, LeavesAFlatWallAloneWhateverItsMarksAndItsLensSay) {
   for (const double k1 : {-0.02, 0.0, 0.02}) {
     const WallScene scene = SceneOf("flat:4:0:bottom", k1);

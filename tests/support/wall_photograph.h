@@ -104,8 +104,23 @@ struct SeenPicture {
   double Outside = 0;      // pixels of the panel by which the picture leaves it
 };
 
+// What takes the photographer's angle out: the map from the photograph by a lens without fault to
+// the panel, one unit high, that suits the marks best.
+inline Homography UprightOf(WallScene scene) {
+  scene.Seen.K1 = 0;
+  PlaneLine panel;
+  PlaneLine photo;
+  for (const Mark& mark : MarksOn(scene, 9, 7)) {
+    panel.push_back({mark.U * scene.Panel.Width / scene.Panel.Height, mark.V});
+    photo.push_back({mark.X, mark.Y});
+  }
+  return Homography::Through(panel, photo).value().Inverse();
+}
+
 // The picture's edges through the registers, off the wall, seen by a camera without lens faults.
-inline SeenPicture PictureOn(const WallScene& scene, const CorrectionData& correction) {
+// upright, if any, maps what is seen before it is measured.
+inline SeenPicture PictureOn(const WallScene& scene, const CorrectionData& correction,
+                             const Homography& upright = {}) {
   constexpr int kParts = 40;
   const RegisterSet registers = BuildRegisters(correction, scene.Panel);
   const auto rows = PanelLinesOf(registers[kHorizontal], kHorizontal, scene.Panel);
@@ -127,7 +142,7 @@ inline SeenPicture PictureOn(const WallScene& scene, const CorrectionData& corre
     }
     seen.Outside = std::max({seen.Outside, -x, x - width, -y, y - height});
     const auto at = view->PhotoPosition(x, y).value();
-    return PlanePoint{at[0], at[1]};
+    return upright({at[0], at[1]});
   };
   const auto top = photographed(width / 2, 0);
   const auto bottom = photographed(width / 2, height);
