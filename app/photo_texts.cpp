@@ -13,9 +13,8 @@
 namespace warpline {
 namespace {
 
-constexpr std::string_view kPictureWide = "FitPictureWide";  // the search has said so already
-constexpr std::string_view kLensUnknown = "FitLensUnknown";
-constexpr std::string_view kLinesTellNothing = "FitLinesTellNothing";
+constexpr std::string_view kPictureWide = "FitPictureWide";
+constexpr std::string_view kPictureFilled = "PhotoFilled";  // the same, by the search for marks
 constexpr std::string_view kMarksMissing = "PhotoMarksMissing";
 
 constexpr std::array kCornerTexts{ToolText::kPhotoUpperLeft, ToolText::kPhotoUpperRight,
@@ -34,10 +33,6 @@ std::string Filled(const LSSglobal& global, ToolText text, const std::vector<std
 void AddLine(std::string& text, const std::string& line) {
   if (!text.empty() && !line.empty()) text += '\n';
   text += line;
-}
-
-bool IsOfLens(const NamedText& text) {
-  return text.Name == kLensUnknown || text.Name == kLinesTellNothing;
 }
 
 std::string EdgesText(const LSSglobal& global, double percent, double pixels) {
@@ -60,7 +55,7 @@ std::string WorstMarksText(const LSSglobal& global, const FitReport& report) {
 
 std::string TextOfPhoto(const LSSglobal& global, const PhotoSession& session) {
   std::string text = session.Refused();
-  if (!session.HasPhoto()) return text;
+  if (!session.HasPhoto()) return text.empty() ? TextOf(global, ToolText::kPhotoNone) : text;
   const std::size_t all = session.Layout().Marks.All().size();
   const std::size_t counting = session.Layout().Marks.Counting().size();
   const PhotoSize size = session.Size();
@@ -102,27 +97,19 @@ std::string TextOfHandle(const LSSglobal& global, const PhotoSession& session) {
                 {name, Figure(selected->At.X, 2), Figure(selected->At.Y, 2)});
 }
 
-std::string TextOfLens(const LSSglobal& global, const PhotoSession& session) {
-  if (!session.Report()) return {};
-  std::string text;
-  if (session.Report()->LensTerm) {
-    text = Filled(global, ToolText::kPhotoLensKnown, {Figure(*session.Report()->LensTerm, 4)});
-  }
-  for (const NamedText& warning : session.Report()->Warnings) {
-    if (IsOfLens(warning)) AddLine(text, TextOf(global, warning));
-  }
-  return text;
-}
-
 std::string TextOfResult(const LSSglobal& global, const PhotoSession& session) {
-  if (!session.HasPhoto()) return TextOf(global, ToolText::kPhotoNone);
+  if (!session.HasPhoto()) return {};
   if (!session.Report()) return TextOf(global, session.FitRefused());
   const FitResult& chosen = *session.Chosen();
   std::string text;
   if (!chosen.Note.Name.empty()) AddLine(text, TextOf(global, chosen.Note));
   for (const NamedText& warning : session.Report()->Warnings) {
-    const bool said = warning.Name == kPictureWide || IsOfLens(warning);
+    const bool said = warning.Name == kPictureWide &&
+                      std::ranges::count(session.MarkWarnings(), kPictureFilled, &NamedText::Name);
     if (!said) AddLine(text, TextOf(global, warning));
+  }
+  if (const std::optional<double> lens = session.Report()->LensTerm) {
+    AddLine(text, Filled(global, ToolText::kPhotoLensKnown, {Figure(*lens, 4)}));
   }
   AddLine(text, WorstMarksText(global, *session.Report()));
   AddLine(text, Filled(global,

@@ -17,10 +17,8 @@ std::string TextOfPhoto(const LSSglobal& global, const PhotoSession& session);
 // Of the selected handle; empty without one.
 std::string TextOfHandle(const LSSglobal& global, const PhotoSession& session);
 
-// Of the camera's lens; empty before the fit.
-std::string TextOfLens(const LSSglobal& global, const PhotoSession& session);
-
-// Of the chosen result, or why there is none.
+// Of the chosen result and the camera's lens, or why there is no result. Empty without a
+// photograph.
 std::string TextOfResult(const LSSglobal& global, const PhotoSession& session);
 
 // How far off straight a screen type leaves the picture.

@@ -83,7 +83,7 @@ bool IsWide(wxUniChar c) {
 }
 
 bool IsClosingMark(wxUniChar c) {
-  return wxString::FromUTF8("、。，．・：；？！）」』】〉》ー").Contains(c);
+  return wxString::FromUTF8("、。，．・：；？！）」』】〉》ー)").Contains(c);
 }
 
 // Where a line that has become too long with its last character ends: behind a blank, or beside a

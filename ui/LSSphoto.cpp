@@ -3,6 +3,7 @@
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/image.h>
+#include <wx/stdpaths.h>
 #include <wx/utils.h>
 #include <wx/weakref.h>
 
@@ -20,8 +21,8 @@
 namespace warpline {
 namespace {
 
-constexpr int kFirstWidth = 1240;  // DIP
-constexpr int kFirstHeight = 860;
+constexpr int kFirstWidth = 1280;  // DIP
+constexpr int kFirstHeight = 960;
 
 // How long keys rest until the fit is made anew, in milliseconds.
 constexpr int kRest = 800;
@@ -155,7 +156,9 @@ void LSSphoto::ShowMarks() {
 }
 
 void LSSphoto::ChooseFile() {
-  const std::filesystem::path file = parts_.choose(this, {});
+  const wxString folder =
+      wxStandardPaths::Get().GetUserDir(wxStandardPaths::Dir_Downloads);  // what is sent lies there
+  const std::filesystem::path file = parts_.choose(this, PathOfWx(folder));
   if (!file.empty()) Open(file);
 }
 

@@ -15,22 +15,22 @@ namespace warpline {
 namespace {
 
 // All in DIP.
-constexpr int kTextWidth = 500;
+constexpr int kTextWidth = 564;
 constexpr int kScrollBar = 20;
 constexpr int kLeastHeight = 120;
 constexpr int kListHeight = 172;
 constexpr int kScrollStep = 12;
-constexpr int kDisplayWidth = 150;
+constexpr int kDisplayWidth = 300;
 
 struct Column {
   ToolText caption;
   int width;
 };
 constexpr std::array<Column, 4> kColumns{{
-    {ToolText::kPhotoColumnScreen, 150},
-    {ToolText::kPhotoColumnNow, 117},
-    {ToolText::kPhotoColumnCorrected, 117},
-    {ToolText::kPhotoColumnGrid, 112},
+    {ToolText::kPhotoColumnScreen, 240},
+    {ToolText::kPhotoColumnNow, 112},
+    {ToolText::kPhotoColumnCorrected, 112},
+    {ToolText::kPhotoColumnGrid, 100},
 }};
 
 }  // namespace
@@ -74,7 +74,6 @@ void PhotoSteps::AddText(ToolText text) {
 PhotoSteps::Said PhotoSteps::AddSaid(const char* name) {
   auto* label = new wxStaticText(pane_, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, 0, name);
   column_->Add(label, wxSizerFlags().Border(wxTOP, Gap(this) / 2));
-  label->Hide();
   return {label, ""};
 }
 
@@ -112,7 +111,6 @@ void PhotoSteps::AddCheckStep() {
   largest = Button("photo_largest", ToolText::kPhotoLargest);
   line = Button("photo_line", ToolText::kPhotoLineBegin);
   AddRow({find_near, largest, line});
-  lens_ = AddSaid("photo_lens");
 }
 
 void PhotoSteps::AddResultStep() {
@@ -138,7 +136,6 @@ bool PhotoSteps::Say(Said& said, const std::string& text) const {
   if (said.text == text) return false;
   said.text = text;
   said.label->SetLabel(Wrapped(text));
-  said.label->Show(!text.empty());
   return true;
 }
 
@@ -148,8 +145,6 @@ void PhotoSteps::ShowDisplays(const std::vector<std::string>& names, std::size_t
   display->Clear();
   for (const std::string& name : names) display->Append(WxText(name));
   display->SetSelection(static_cast<int>(chosen));
-  display->Show(names.size() > 1);
-  first_->Layout();
 }
 
 void PhotoSteps::ShowSession(const PhotoSession& session) {
@@ -160,7 +155,6 @@ void PhotoSteps::ShowSession(const PhotoSession& session) {
       CaptionOf(global_, session.Drawing() ? ToolText::kPhotoLineEnd : ToolText::kPhotoLineBegin);
   if (line->GetLabel() != caption) line->SetLabel(caption);
   bool other = Say(photo_, TextOfPhoto(global_, session));
-  other = Say(lens_, TextOfLens(global_, session)) || other;
   other = Say(result_, TextOfResult(global_, session)) || other;
   ShowRows(session);
   if (!other) return;

@@ -38,7 +38,7 @@ class PhotoSteps : public wxPanel {
   wxListCtrl* results = nullptr;
 
  private:
-  // A text that may become another one; it takes no room while it is empty.
+  // A text that may become another one.
   struct Said {
     wxStaticText* label = nullptr;
     std::string text;
@@ -64,7 +64,6 @@ class PhotoSteps : public wxPanel {
   std::vector<std::string> displays_;
   std::vector<PhotoResultRow> rows_;
   Said photo_;
-  Said lens_;
   Said result_;
 };
 

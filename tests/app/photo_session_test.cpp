@@ -150,8 +150,10 @@ TEST(PhotoSession, HandlesMoveAndComeBack) {
   EXPECT_EQ(rig.Counting(), 62u);
 
   // A corner stays where it was put; the others are then those of the fit. Turning takes all along.
-  const PlanePoint corner = rig.session.Report()->Corners[1];
+  PlanePoint corner = rig.session.Report()->Corners[1];
+  corner.X -= 1;
   rig.Put({PhotoHandleKind::kCorner, 1}, corner);
+  ASSERT_TRUE(rig.session.Layout().Corners);
   rig.session.Turn(true);
   EXPECT_NEAR(rig.session.Layout().Corners->at(1).X, 1050 - corner.Y, 1e-9);
   EXPECT_EQ(rig.session.Size(), (PhotoSize{1050, 1400}));
@@ -167,7 +169,7 @@ TEST(PhotoSession, LinesTellTheLens) {
   rig.scene.Seen.K1 = 0.02;
   ASSERT_TRUE(rig.session.Take(rig.Photograph()));
   rig.session.Fit();
-  EXPECT_NE(TextOfLens(rig.global, rig.session).find("lens is unknown"), std::string::npos);
+  EXPECT_NE(TextOfResult(rig.global, rig.session).find("lens is unknown"), std::string::npos);
   for (const PlaneLine& line : LinesThrough(rig.scene.Seen)) {
     for (const PlanePoint& point : line) rig.session.AddPoint(point);
     EXPECT_FALSE(rig.session.NeedsFit()) << "while it is drawn";
