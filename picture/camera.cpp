@@ -160,6 +160,23 @@ void DrawRow(RgbImage& photo, int y, const PixelLight& light, const Camera& came
 
 }  // namespace
 
+Camera AudienceCamera(const Wall& wall, PanelSize panel) {
+  Camera camera{.Z = -wall.Distance, .Photo = {2400, 1800}};
+  if (const auto middle = WallPlaceOf(wall, panel, panel.Width / 2.0, panel.Height / 2.0)) {
+    camera.Y = (*middle)[1];
+  }
+  return camera;
+}
+
+Camera FittedInto(Camera camera, PanelSize size) {
+  const double width = camera.Photo.Width;
+  const double height = camera.Photo.Height;
+  const double scale = std::min(size.Width / width, size.Height / height);
+  camera.Photo = {std::max(2, static_cast<int>(width * scale)),
+                  std::max(2, static_cast<int>(height * scale))};
+  return camera;
+}
+
 std::optional<CameraView> CameraView::Of(const Wall& wall, PanelSize panel, const Camera& camera) {
   CameraView view(wall, panel, camera);
   const auto target = WallPlaceOf(wall, panel, panel.Width / 2.0, panel.Height / 2.0);

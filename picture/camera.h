@@ -29,6 +29,13 @@ struct Camera {
 inline constexpr double kLeastRadialTerm = -0.14;  // below -4/27 no corner is seen
 inline constexpr double kMostRadialTerm = 0.2;
 
+// One in the audience: twice as far from the wall as the projector, as high as the picture's
+// middle.
+Camera AudienceCamera(const Wall& wall, PanelSize panel);
+
+// The same camera with the largest photograph of its shape that fits into a size.
+Camera FittedInto(Camera camera, PanelSize size);
+
 // A camera at its place.
 class CameraView {
  public:

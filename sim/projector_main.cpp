@@ -120,7 +120,8 @@ int Serve(ProjectorOptions options, Recorder* recorder) {
         options.Language,
         [&stop] { return stop.WaitFor(std::chrono::milliseconds(0)); },
         options.Station.Wall,
-        options.Station.Source};
+        options.Station.Source,
+        options.Station.Camera};
     options.Headless = !RunWindow(request);
     if (options.Headless) std::cerr << TextsOf(options)[ProjectorText::kNoWindow] << std::endl;
   }

@@ -101,8 +101,8 @@ constexpr std::pair<const char*, const char*> kExclusive[] = {{"--usb", "--liste
                                                               {"--replay", "--record"}};
 constexpr std::pair<const char*, const char*> kNeeds[] = {
     {"--replay-to", "--replay"},  {"--photo", "--camera"},     {"--camera", "--wall"},
-    {"--camera", "--photo"},      {"--photo-size", "--photo"}, {"--camera-k1", "--photo"},
-    {"--camera-roll", "--photo"}, {"--room", "--photo"}};
+    {"--photo-size", "--camera"}, {"--camera-k1", "--camera"}, {"--camera-roll", "--camera"},
+    {"--room", "--camera"}};
 
 std::string ListOf(const std::vector<std::string>& choices, const std::string& between) {
   std::string text;
@@ -319,7 +319,7 @@ class OptionReader {
     const std::optional<Camera> camera =
         CameraOf({raw_.camera, raw_.photo_size, raw_.camera_k1, raw_.camera_roll, raw_.room},
                  *options_.Station.Wall, options_.Station.Projector.Panel, reason);
-    options_.Station.Camera = camera.value_or(Camera{});
+    options_.Station.Camera = camera;
     return camera || Fail(reason);
   }
 

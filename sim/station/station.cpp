@@ -321,7 +321,8 @@ void Station::WritePhoto(const RgbImage& panel_picture) {
   constexpr int kQuality = 75;
   const std::string kind = InLowerCase(Utf8Of(setup_.Photo->extension()));
   const bool jpeg = kind == ".jpg" || kind == ".jpeg";
-  const RgbImage photo = PhotographOf(panel_picture, setup_.Wall.value_or(Wall{}), setup_.Camera);
+  const RgbImage photo =
+      PhotographOf(panel_picture, setup_.Wall.value_or(Wall{}), setup_.Camera.value_or(Camera{}));
   const std::optional<std::string> bytes = jpeg ? JpegOf(photo, kQuality) : PngOf(photo);
   if (bytes) WriteFile(*setup_.Photo, *bytes);
 }

@@ -49,7 +49,7 @@ struct StationSetup {
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
   std::optional<warpline::Wall> Wall = {};  // that the picture falls on; none: the bare panel
   std::optional<std::filesystem::path> Photo = {};  // of the wall; rewritten as Picture is
-  warpline::Camera Camera = {};                     // that takes it
+  std::optional<warpline::Camera> Camera = {};      // that takes it; none: the usual one
   std::optional<RgbImage> Source = {};  // of the panel's size, sent to it; none: the test card
   sim::Log Log = {};                    // told what cannot be read, written or answered
   // Told when a fault strikes: "exchange 7: kind=21:refuse".

@@ -92,6 +92,7 @@ namespace warpline::sim {
   X(ItemExit)                       \
   X(ItemPanel)                      \
   X(ItemWall)                       \
+  X(ItemCamera)                     \
   X(ItemFit)                        \
   X(ItemActual)                     \
   X(ItemDouble)                     \
@@ -177,6 +178,7 @@ namespace warpline::sim {
   X(Concave)                        \
   X(UncorrectedHint)                \
   X(Uncorrected)                    \
+  X(CameraBlind)                    \
   X(LensAxis)                       \
   X(AxisTop)                        \
   X(AxisMiddle)                     \

@@ -54,7 +54,7 @@ ProjectorFrame::ProjectorFrame(const WindowRequest& request)
     ArrangePanes();
     WrapBanner();
   });
-  ChooseView(request.Wall.has_value());
+  ChooseView(request.Wall ? View::kWall : View::kPanel);
   canvas_->SetFocusIgnoringChildren();
   timer_.Start(kLookMilliseconds);
 }
@@ -106,7 +106,7 @@ wxWindow* ProjectorFrame::BuildPicture(wxWindow* parent) {
   side->SetSizer(column);
   canvas_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
-    if (wall_view_) Redraw();
+    if (view_ != View::kPanel) Redraw();
   });
   return side;
 }
@@ -183,21 +183,39 @@ void ProjectorFrame::WrapBanner() {
 
 void ProjectorFrame::Redraw() {
   if (state_.Working[kHorizontal][kCorre0].empty()) return;  // not looked yet
-  shown_ = PanelAsShown(source_, state_.Working, state_.Setup.PowerState, marks_ && !wall_view_);
+  shown_ = PanelAsShown(source_, state_.Working, state_.Setup.PowerState,
+                        marks_ && view_ == View::kPanel);
   if (uncorrected_) {
     const RegisterSet neutral = NeutralRegisters(state_.Setup.Panel);
     shown_.Image = PanelAsShown(source_, neutral, state_.Setup.PowerState, false).Image;
   }
-  if (!wall_view_) {
+  if (view_ == View::kPanel) {
     StampWord(shown_.Image);
     canvas_->Show(shown_.Image);
     return;
   }
   const wxSize screen = canvas_->GetClientSize() * canvas_->GetContentScaleFactor();
-  on_wall_ = WallPicture(shown_.Image, wall_bar_->Chosen(), SizeOf(screen));
-  DrawStraightFrame(on_wall_, wall_bar_->Chosen(), state_.Setup.Panel);
+  on_wall_ = AsSeen(SizeOf(screen));
   StampWord(on_wall_);
   canvas_->Show(on_wall_);
+}
+
+Camera ProjectorFrame::CameraNow() const {
+  return request_.Camera.value_or(AudienceCamera(wall_bar_->Chosen(), state_.Setup.Panel));
+}
+
+// Not larger than that.
+RgbImage ProjectorFrame::AsSeen(PanelSize size) const {
+  const Wall& wall = wall_bar_->Chosen();
+  if (view_ == View::kCamera) {
+    const Camera camera = FittedInto(CameraNow(), size);
+    const bool blind = !CameraView::Of(wall, state_.Setup.Panel, camera);
+    if (blind) wall_bar_->TellBlind();
+    return PhotographOf(shown_.Image, wall, camera);
+  }
+  RgbImage picture = WallPicture(shown_.Image, wall, size);
+  DrawStraightFrame(picture, wall, state_.Setup.Panel);
+  return picture;
 }
 
 void ProjectorFrame::ChoosePattern(TestPattern pattern) {
@@ -205,9 +223,10 @@ void ProjectorFrame::ChoosePattern(TestPattern pattern) {
   Redraw();
 }
 
-void ProjectorFrame::ChooseView(bool wall) {
-  wall_view_ = wall;
-  wall_bar_->Show(wall);
+void ProjectorFrame::ChooseView(View view) {
+  view_ = view;
+  wall_bar_->TellUncorrected(uncorrected_);
+  wall_bar_->Show(view != View::kPanel);
   wall_bar_->GetParent()->Layout();
   Redraw();
 }
@@ -261,10 +280,18 @@ void ProjectorFrame::OpenPicture() {
   Redraw();
 }
 
+// A photograph is saved as the camera takes it, without the word on it.
+RgbImage ProjectorFrame::PictureToSave() const {
+  if (view_ == View::kCamera) {
+    return PhotographOf(shown_.Image, wall_bar_->Chosen(), CameraNow());
+  }
+  return view_ == View::kWall ? on_wall_ : shown_.Image;
+}
+
 void ProjectorFrame::SavePicture() {
   wxFileDialog dialog(this, Label(texts_, ProjectorText::kSaveTitle), "", "projector.png",
                       Label(texts_, ProjectorText::kPngFiles), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-  const std::optional<std::string> png = PngOf(wall_view_ ? on_wall_ : shown_.Image);
+  const std::optional<std::string> png = PngOf(PictureToSave());
   if (!png || Ask(dialog) != wxID_OK) return;
   const std::string name = dialog.GetPath().utf8_string();
   const std::error_code error = ReplaceFileContents(PathOf(name), *png);

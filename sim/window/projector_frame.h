@@ -36,6 +36,7 @@ class ProjectorFrame : public wxFrame {
 
  private:
   struct Item;
+  enum class View { kPanel, kWall, kCamera };
 
   static constexpr int kUncorrectedKey = 'U';
 
@@ -60,12 +61,15 @@ class ProjectorFrame : public wxFrame {
   int Ask(wxDialog& dialog);
   void ShowMessage(const wxString& text, const wxString& title, long style);
   void Redraw();
+  Camera CameraNow() const;
+  RgbImage AsSeen(PanelSize size) const;
   void ChoosePattern(TestPattern pattern);
-  void ChooseView(bool wall);
+  void ChooseView(View view);
   void ShowUncorrected(bool uncorrected);
   void ArrangePanes();
   void SwitchFullScreen(bool full);
   void OpenPicture();
+  RgbImage PictureToSave() const;
   void SavePicture();
   void Choose(wxMenuItem& item);
   void PressKey(wxKeyEvent& event);
@@ -92,7 +96,7 @@ class ProjectorFrame : public wxFrame {
   RgbImage source_;
   ShownPicture shown_;
   RgbImage on_wall_;
-  bool wall_view_ = false;
+  View view_ = View::kPanel;
   bool uncorrected_ = false;  // while the key is held
   bool marks_ = true;
   bool ending_ = false;

@@ -16,11 +16,11 @@ struct KeyRow {
 };
 
 constexpr KeyRow kKeys[] = {
-    {'P', ProjectorText::kItemPanel},   {'W', ProjectorText::kItemWall},
-    {'1', ProjectorText::kItemCard},    {'2', ProjectorText::kItemGrid},
-    {'3', ProjectorText::kItemChecker}, {'4', ProjectorText::kItemWhite},
-    {'0', ProjectorText::kItemFit},     {'M', ProjectorText::kItemMarks},
-    {'S', ProjectorText::kItemSave},
+    {'P', ProjectorText::kItemPanel},  {'W', ProjectorText::kItemWall},
+    {'C', ProjectorText::kItemCamera}, {'1', ProjectorText::kItemCard},
+    {'2', ProjectorText::kItemGrid},   {'3', ProjectorText::kItemChecker},
+    {'4', ProjectorText::kItemWhite},  {'0', ProjectorText::kItemFit},
+    {'M', ProjectorText::kItemMarks},  {'S', ProjectorText::kItemSave},
 };
 
 int IdOf(ProjectorText item) {
@@ -66,8 +66,10 @@ std::vector<ProjectorFrame::Item> ProjectorFrame::ViewItems() {
   };
   using enum ProjectorText;
   const bool wall = request_.Wall.has_value();
-  return {{kItemPanel, [this](bool) { ChooseView(false); }, wxITEM_RADIO, !wall},
-          {kItemWall, [this](bool) { ChooseView(true); }, wxITEM_RADIO, wall},
+  const auto view = [this](View chosen) { return [this, chosen](bool) { ChooseView(chosen); }; };
+  return {{kItemPanel, view(View::kPanel), wxITEM_RADIO, !wall},
+          {kItemWall, view(View::kWall), wxITEM_RADIO, wall},
+          {kItemCamera, view(View::kCamera), wxITEM_RADIO},
           {kItemFit, zoom(0)},
           {kItemActual, zoom(1)},
           {kItemDouble, zoom(2)},

@@ -99,6 +99,10 @@ void WallBar::TellUncorrected(bool uncorrected) {
                               : Wx(texts_.Fill(ProjectorText::kUncorrectedHint, {texts_[word]})));
 }
 
+void WallBar::TellBlind() {
+  hint_->SetLabel(Label(texts_, ProjectorText::kCameraBlind));
+}
+
 // A corner by the angle between its walls, seen from the projector.
 std::string WallBar::CurvatureText() const {
   const double curvature = wall_.Curvature;

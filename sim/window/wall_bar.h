@@ -24,6 +24,9 @@ class WallBar : public wxPanel {
   // uncorrected picture is shown.
   void TellUncorrected(bool uncorrected);
 
+  // Tells that the camera's photograph is black, and why.
+  void TellBlind();
+
  private:
   wxChoice* Choice(const char* name, ProjectorText first, int count);
   wxSlider* Slider(const char* name, double least, double most, double value, int steps);

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/texts.h"
-#include "picture/wall.h"
+#include "picture/camera.h"
 #include "sim/station/station.h"
 
 // The projector's window, seen from the program. The toolkit takes its time to be loaded, so where
@@ -20,6 +20,7 @@ struct WindowRequest {
   std::function<bool()> StopWanted;         // asked now and then; true closes the window
   std::optional<warpline::Wall> Wall = {};  // to begin with, in the wall view; none: panel view
   std::optional<RgbImage> Source = {};  // to begin with, of the panel's size; none: the test card
+  std::optional<warpline::Camera> Camera = {};  // that looks at the wall; none: in the audience
 };
 
 // Runs until the window is closed. False when there can be no window: this program was built

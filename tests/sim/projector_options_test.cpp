@@ -148,7 +148,7 @@ TEST(ProjectorOptions, DescribeTheCamera) {
                             out, out, exit_code);
   ASSERT_TRUE(options) << out.str();
   EXPECT_EQ(options->Station.Photo, "p.png");
-  const warpline::Camera& camera = options->Station.Camera;
+  const warpline::Camera camera = options->Station.Camera.value();
   EXPECT_EQ(
       (std::array<double, 6>{camera.X, camera.Y, camera.Z, camera.Room, camera.Roll, camera.K1}),
       (std::array<double, 6>{1, -0.5, -3, 0.5, -5, 0.02}));

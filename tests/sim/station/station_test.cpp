@@ -62,7 +62,7 @@ TEST(Station, IsPhotographedAfterEachChange) {
   StationSetup setup = world.Setup();
   setup.Projector.Panel = {64, 64};
   setup.Wall = Wall{};
-  setup.Camera.Photo = {320, 320};
+  setup.Camera = Camera{.Photo = {320, 320}};
   setup.Photo = world.folder / "photo.jpg";
   setup.Source = RgbImage{64, 64, std::vector<std::uint8_t>(64 * 64 * 3, 255)};
   LinkedStation at(setup);

@@ -150,6 +150,21 @@ TEST(ProjectorWindow, ChangesItsViewByKeys) {
   shape.SetStringSelection("Flat");
   World::Press(shape, wxEVT_CHOICE);
   EXPECT_FALSE(world.Find<wxSlider>("wall_curvature").IsEnabled());
+  world.Key('C');
+  EXPECT_TRUE(shape.GetParent()->IsShown());
+  auto& canvas = world.Find<Canvas>("canvas");
+  const auto lit = [&canvas] {
+    if (!World::WaitUntil([&canvas] { return canvas.Shown().IsOk(); })) return false;
+    const wxSize size = canvas.Shown().GetSize();
+    const wxImage seen = canvas.Shown().ConvertToImage();
+    EXPECT_NEAR(size.x * 3.0, size.y * 4.0, 8) << "the photograph's shape";
+    return seen.GetRed(size.x * 2 / 5, size.y / 2) > 20;
+  };
+  EXPECT_TRUE(lit());
+  world.request.Camera = Camera{.Z = 5};
+  world.Key('C');
+  EXPECT_FALSE(lit());
+  EXPECT_TRUE(hint.GetLabel().StartsWith("The camera does not see")) << hint.GetLabel();
   world.Key('P');
   EXPECT_FALSE(shape.GetParent()->IsShown());
 }
