@@ -11,12 +11,9 @@ std::vector<DisplayPlace> Displays() {
   for (unsigned number = 0; number < wxDisplay::GetCount(); ++number) {
     const wxDisplay display(number);
     const wxRect area = display.GetGeometry();
-    const double scale = PixelsPerUnit(display);
     const wxString name = display.GetName();
-    displays.push_back({number,
-                        name.empty() ? ConnectorName(number) : name,
-                        area,
-                        {wxRound(area.width * scale), wxRound(area.height * scale)}});
+    displays.push_back(
+        {number, name.empty() ? ConnectorName(number) : name, area, PixelsOf(number, display)});
   }
   return displays;
 }

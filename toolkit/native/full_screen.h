@@ -7,8 +7,8 @@
 
 namespace warpline {
 
-// How many pixels of the display one unit of the toolkit is.
-double PixelsPerUnit(const wxDisplay& display);
+// How many pixels the display of that number has.
+wxSize PixelsOf(unsigned number, const wxDisplay& display);
 
 // What the system calls the place where the display of that number is plugged in; may be empty.
 wxString ConnectorName(unsigned display);

@@ -1,11 +1,17 @@
 #include "toolkit/native/full_screen.h"
 
+#include <vector>
+
+#include "toolkit/native/output_modes_posix.h"
 #include "toolkit/native/toolkit_symbols_posix.h"
 
 namespace warpline {
 
-double PixelsPerUnit(const wxDisplay& display) {
-  return display.GetScaleFactor();
+// The toolkit's own scale is a whole number, and not the display's when that is none.
+wxSize PixelsOf(unsigned number, const wxDisplay& display) {
+  const std::vector<wxSize> outputs = WaylandOutputPixels();
+  if (outputs.size() == wxDisplay::GetCount() && outputs[number].x > 0) return outputs[number];
+  return display.GetGeometry().GetSize() * display.GetScaleFactor();
 }
 
 wxString ConnectorName(unsigned display) {

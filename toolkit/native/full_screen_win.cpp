@@ -3,8 +3,8 @@
 namespace warpline {
 
 // The program is aware of each monitor's scale, so units are pixels.
-double PixelsPerUnit(const wxDisplay&) {
-  return 1;
+wxSize PixelsOf(unsigned, const wxDisplay& display) {
+  return display.GetGeometry().GetSize();
 }
 
 // wxWidgets' name of a display is that already.
