@@ -55,15 +55,25 @@ void MainStatus::ShowLink(const std::string& link) {
   sizer_->Layout();
 }
 
+// A note that says nothing leaves its room to what the projector shows.
+void MainStatus::SetNote(const std::string& note, const std::string& detail) {
+  SetText(*note_, note, detail);
+  wxSizerItem& place = *sizer_->GetItem(note_);
+  const int share = note.empty() ? 0 : 1;
+  if (place.GetProportion() == share) return;
+  place.SetProportion(share);
+  sizer_->Layout();
+}
+
 void MainStatus::Show(const StatusLine& line) {
   ShowLink(line.link);
   SetText(*shown_, line.shown);
-  SetText(*note_, line.note, line.detail);
+  SetNote(line.note, line.detail);
   SetOffer(line.retry ? Offer::kRetry : Offer::kNothing);
 }
 
 void MainStatus::ShowWork(const std::string& text, bool stoppable) {
-  SetText(*note_, text);
+  SetNote(text, {});
   SetOffer(stoppable ? Offer::kStop : Offer::kNothing);
 }
 
