@@ -43,10 +43,10 @@ std::string WorstMarksText(const LSSglobal& global, const FitReport& report) {
   std::string marks;
   for (const MarkMisfit& mark : report.Worst) {
     if (mark.Dropped) continue;  // there is a warning of its own
-    if (!marks.empty()) marks += TextOf(global, ToolText::kPhotoListComma);
-    marks +=
+    const std::string told =
         Filled(global, ToolText::kPhotoWorstMark,
                {std::to_string(mark.Column), std::to_string(mark.Row), Figure(mark.Pixels, 2)});
+    marks = marks.empty() ? told : Filled(global, ToolText::kPhotoAndMark, {marks, told});
   }
   return marks.empty() ? marks : Filled(global, ToolText::kPhotoWorstMarks, {marks});
 }

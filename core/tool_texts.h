@@ -279,7 +279,7 @@ namespace warpline {
   X(PhotoGridOff)              \
   X(PhotoWorstMarks)           \
   X(PhotoWorstMark)            \
-  X(PhotoListComma)            \
+  X(PhotoAndMark)              \
   X(PhotoPanel)                \
   X(PhotoPanelAssumed)         \
   X(PhotoMarkExpected)         \

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "link/beamlink.h"
+#include "platform/shared_library.h"
 #include "tests/support/projector_server.h"
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
@@ -150,6 +152,7 @@ class WindowRig {
  public:
   explicit WindowRig(std::int16_t language = 0) {
     fs::create_directory(program);
+    temp.Write("program/" + SharedLibrary::FileName(kBeamlinkName), kStandInMark);
     ApplyLanguage(global, language);
     global.Settings.IPAddress = server.Address();
     global.Settings.LANPort = server.Port();
