@@ -51,7 +51,7 @@ if(WIN32)
   target_compile_definitions(warpline_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
   # What is not used is left out; the same sources give the same bytes wherever they lie.
   target_compile_options(warpline_options INTERFACE
-    -ffunction-sections -fdata-sections -fstack-protector-strong -fcf-protection=full
+    -ffunction-sections -fdata-sections -fstack-protector-strong
     -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
   target_compile_definitions(warpline_options INTERFACE _FORTIFY_SOURCE=2)
   target_link_options(warpline_options INTERFACE -static -fstack-protector-strong
@@ -115,7 +115,8 @@ warpline_header_only(warpline_eigen eigen3/Eigen)
 if(NOT CMAKE_CROSSCOMPILING)
   target_include_directories(warpline_eigen SYSTEM INTERFACE /usr/include/eigen3)
 endif()
-target_compile_definitions(warpline_eigen INTERFACE EIGEN_MPL2_ONLY)
+# The same sums in the same order on every system, and less code.
+target_compile_definitions(warpline_eigen INTERFACE EIGEN_MPL2_ONLY EIGEN_DONT_VECTORIZE)
 
 # Embeds text files: each becomes a function "std::string_view Embedded_<name>()" in namespace warpline::embedded.
 function(warpline_embed_texts target)

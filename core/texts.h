@@ -57,7 +57,7 @@ class TextTable {
  public:
   explicit TextTable(const TextMap& map) {
     std::size_t index = 0;
-    for (const std::string_view name : TextKeyNames(Key{})) {
+    for (const std::string_view name : kNames) {
       const auto found = map.find(name);
       if (found != map.end()) texts_[index] = found->second;
       ++index;
@@ -74,7 +74,6 @@ class TextTable {
 
   // The name itself when there is no text of that name.
   std::string Say(const NamedText& text) const {
-    constexpr auto kNames = TextKeyNames(Key{});
     const auto name = std::find(kNames.begin(), kNames.end(), text.Name);
     if (name == kNames.end()) return std::string(text.Name);
     std::vector<std::string> values = text.Values;
@@ -83,7 +82,9 @@ class TextTable {
   }
 
  private:
-  std::array<std::string, TextKeyNames(Key{}).size()> texts_;
+  static constexpr auto kNames = TextKeyNames(Key{});
+
+  std::vector<std::string> texts_ = std::vector<std::string>(kNames.size());
 };
 
 }  // namespace warpline
