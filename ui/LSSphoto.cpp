@@ -11,7 +11,6 @@
 #include <optional>
 #include <utility>
 
-#include "app/startup.h"
 #include "core/tool_texts.h"
 #include "toolkit/layout.h"
 #include "toolkit/window_place.h"

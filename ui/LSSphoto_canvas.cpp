@@ -39,11 +39,11 @@ constexpr std::array<ArrowKey, 8> kArrowKeys{{
 }  // namespace
 
 PhotoCanvas::PhotoCanvas(wxWindow* parent, PhotoSession& session, const wxString& label,
-                         wxString hint, Handlers handlers)
+                         const wxString& hint, Handlers handlers)
     : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, "photo_canvas"),
       session_(session),
-      hint_(std::move(hint)),
+      hint_(hint),
       handlers_(std::move(handlers)) {
   SetLabel(label);
   SetBackgroundStyle(wxBG_STYLE_PAINT);

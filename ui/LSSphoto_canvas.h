@@ -20,7 +20,7 @@ class PhotoCanvas : public wxWindow {
 
   // session must outlive this object. The label is the window's own; hint is said where there is no
   // photograph.
-  PhotoCanvas(wxWindow* parent, PhotoSession& session, const wxString& label, wxString hint,
+  PhotoCanvas(wxWindow* parent, PhotoSession& session, const wxString& label, const wxString& hint,
               Handlers handlers);
 
   // There is another photograph, or it was turned.
