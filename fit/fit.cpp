@@ -158,6 +158,7 @@ std::size_t IndexOfBest(const FitTask& task, const std::vector<FitResult>& resul
 
 // For what is foretold, with the correction and without.
 double LensBoundOf(const Preparation& prepared, const FitResult& result) {
+  constexpr double kSafety = 1.1;  // for what rounding and other errors add
   const FitTask& task = prepared.Task;
   const DrawnLines lines = DrawnLinesOf(BuildRegisters(result.Correction, task.Panel), task.Panel);
   const double after = LensErrorOf(task, [&](PlanePoint picture) {
@@ -165,7 +166,7 @@ double LensBoundOf(const Preparation& prepared, const FitResult& result) {
   });
   const double before =
       LensErrorOf(task, [&](PlanePoint picture) { return task.Seen.FrameOf(picture); });
-  return std::max({prepared.LensBound, before, after});
+  return kSafety * std::max({prepared.LensBound, before, after});
 }
 
 void AddWarnings(FitReport& report) {
