@@ -183,6 +183,7 @@ void LSSphoto::Take(const std::function<bool()>& take) {
   if (taken) canvas_->ShowPhoto();
   Settle();
   if (!taken) return;
+  steps_->ShowCheck();
   session_.Report() ? steps_->results->SetFocus() : canvas_->SetFocus();
 }
 

@@ -37,6 +37,9 @@ class PhotoSteps : public wxPanel {
   wxButton* line = nullptr;
   wxListCtrl* results = nullptr;
 
+  // Brings the step behind the photograph into view, where not all of them have room.
+  void ShowCheck() { first_->Scroll(-1, first_->GetScrollLines(wxVERTICAL)); }
+
  private:
   // A text that may become another one.
   struct Said {
