@@ -2,6 +2,7 @@
 
 #include <wx/app.h>
 #include <wx/clipbrd.h>
+#include <wx/dataobj.h>
 #include <wx/image.h>
 #include <wx/stdpaths.h>
 #include <wx/utils.h>
@@ -9,9 +10,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "core/tool_texts.h"
+#include "picture/photograph.h"
 #include "toolkit/layout.h"
 #include "toolkit/window_place.h"
 #include "ui/files_at_hand.h"
@@ -42,6 +45,15 @@ struct Copied {
   RgbImage picture;
 };
 
+// A picture that the clipboard has as a file's bytes under the name of their kind.
+RgbImage PictureOfKind(const char* kind) {
+  wxCustomDataObject bytes{wxDataFormat(kind)};
+  if (!wxTheClipboard->IsSupported(bytes.GetFormat()) || !wxTheClipboard->GetData(bytes)) return {};
+  NamedText reason;
+  const std::string_view file(static_cast<const char*>(bytes.GetData()), bytes.GetSize());
+  return ImageOfPhotograph(file, reason).value_or(RgbImage{});
+}
+
 Copied FromClipboard() {
   const wxClipboardLocker clipboard;
   Copied copied;
@@ -51,7 +63,13 @@ Copied FromClipboard() {
   if (wxTheClipboard->IsSupported(wxDF_FILENAME) && wxTheClipboard->GetData(files) &&
       !files.GetFilenames().empty()) {
     copied.file = PathOfWx(files.GetFilenames()[0]);
-  } else if (wxTheClipboard->IsSupported(wxDF_BITMAP) && wxTheClipboard->GetData(picture)) {
+    return copied;
+  }
+  for (const char* kind : {"image/png", "image/jpeg", "PNG"}) {
+    copied.picture = PictureOfKind(kind);
+    if (copied.picture.Width > 0) return copied;
+  }
+  if (wxTheClipboard->IsSupported(wxDF_BITMAP) && wxTheClipboard->GetData(picture)) {
     copied.picture = ImageOf(picture.GetBitmap().ConvertToImage());
   }
   return copied;
