@@ -227,6 +227,7 @@ namespace warpline {
   X(FitMarkDropped)            \
   X(FitStraightAlready)        \
   X(FitLensMayBeAll)           \
+  X(FitMarksMayBeAll)          \
   X(FitEdgesBendAlike)         \
   X(FitSidesBendAlike)         \
   X(FitOrientationLimits)      \

@@ -118,6 +118,8 @@ FitResult ResultFor(const FitInput& input, const Preparation& prepared, const Dr
       result.Note = {"FitStraightAlready", {left}, {}};
     } else if (prepared.LensBound > 0) {
       result.Note = {"FitLensMayBeAll", {left, Hundredths(prepared.LensBound)}, {}};
+    } else if (result.Note.Name.empty()) {
+      result.Note = {"FitMarksMayBeAll", {left}, {}};
     }
     best = before;
   }
