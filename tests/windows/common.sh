@@ -62,6 +62,13 @@ start_tool() {
 }
 # Keys go to whatever has the focus: a key sent to a window by its number would find it gone when it is released.
 asks_or_ended() { ended "$tool" || [ "$(windows)" -ge 3 ]; }
+# A tool that is still sending takes no keys.
+closes() {
+  asks_or_ended && return
+  xdotool key alt+F4
+  sleep 2
+  asks_or_ended
+}
 answer_no_or_ended() {
   if ended "$tool"; then return 0; fi
   xdotool key n
@@ -70,8 +77,7 @@ answer_no_or_ended() {
 # Closes the tool; should it ask whether to save what was changed, the answer is no.
 close_tool() {
   until_true "the keyboard in the main window, to close it" has_focus
-  xdotool key alt+F4
-  until_true "the tool's question or end" asks_or_ended
+  until_true "the tool's question or end" closes
   until_true "the end of the tool" answer_no_or_ended
 }
 
