@@ -89,6 +89,7 @@ void PhotoSteps::AddMarksStep() {
   clear = Button("photo_clear", ToolText::kPhotoClear);
   display = new wxChoice(pane_, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kDisplayWidth, -1)), 0,
                          nullptr, 0, wxDefaultValidator, "photo_display");
+  display->Disable();
   SetAccessibleName(*display, CaptionOf(global_, ToolText::kPhotoOnDisplay));
   AddRow({clear, display});
 }
@@ -144,7 +145,8 @@ void PhotoSteps::ShowDisplays(const std::vector<std::string>& names, std::size_t
   displays_ = names;
   display->Clear();
   for (const std::string& name : names) display->Append(WxText(name));
-  display->SetSelection(static_cast<int>(chosen));
+  display->Enable(!names.empty());
+  if (!names.empty()) display->SetSelection(static_cast<int>(chosen));
 }
 
 void PhotoSteps::ShowSession(const PhotoSession& session) {
