@@ -42,7 +42,8 @@ class ChildProcess {
  private:
   std::intptr_t process_ = kNone;
   std::intptr_t output_ = kNone;
-  std::intptr_t group_ = kNone;  // Windows: what ends it together with this program
+  // Windows: what ends it together with this program.
+  [[maybe_unused]] std::intptr_t group_ = kNone;
 
   static constexpr std::intptr_t kNone = -1;
 };
