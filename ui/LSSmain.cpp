@@ -54,9 +54,11 @@ void LSSmain::ShowFirst() {
     PlaceAsStored();  // only now does the window know the frame around it
     CreatePreviewWindow();
     ShowPreview();
+    view_->Update();
     BindFiles();
     CallAfter([this] {
       SetIcons(ProgramIcons());  // drawn in many sizes, no part of the work
+      view_->SetIcons(GetIcons());
       ShowLibrary();
     });
   });
@@ -91,7 +93,7 @@ void LSSmain::SetSizes() {
   SetSizer(sizer);
   wxSize least = sizer->ComputeFittingClientSize(this);
   for (int group = 0; group < kGroupCount; ++group) {
-    ShowGroup(controls_, parts_.engine.global, group);
+    ShowGroupTexts(controls_, parts_.engine.global, group);
     least.IncTo(sizer->ComputeFittingClientSize(this));
   }
   SetMinClientSize(least);

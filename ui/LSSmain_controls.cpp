@@ -89,6 +89,22 @@ wxSizer* CreateButtonLine(MainControls& controls, wxWindow* panel, const Control
   return line;
 }
 
+SliderRow::Texts TextsOf(const LSSglobal& global, int group, int row) {
+  const GroupRow& texts = kGroups[static_cast<std::size_t>(group)];
+  const bool acts = OpticalSlider(global.Correction, group) == row;
+  return {CaptionOf(global, texts.caption),
+          CaptionOf(global, texts.slider_captions[static_cast<std::size_t>(row)]),
+          acts ? CaptionOf(global, ToolText::kPutOpticalBack) : wxString()};
+}
+
+// What only some groups have beside their sliders.
+void ShowExtras(MainControls& controls, int group) {
+  controls.lr_symm->Show(group == kGroupLinearity);
+  controls.ud_symm->Show(group == kGroupLinearity);
+  controls.corre_edit->Show(CurveEditorShown(group));
+  controls.lr_symm->GetParent()->Layout();
+}
+
 }  // namespace
 
 MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
@@ -114,23 +130,23 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
 void ShowGroup(MainControls& controls, const LSSglobal& global, int group) {
   const CorrectionData& correction = global.Correction;
   for (int row = 0; row < kSliderCount; ++row) {
-    const auto index = static_cast<std::size_t>(row);
     const SliderTarget target = TargetOf(correction, group, row);
-    const GroupRow& texts = kGroups[static_cast<std::size_t>(group)];
-    const bool acts = OpticalSlider(correction, group) == row;
-    controls.rows[index]->Show(
+    controls.rows[static_cast<std::size_t>(row)]->Show(
         SetUpSlider(correction, group, row),
-        {CaptionOf(global, texts.caption), CaptionOf(global, texts.slider_captions[index]),
-         IconOf(target, correction.Axes[target.axis].Stadium == 1),
-         wxString::Format("iconbutton%d", kSliderCount * group + row),
-         acts ? CaptionOf(global, ToolText::kPutOpticalBack) : wxString()});
+        {TextsOf(global, group, row), IconOf(target, correction.Axes[target.axis].Stadium == 1),
+         wxString::Format("iconbutton%d", kSliderCount * group + row)});
   }
   controls.ctrl_select[static_cast<std::size_t>(group)]->SetValue(true);
   ShowGroupValues(controls, global, group);
-  controls.lr_symm->Show(group == kGroupLinearity);
-  controls.ud_symm->Show(group == kGroupLinearity);
-  controls.corre_edit->Show(CurveEditorShown(group));
-  controls.lr_symm->GetParent()->Layout();
+  ShowExtras(controls, group);
+}
+
+void ShowGroupTexts(MainControls& controls, const LSSglobal& global, int group) {
+  for (int row = 0; row < kSliderCount; ++row) {
+    controls.rows[static_cast<std::size_t>(row)]->ShowTexts(
+        SetUpSlider(global.Correction, group, row), TextsOf(global, group, row));
+  }
+  ShowExtras(controls, group);
 }
 
 void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group, bool bars) {

@@ -41,6 +41,9 @@ MainControls CreateMainControls(wxWindow* panel, const LSSglobal& global,
 // values.
 void ShowGroup(MainControls& controls, const LSSglobal& global, int group);
 
+// No more of that than what the window's size hangs on.
+void ShowGroupTexts(MainControls& controls, const LSSglobal& global, int group);
+
 // The values and what can be used. bars: the sliders' positions too, which stay under the user's
 // hand otherwise.
 void ShowGroupValues(MainControls& controls, const LSSglobal& global, int group, bool bars = false);

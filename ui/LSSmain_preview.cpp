@@ -31,7 +31,6 @@ constexpr std::array<PreviewSize, 3> kPreviewSizes{{
 void LSSmain::CreatePreviewWindow() {
   view_ = new LSSview(this, CaptionOf(parts_.engine.global, kMsgTestPattern),
                       [this] { controller_.SetTestPattern(false); });
-  view_->SetIcons(GetIcons());
   SetPreviewSize("menu_disp_regular");
 }
 

@@ -205,33 +205,40 @@ void SliderRow::Step(int step) {
   handlers_.moved(row_, value);
 }
 
+void SliderRow::ShowTexts(const SliderSetup& setup, const Texts& texts) {
+  name_->SetLabel(texts.caption);
+  low_->SetLabel(wxString::Format("%d", setup.low));
+  high_->SetLabel(wxString::Format("%d", setup.high));
+  icon_->Show(!texts.action.empty());
+  picture_->Show(texts.action.empty());
+}
+
 void SliderRow::Show(const SliderSetup& setup, const Looks& looks) {
   filling_ = true;
-  spoken_name_ = wxStripMenuCodes(looks.group) + ": " + wxStripMenuCodes(looks.caption);
-  name_->SetLabel(looks.caption);
+  spoken_name_ = wxStripMenuCodes(looks.texts.group) + ": " + wxStripMenuCodes(looks.texts.caption);
+  ShowTexts(setup, looks.texts);
   ShowPicture(looks);
   SetAccessibleName(*value_, spoken_name_);
   bar_->SetRange(setup.low, setup.high);
   zero_->Refresh();
   bar_->SetPageSize(setup.large_step);
   bar_->SetValue(setup.value);
-  low_->SetLabel(wxString::Format("%d", setup.low));
-  high_->SetLabel(wxString::Format("%d", setup.high));
   filling_ = false;
   ShowValue(setup);
 }
 
 void SliderRow::ShowPicture(const Looks& looks) {
-  const bool acts = !looks.action.empty();
-  icon_->SetBitmap(looks.picture);
-  picture_->SetBitmap(looks.picture);
-  icon_->SetName(acts ? looks.icon_name : "");
-  picture_->SetName(acts ? "" : looks.icon_name);
-  icon_->Show(acts);
-  picture_->Show(!acts);
-  icon_->SetToolTip(looks.action);
-  picture_->SetToolTip(wxStripMenuCodes(looks.caption));
-  SetAccessibleName(*icon_, spoken_name_, looks.action);
+  const wxString& action = looks.texts.action;
+  if (action.empty()) {
+    picture_->SetBitmap(looks.picture);
+  } else {
+    icon_->SetBitmap(looks.picture);
+  }
+  icon_->SetName(action.empty() ? "" : looks.icon_name);
+  picture_->SetName(action.empty() ? looks.icon_name : "");
+  icon_->SetToolTip(action);
+  picture_->SetToolTip(wxStripMenuCodes(looks.texts.caption));
+  SetAccessibleName(*icon_, spoken_name_, action);
   SetAccessibleName(*picture_, spoken_name_);
 }
 

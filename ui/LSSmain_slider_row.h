@@ -38,15 +38,21 @@ class SliderRow {
 
   wxSizer* Sizer() const { return sizer_; }
 
-  // Sets everything; the handlers stay silent.
-  struct Looks {
+  struct Texts {
     wxString group;  // the caption of the row's group
     wxString caption;
+    wxString action;  // what pressing the picture does; a picture without one is no button
+  };
+  struct Looks {
+    Texts texts;
     wxBitmapBundle picture;
     wxString icon_name;  // the product name that the picture goes by while it shows this one
-    wxString action;     // what pressing the picture does; a picture without one is no button
   };
+  // Sets everything; the handlers stay silent.
   void Show(const SliderSetup& setup, const Looks& looks);
+
+  // No more than what the row's size hangs on.
+  void ShowTexts(const SliderSetup& setup, const Texts& texts);
 
   // The text and whether the row can be used; the slider stays where the user has it.
   void ShowValue(const SliderSetup& setup);
