@@ -17,6 +17,13 @@
 #include "ui/wx_text.h"
 
 namespace warpline {
+namespace {
+
+// Drawn in many sizes, the icons are no part of the work, and come when all else is painted.
+constexpr int kUntilIcons = 100;  // milliseconds
+
+}  // namespace
+
 LSSmain::LSSmain(MainParts parts)
     : wxFrame(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
               "LSSmain"),
@@ -54,13 +61,13 @@ void LSSmain::ShowFirst() {
     PlaceAsStored();  // only now does the window know the frame around it
     CreatePreviewWindow();
     ShowPreview();
-    view_->Update();
     BindFiles();
-    CallAfter([this] {
-      SetIcons(ProgramIcons());  // drawn in many sizes, no part of the work
+    CallAfter([this] { ShowLibrary(); });
+    icons_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+      SetIcons(ProgramIcons());
       view_->SetIcons(GetIcons());
-      ShowLibrary();
     });
+    icons_.StartOnce(kUntilIcons);
   });
 }
 

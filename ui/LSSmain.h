@@ -3,6 +3,7 @@
 #include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/timer.h>
 #include <wx/weakref.h>
 
 #include <filesystem>
@@ -110,6 +111,7 @@ class LSSmain : public wxFrame, private MainView {
   MainControls controls_;
   LSSview* view_ = nullptr;  // owned by this window; none before the first events
   bool preview_placed_ = false;
+  wxTimer icons_;
   bool closing_ = false;
   std::function<void()> waiting_;  // until the projector has followed the hand
   PictureOnDisplay picture_;
