@@ -28,6 +28,7 @@ wxPopupWindow* CreateLabel(wxWindow& owner, const DisplayPlace& display, const P
   auto* label = new wxPopupWindow(&owner);
   label->SetName("display_label");
   label->SetBackgroundStyle(wxBG_STYLE_PAINT);
+  label->Bind(wxEVT_DPI_CHANGED, [](wxDPIChangedEvent&) {});  // its size is that of its display
   OverlayLayout layout = LayLabel(owner, *label, display, text);
   const wxRect area = layout.area;
   for (OverlayLayout::Line& line : layout.lines) line.at -= area.GetPosition();

@@ -13,10 +13,12 @@
 namespace warpline {
 namespace {
 
-// Shares of the window's height. On a picture of 1.5 m the smallest text is 4 cm high.
-constexpr double kHeading = 1.0 / 22;
+// Shares of the window's height. On a picture 1 m high capitals and figures, which are about 0.7 of
+// their font, are at least 29 mm high: 20 minutes of arc from 5 m. So are the heading's small
+// letters, about 0.5 of it.
+constexpr double kHeading = 1.0 / 17;
 constexpr double kLine = 1.0 / 11;
-constexpr double kNote = 1.0 / 34;
+constexpr double kNote = 1.0 / 24;
 constexpr double kEdge = 1.0 / 30;
 
 constexpr double kWidest = 0.92;  // of the window's width
@@ -28,18 +30,21 @@ wxFont FontOf(double height) {
   return font;
 }
 
-// Puts lines under each other, from (0, 0) on.
+// Puts lines under each other, from (0, 0) on, each as large as the room lets it be.
 class Stack {
  public:
-  Stack(const wxWindow& window, double unit) : window_(window), unit_(unit) {}
+  Stack(const wxWindow& window, double unit, double room)
+      : window_(window), unit_(unit), room_(room) {}
 
   void Add(const std::string& text, double height) {
     if (text.empty()) return;
-    OverlayLayout::Line line{WxText(text), FontOf(height * unit_), wxPoint(0, size_.y)};
-    int width = 0;
-    int tall = 0;
-    window_.GetTextExtent(line.text, &width, &tall, nullptr, nullptr, &line.font);
-    size_ = wxSize(std::max(size_.x, width), size_.y + tall);
+    OverlayLayout::Line line{WxText(text), FontOf(height * unit_), wxPoint(0, size_.y), {}};
+    Measure(line);
+    if (line.size.x > room_) {
+      line.font = FontOf(height * unit_ * room_ / line.size.x);
+      Measure(line);
+    }
+    size_ = wxSize(std::max(size_.x, line.size.x), size_.y + line.size.y);
     lines_.push_back(std::move(line));
   }
 
@@ -47,14 +52,19 @@ class Stack {
   std::vector<OverlayLayout::Line> Lines() && { return std::move(lines_); }
 
  private:
+  void Measure(OverlayLayout::Line& line) const {
+    window_.GetTextExtent(line.text, &line.size.x, &line.size.y, nullptr, nullptr, &line.font);
+  }
+
   const wxWindow& window_;
   double unit_;
+  double room_;
   wxSize size_;
   std::vector<OverlayLayout::Line> lines_;
 };
 
-Stack StackOf(const wxWindow& window, const PictureOverlay& overlay, double unit) {
-  Stack stack(window, unit);
+Stack StackOf(const wxWindow& window, const PictureOverlay& overlay, double unit, double room) {
+  Stack stack(window, unit, room);
   stack.Add(overlay.heading, kHeading);
   stack.Add(overlay.line, kLine);
   for (const std::string& note : overlay.notes) stack.Add(note, kNote);
@@ -68,14 +78,26 @@ wxPoint CornerOf(OverlayPlace place, const wxSize& own, const wxSize& size, int 
   return {left ? edge : size.x - own.x - edge, top ? edge : size.y - own.y - edge};
 }
 
+// A context may size fonts by the scale of the display: what it draws takes the room that was
+// measured.
+void DrawLine(wxGraphicsContext& context, const OverlayLayout::Line& line) {
+  double width = 0;
+  double height = 0;
+  context.GetTextExtent(line.text, &width, &height);
+  if (width <= 0) return;
+  context.PushState();
+  context.Translate(line.at.x, line.at.y);
+  context.Scale(line.size.x / width, line.size.x / width);
+  context.DrawText(line.text, 0, 0);
+  context.PopState();
+}
+
 }  // namespace
 
 OverlayLayout LayOverlay(const wxWindow& window, const PictureOverlay& overlay, OverlayPlace place,
                          const wxSize& size) {
   const int edge = wxRound(kEdge * size.y);
-  const double room = kWidest * size.x - 2 * edge;
-  const int wanted = StackOf(window, overlay, size.y).Size().x;
-  Stack stack = StackOf(window, overlay, size.y * std::min(1.0, room / std::max(1, wanted)));
+  Stack stack = StackOf(window, overlay, size.y, kWidest * size.x - 2 * edge);
   const wxSize own = stack.Size() + wxSize(2 * edge, 2 * edge);
   OverlayLayout layout{wxRect(CornerOf(place, own, size, edge), own), std::move(stack).Lines()};
   for (OverlayLayout::Line& line : layout.lines) {
@@ -94,7 +116,7 @@ void PaintOverlay(wxGraphicsContext& context, const OverlayLayout& layout, doubl
   context.DrawRectangle(area.x, area.y, area.width, area.height);
   for (const OverlayLayout::Line& line : layout.lines) {
     context.SetFont(line.font, wxColour(255, 255, 255, alpha(255)));
-    context.DrawText(line.text, line.at.x, line.at.y);
+    DrawLine(context, line);
   }
 }
 

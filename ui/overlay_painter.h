@@ -20,14 +20,15 @@ struct OverlayLayout {
     wxString text;
     wxFont font;
     wxPoint at;
+    wxSize size;
   };
 
   wxRect area;
   std::vector<Line> lines;
 };
 
-// Where everything lies in a window of that size. Fonts go by the window's height; where the text
-// would be too wide for it they are smaller.
+// Where everything lies in a window of that size. Fonts go by the window's height; that of a line
+// which would be too wide for the window is smaller.
 OverlayLayout LayOverlay(const wxWindow& window, const PictureOverlay& overlay, OverlayPlace place,
                          const wxSize& size);
 

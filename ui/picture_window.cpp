@@ -31,6 +31,8 @@ PictureWindow::PictureWindow(wxWindow* owner, const wxString& title, PictureCont
   canvas_->SetLabel(title);
   canvas_->SetBackgroundStyle(wxBG_STYLE_PAINT);
   canvas_->SetCursor(wxCursor(wxCURSOR_BLANK));
+  // The display's size is in pixels, whatever the display's scale is.
+  Bind(wxEVT_DPI_CHANGED, [](wxDPIChangedEvent&) {});
   canvas_->Bind(wxEVT_PAINT, &PictureWindow::OnPaint, this);
   canvas_->Bind(wxEVT_KEY_DOWN, &PictureWindow::OnKeyDown, this);
   canvas_->Bind(wxEVT_KEY_UP, &PictureWindow::OnKeyUp, this);

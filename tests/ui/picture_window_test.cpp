@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "tests/ui/window_rig.h"
+#include "ui/overlay_painter.h"
 #include "ui/picture_window.h"
 
 // The test picture on a display, its keys, and the displays that come and go.
@@ -84,6 +85,26 @@ TEST(PictureWindow, FollowsTheDisplaysThatComeAndGo) {
   wxMenuEvent leave(wxEVT_MENU_HIGHLIGHT, wxID_NONE);
   Handle(*rig.window, leave);
   EXPECT_EQ(labels(), 0);
+}
+
+// A letter of 29 mm on a picture 1 m high is one of 20 minutes of arc from 5 m.
+TEST(PictureWindow, TheOverlayIsReadAcrossARoomWhateverIsNoted) {
+  Rig rig;
+  for (const Language language : {Language::kEnglish, Language::kJapanese}) {
+    ApplyLanguage(rig.global, language);
+    for (const wxSize size : {wxSize(1024, 768), wxSize(1280, 800), wxSize(1920, 1200)}) {
+      for (const GroupRow& group : kGroups) {
+        const std::string row = TextOf(rig.global, group.slider_captions[0]) + "  -150%";
+        const OverlayLayout layout = LayOverlay(
+            *rig.window, {TextOf(rig.global, group.caption), row, {std::string(300, 'n')}},
+            OverlayPlace::kMiddle, size);
+        EXPECT_TRUE(wxRect(size).Contains(layout.area));
+        for (const std::size_t line : {0U, 1U}) {
+          EXPECT_GE(0.7 * layout.lines.at(line).font.GetPixelSize().y, 0.029 * size.y) << row;
+        }
+      }
+    }
+  }
 }
 
 }  // namespace
