@@ -7,7 +7,7 @@ namespace warpline {
 struct DisplaysAwake::Request {};
 
 DisplaysAwake::DisplaysAwake(const char*) {
-  SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED);
+  SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED | ES_SYSTEM_REQUIRED);
 }
 
 DisplaysAwake::~DisplaysAwake() {
