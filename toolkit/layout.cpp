@@ -22,6 +22,22 @@ wxRect UsableScreen(const wxPoint& point) {
   return wxDisplay(static_cast<unsigned>(std::max(found, 0))).GetClientArea();
 }
 
+// A window that comes to a screen of another scale changes its size with the move. Only the second
+// one knows it.
+void CentreOverParent(wxTopLevelWindow& window) {
+  const wxWindow* parent = window.GetParent();
+  const wxRect screen = UsableScreen((parent == nullptr ? &window : parent)->GetPosition());
+  for (int move = 0; move < 2; ++move) {
+    window.CentreOnParent();
+    window.SetPosition(HeldInside(screen, window.GetPosition(), window.GetSize()));
+  }
+}
+
+void PutAt(wxTopLevelWindow& window, const wxRect& place) {
+  window.SetPosition(place.GetPosition());
+  window.SetSize(place);
+}
+
 namespace {
 
 // A place where there is one at all is also at an edge of the screen or of one of the others, both

@@ -3,6 +3,7 @@
 #include <wx/gdicmn.h>
 #include <wx/sizer.h>
 #include <wx/string.h>
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 #include <optional>
@@ -34,6 +35,13 @@ wxPoint HeldInside(const wxRect& area, wxPoint wanted, const wxSize& size);
 // The part of the screen that windows may use: that of the screen that holds the point, or of the
 // first one.
 wxRect UsableScreen(const wxPoint& point);
+
+// Puts the window into the middle of its parent, inside the parent's screen. On a screen of another
+// scale than that of the one where it was, it keeps its size in DIP.
+void CentreOverParent(wxTopLevelWindow& window);
+
+// The same for a place and a size in the pixels of that place.
+void PutAt(wxTopLevelWindow& window, const wxRect& place);
 
 // A position inside the screen at which a window of that size covers none of the others: beside the
 // first of them, below it, before it, above it, with that gap, or anywhere else. Nothing when there

@@ -40,6 +40,8 @@ class PersistentPlace : public wxPersistentWindow<wxTopLevelWindow> {
     const bool sized = RestoreValue("width", &size.x) && RestoreValue("height", &size.y);
     const bool placed = RestoreValue("x", &position.x) && RestoreValue("y", &position.y);
     const wxRect screen = UsableScreen(placed ? position : window->GetPosition());
+    // First to its screen, whose scale counts for the size.
+    if (placed) window->SetPosition(HeldInside(screen, position, window->GetSize()));
     if (sized) {
       size =
           window->FromDIP(wxSize(std::clamp(size.x, 1, kLargest), std::clamp(size.y, 1, kLargest)));

@@ -28,7 +28,7 @@ LSSapmode::LSSapmode(wxTopLevelWindow* owner, LSSglobal& global, ProjectorComman
   });
   ShowPending();
   SetSizerAndFit(all);
-  CentreOnParent();
+  CentreOverParent(*this);
   busy_.Attach(this);
 }
 

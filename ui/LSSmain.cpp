@@ -2,6 +2,7 @@
 
 #include <wx/wupdlock.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "core/messages.h"
@@ -36,7 +37,7 @@ LSSmain::LSSmain(MainParts parts)
   SetTitle(WxText(controller_.Caption()));
   // By its client area: after SetSize GTK puts the window up only when it knows the frame around
   // it, and has lost the position by then because the content was made meanwhile.
-  SetClientSize(WindowToClientSize(FirstSize()));
+  SetClientSize(WindowToClientSize(FirstSize(this)));
   PlaceAsStored();
 }
 
@@ -89,28 +90,46 @@ void LSSmain::CreateContent() {
   ShowModel();
 }
 
-wxSize LSSmain::FirstSize() {
-  return wxWindow::FromDIP(wxSize(560, 360), nullptr);
+wxSize LSSmain::FirstSize(const wxWindow* where) {
+  return wxWindow::FromDIP(wxSize(560, 360), where);
 }
 
-// The smallest size shows everything of every group; only the width grows.
+// Shows everything of every group. Leaves the last one shown.
+void LSSmain::SetLeastSize() {
+  wxSize least = GetSizer()->ComputeFittingClientSize(this);
+  for (int group = 0; group < kGroupCount; ++group) {
+    ShowGroupTexts(controls_, parts_.engine.global, group);
+    least.IncTo(GetSizer()->ComputeFittingClientSize(this));
+  }
+  SetMinClientSize(least);
+}
+
+// Only the width grows.
 void LSSmain::SetSizes() {
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(panel_, wxSizerFlags(1).Expand());
   SetSizer(sizer);
-  wxSize least = sizer->ComputeFittingClientSize(this);
-  for (int group = 0; group < kGroupCount; ++group) {
-    ShowGroupTexts(controls_, parts_.engine.global, group);
-    least.IncTo(sizer->ComputeFittingClientSize(this));
-  }
-  SetMinClientSize(least);
-  SetSize(FirstSize());
+  SetLeastSize();
+  SetSize(FirstSize(this));
   wxSize first = GetClientSize();
-  first.IncTo(least);
+  first.IncTo(GetMinClientSize());
   SetClientSize(first);
   SetMaxSize(wxSize(-1, GetSize().y));
   PlaceAsStored();
   Layout();  // a window that has its size already is not told of it again
+}
+
+// Letters do not grow quite as the scale does.
+void LSSmain::FitToScale() {
+  const wxWindowUpdateLocker unpainted(panel_);
+  SetMaxSize(wxDefaultSize);
+  SetLeastSize();
+  ShowGroup(controls_, parts_.engine.global, controller_.Group());
+  wxSize fitting = GetClientSize();
+  fitting.IncTo(GetMinClientSize());
+  SetClientSize(fitting);
+  SetMaxSize(wxSize(-1, std::max(FirstSize(this).y, GetSize().y)));
+  Layout();
 }
 
 SliderHandlers LSSmain::CreateSliderHandlers() {
@@ -187,6 +206,10 @@ void LSSmain::BindWindow() {
   });
   Bind(wxEVT_CLOSE_WINDOW, &LSSmain::OnClose, this);
   Bind(wxEVT_ICONIZE, &LSSmain::OnIconize, this);
+  Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+    event.Skip();
+    CallAfter([this] { FitToScale(); });
+  });
   Bind(wxEVT_CHAR_HOOK, &LSSmain::OnCharHook, this);
 }
 

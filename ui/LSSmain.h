@@ -30,8 +30,9 @@ class LSSmain : public wxFrame, private MainView {
   // Places itself at the stored position, held inside the screen. Hidden and empty at first.
   explicit LSSmain(MainParts parts);
 
-  // The window's size at first, in device units: what a default position is computed with.
-  static wxSize FirstSize();
+  // The window's size at first, in pixels where that window stands, or on the first screen: what a
+  // default position is computed with.
+  static wxSize FirstSize(const wxWindow* where = nullptr);
 
   // Shows the window and fills it; the preview, when the settings ask for it, comes with the next
   // events. To be called once, before anything else is asked of the window.
@@ -72,6 +73,8 @@ class LSSmain : public wxFrame, private MainView {
   void CreateContent();
   void CreatePreviewWindow();
   void SetSizes();
+  void SetLeastSize();
+  void FitToScale();
   void PlaceAsStored();
   void ShowLibrary();
   void ShowTitle();

@@ -82,7 +82,7 @@ void LSSmain::EditCurve() {
       parts_, this, AxisOfGroup(controller_.Group()),
       [this](bool finished) { controller_.CurveChanged(finished); },
       [this, &aside](wxTopLevelWindow& editor) { aside = MovePreviewAside(editor); });
-  if (view_->GetPosition() == aside) view_->SetSize(before);
+  if (view_->GetPosition() == aside) PutAt(*view_, before);
   CheckPreviewSize();
   controller_.EndStep();
 }

@@ -31,6 +31,7 @@ constexpr std::array<PreviewSize, 3> kPreviewSizes{{
 void LSSmain::CreatePreviewWindow() {
   view_ = new LSSview(this, CaptionOf(parts_.engine.global, kMsgTestPattern),
                       [this] { controller_.SetTestPattern(false); });
+  view_->SetPosition(GetPosition());  // that screen's scale counts for the size
   SetPreviewSize("menu_disp_regular");
 }
 
@@ -79,9 +80,14 @@ void LSSmain::PlacePreviewWindow() {
   view_->SetPosition(LeastCoveringCorner(UsableScreen(own.GetPosition()), own, view_->GetSize()));
 }
 
-// As large as it is or smaller. Where there is no room it is left as small as it can become.
+// As large as it is or smaller. Where there is no room it is left as small as it can become. On a
+// screen of another scale than the one that it comes from, it has another size.
 bool LSSmain::PlacePreviewClearOf(std::span<const wxRect> others) {
   const wxRect screen = UsableScreen(GetPosition());
+  const wxRect there = view_->GetRect();
+  if (!screen.Contains(there.GetPosition() + there.GetSize() / 2)) {
+    view_->SetPosition(screen.GetPosition());
+  }
   const auto place = [&] {
     const auto free = FreePlace(screen, others, view_->GetSize(), Gap(this));
     if (free) view_->SetPosition(*free);
@@ -115,7 +121,7 @@ wxPoint LSSmain::MovePreviewAside(wxTopLevelWindow& editor) {
   const wxRect screen = UsableScreen(GetPosition());
   for (const int top : {taken.y, screen.y}) {
     taken.y = top;
-    view_->SetSize(there);
+    PutAt(*view_, there);
     if (!PlacePreviewClearOf(std::span(&taken, 1))) continue;
     editor.SetPosition(taken.GetPosition());
     return view_->GetPosition();

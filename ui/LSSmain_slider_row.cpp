@@ -20,15 +20,13 @@ constexpr int kWheelRest = 250;
 
 constexpr int kZeroHeight = 5;  // DIP
 
-// Wide enough for every value, so that nothing moves when the group changes.
+// As wide as any value.
 constexpr const char* kWidestEnd = "-32767";
 constexpr const char* kWidestValue = "-32767";
 
 wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
-  auto* end = new wxStaticText(parent, wxID_ANY, kWidestEnd, wxDefaultPosition, wxDefaultSize,
-                               align | wxST_NO_AUTORESIZE, name);
-  end->SetMinSize(end->GetBestSize());
-  return end;
+  return new wxStaticText(parent, wxID_ANY, kWidestEnd, wxDefaultPosition, wxDefaultSize,
+                          align | wxST_NO_AUTORESIZE, name);
 }
 
 }  // namespace
@@ -50,28 +48,41 @@ SliderRow::SliderRow(wxWindow* parent, int row, SliderHandlers handlers)
                             wxTE_READONLY | wxTE_RIGHT | wxBORDER_NONE, wxDefaultValidator,
                             wxString::Format("ctrl_value%d", row))) {
   Lay();
+  // The last of the row's controls to take the letters of a screen of another scale.
+  value_->Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+    event.Skip();
+    SetWidths();
+  });
   BindSlider();
   BindNumberEntry();
   zero_->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { PaintZero(); });
   icon_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { handlers_.icon_pressed(row_); });
 }
 
+// Nothing moves when the group changes: what shows and what may show is given its room.
+void SliderRow::SetWidths() {
+  for (wxStaticText* end : {low_, high_}) {
+    end->SetMinSize(wxSize(end->GetTextExtent(kWidestEnd).x, -1));
+  }
+  value_->SetMinSize(
+      wxSize(value_->GetSizeFromTextSize(value_->GetTextExtent(kWidestValue).x).x, -1));
+  place_->SetMinSize(icon_->GetBestSize());  // as large with the picture as with the button
+}
+
 void SliderRow::Lay() {
   bar_->SetMinSize(bar_->FromDIP(wxSize(120, -1)));
   zero_->SetMinSize(zero_->FromDIP(wxSize(-1, kZeroHeight)));
   zero_->SetCanFocus(false);
-  value_->SetMinSize(
-      wxSize(value_->GetSizeFromTextSize(value_->GetTextExtent(kWidestValue).x).x, -1));
   value_->DisableFocusFromKeyboard();
   zero_->DisableFocusFromKeyboard();
   value_->SetCanFocus(false);
   value_->SetBackgroundColour(value_->GetParent()->GetBackgroundColour());
-  auto* place = new wxBoxSizer(wxHORIZONTAL);  // as large with the picture as with the button
-  place->SetMinSize(icon_->GetBestSize());
-  place->AddStretchSpacer();
-  place->Add(picture_, AtCentre());
-  place->Add(icon_, AtCentre());
-  place->AddStretchSpacer();
+  place_ = new wxBoxSizer(wxHORIZONTAL);
+  place_->AddStretchSpacer();
+  place_->Add(picture_, AtCentre());
+  place_->Add(icon_, AtCentre());
+  place_->AddStretchSpacer();
+  SetWidths();
   auto* line = new wxBoxSizer(wxHORIZONTAL);
   line->Add(low_, AtCentre());
   auto* scale = new wxBoxSizer(wxVERTICAL);
@@ -84,7 +95,7 @@ void SliderRow::Lay() {
   column->Add(name_, wxSizerFlags().Expand());
   column->Add(line, wxSizerFlags().Expand());
   sizer_ = new wxBoxSizer(wxHORIZONTAL);
-  sizer_->Add(place, AtCentre());
+  sizer_->Add(place_, AtCentre());
   sizer_->Add(column, Growing().Border(wxLEFT | wxRIGHT, Gap(bar_)));
   sizer_->Add(value_, AtCentre());
 }

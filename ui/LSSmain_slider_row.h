@@ -68,6 +68,7 @@ class SliderRow {
 
  private:
   void Lay();
+  void SetWidths();
   void BindSlider();
   void BindNumberEntry();
   void ShowPicture(const Looks& looks);
@@ -94,7 +95,8 @@ class SliderRow {
   wxStaticText* high_;
   wxTextCtrl* value_;
   wxSizer* sizer_ = nullptr;
-  wxString spoken_name_;  // "group: row"
+  wxSizer* place_ = nullptr;  // of the picture or the button
+  wxString spoken_name_;      // "group: row"
 };
 
 }  // namespace warpline

@@ -29,6 +29,10 @@ MainStatus::MainStatus(wxWindow* parent, const LSSglobal& global, Handlers handl
       act_(new wxButton(parent, wxID_ANY, CaptionOf(global, ToolText::kTryAgain), wxDefaultPosition,
                         wxDefaultSize, wxBU_EXACTFIT, wxDefaultValidator, "status_act")) {
   sizer_->Add(act_, AtCentre().Border(wxLEFT, Gap(parent)).ReserveSpaceEvenIfHidden());
+  link_->Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+    event.Skip();
+    GiveLinkRoom();
+  });
   act_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Press(); });
   wxSize room = act_->GetBestSize();
   act_->SetLabel(CaptionOf(global, kMsgCancel));
@@ -49,7 +53,11 @@ wxStaticText* MainStatus::Create(wxWindow* parent, const wxString& name, int pro
 // The connection is never cut; the others share what it leaves.
 void MainStatus::ShowLink(const std::string& link) {
   SetText(*link_, link);
-  const wxSize room(link_->GetTextExtent(WxText(link)).x, -1);
+  GiveLinkRoom();
+}
+
+void MainStatus::GiveLinkRoom() {
+  const wxSize room(link_->GetTextExtent(link_->GetLabelText()).x, -1);
   if (link_->GetMinSize() == room) return;
   link_->SetMinSize(room);
   sizer_->Layout();

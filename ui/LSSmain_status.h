@@ -36,6 +36,7 @@ class MainStatus {
 
   wxStaticText* Create(wxWindow* parent, const wxString& name, int proportion);
   void ShowLink(const std::string& link);
+  void GiveLinkRoom();
   void SetNote(const std::string& note, const std::string& detail);
   void SetOffer(Offer offer);
   void Press() const;

@@ -153,12 +153,12 @@ void LSSphoto::BindWindow() {
 }
 
 void LSSphoto::SetSizes() {
+  CentreOverParent(*this);  // that screen's scale counts for the sizes
   SetMinClientSize(GetSizer()->ComputeFittingClientSize(this));
   const wxRect screen = UsableScreen(GetParent()->GetPosition());
   const wxSize first = FromDIP(wxSize(kFirstWidth, kFirstHeight));
   SetSize(wxSize(std::min(first.x, screen.width), std::min(first.y, screen.height)));
-  CentreOnParent();
-  SetPosition(HeldInside(screen, GetPosition(), GetSize()));
+  CentreOverParent(*this);
   KeepPlace(*this);
   steps_->ShowDisplays(parts_.picture.DisplayNames(), parts_.picture.OtherDisplay());
 }

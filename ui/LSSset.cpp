@@ -38,7 +38,7 @@ LSSset::LSSset(wxWindow* owner, LSSglobal& global, const Messages& messages)
   BindControls();
   Fill(CommunicationEntryOf(global.Settings));
   SetSizerAndFit(all);
-  CentreOnParent();
+  CentreOverParent(*this);
 }
 
 // The option buttons come first in tab order: one group has to be created in one go.

@@ -37,7 +37,7 @@ LSSshape::LSSshape(wxWindow* owner, const LSSglobal& global)
   all->Add(LayDialogButtons(this, buttons),
            wxSizerFlags().Expand().Border(wxALL & ~wxTOP, WideGap(this)));
   SetSizerAndFit(all);
-  CentreOnParent();
+  CentreOverParent(*this);
   list_->SetFocus();
 }
 

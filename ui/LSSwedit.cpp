@@ -248,6 +248,7 @@ void LSSwedit::BindSteps() {
 }
 
 void LSSwedit::SetSizes() {
+  CentreOverParent(*this);  // that screen's scale counts for the sizes
   SetMinClientSize(GetSizer()->ComputeFittingClientSize(this));
   wxSize first = GetMinClientSize();
   const wxSize extra = FromDIP(wxSize(kFirstGraphWidth, kFirstGraphHeight)) - graph_->GetMinSize();
@@ -257,8 +258,7 @@ void LSSwedit::SetSizes() {
   const wxRect screen =
       UsableScreen(GetParent() != nullptr ? GetParent()->GetPosition() : wxPoint());
   SetSize(wxSize(std::min(GetSize().x, screen.width), std::min(GetSize().y, screen.height)));
-  CentreOnParent();
-  SetPosition(HeldInside(screen, GetPosition(), GetSize()));
+  CentreOverParent(*this);
   KeepPlace(*this);
 }
 

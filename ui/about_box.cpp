@@ -28,7 +28,7 @@ class AboutBox : public wxDialog {
     all->Add(line, wxSizerFlags(1).Expand().Border(wxALL, 2 * WideGap(this)));
     all->Add(CreateButtonSizer(wxOK), wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
     SetSizerAndFit(all);
-    CentreOnParent();
+    CentreOverParent(*this);
   }
 
  private:

@@ -74,7 +74,7 @@ ConnectionCheckWindow::ConnectionCheckWindow(wxWindow* owner, const MainParts& p
   all->Add(CreateButtons(), wxSizerFlags().Expand().Border(wxALL, WideGap(this)));
   verdict_text_->SetMinSize(wxSize(-1, 2 * GetCharHeight()));
   SetSizerAndFit(all);
-  CentreOnParent();
+  CentreOverParent(*this);
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { Leave(); });
   CallAfter(&ConnectionCheckWindow::Run);
 }

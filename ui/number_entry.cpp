@@ -47,7 +47,7 @@ class NumberEntry : public wxDialog {
     all->Add(LayDialogButtons(this, buttons), line);
     fault_->Hide();
     SetSizerAndFit(all);
-    CentreOnParent();
+    CentreOverParent(*this);
     box_->SelectAll();
     box_->SetFocus();
   }

@@ -46,7 +46,7 @@ SheetDialog::SheetDialog(wxWindow* owner, const LSSglobal& global, Make make)
   all->Add(ask_, line);
   all->Add(LayDialogButtons(this, buttons), line);
   SetSizerAndFit(all);
-  CentreOnParent();
+  CentreOverParent(*this);
   note_->SetFocus();
 }
 

@@ -47,6 +47,31 @@ TEST(MainControls, GroupsShowTheirRowsAndExtras) {
   EXPECT_FALSE(rig.Find<wxCheckBox>("ud_symm").GetValue());
 }
 
+// As the system does for a display of another scale, with letters that grow a little more than it.
+void Enlarge(wxWindow& window) {
+  for (wxWindow* child : window.GetChildren()) {
+    if (!child->IsTopLevel()) Enlarge(*child);
+  }
+  window.SetFont(window.GetFont().Scaled(1.6F));
+  wxDPIChangedEvent event({96, 96}, {144, 144});
+  Handle(window, event);
+}
+
+TEST_F(OpenedWindow, LettersOfAnotherScaleFit) {
+  Enlarge(*rig.window);
+  Settle();
+  const wxWindow& link = rig.Find("status_link");
+  EXPECT_GE(link.GetSize().x, link.GetTextExtent(link.GetLabel()).x);
+  const wxPoint place = rig.Find("ctrl_bar1").GetPosition();
+  for (int group = 0; group < kGroupCount; ++group) {
+    rig.SelectGroup(group);
+    const wxSize least = rig.window->GetSizer()->ComputeFittingClientSize(rig.window);
+    const wxSize now = rig.window->GetClientSize();
+    EXPECT_TRUE(now.x >= least.x && now.y >= least.y) << group;
+    EXPECT_EQ(rig.Find("ctrl_bar1").GetPosition(), place) << group;
+  }
+}
+
 TEST(MainControls, SliderStoresAtOnceAndSendsOnRelease) {
   WindowRig rig;
   rig.V().Distortion = 200;

@@ -184,6 +184,17 @@ TEST(PreviewWindow, CoversNothingAndComesBackAsItWas) {
   }
 }
 
+TEST_F(OpenedPreviewWindow, DialogsStandOverTheirParentInsideItsScreen) {
+  const wxRect screen = UsableScreen(rig.window->GetPosition());
+  wxDialog dialog(rig.window, wxID_ANY, "", wxDefaultPosition, {900, 700});
+  for (const wxPoint& corner :
+       {screen.GetPosition(), screen.GetBottomRight() - wxPoint(200, 200)}) {
+    rig.window->SetPosition(corner);
+    CentreOverParent(dialog);
+    EXPECT_TRUE(screen.Contains(dialog.GetRect()));
+  }
+}
+
 TEST_F(OpenedPreviewWindow, LongTextsAreWrappedInBothLanguages) {
   const LSSmain& window = *rig.window;
   for (const int language : {0, kEnglishOffset}) {
