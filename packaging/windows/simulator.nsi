@@ -17,13 +17,14 @@ RequestExecutionLevel user
 !include MUI2.nsh
 !include LogicLib.nsh
 
-Name "Warpline Tool ${VERSION}"
+Name "$(StandIns)"
 OutFile "${OUTPUT}"
 BrandingText "${COMPANY}"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_DIRECTORYPAGE_TEXT_TOP "$(WhichFolder)"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE StayInWrongFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_UNPAGE_CONFIRM
@@ -32,6 +33,8 @@ BrandingText "${COMPANY}"
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "Japanese"
 
+LangString StandIns ${LANG_ENGLISH} "Stand-in libraries for Warpline Tool"
+LangString StandIns ${LANG_JAPANESE} "Warpline ツールの代用ライブラリー"
 LangString WhichFolder ${LANG_ENGLISH} "Warpline Tool will work with the simulated projector. Choose the folder that holds WarplineTool.exe."
 LangString WhichFolder ${LANG_JAPANESE} "Warpline ツールを擬似プロジェクターで使えるようにします。WarplineTool.exe のあるフォルダーを選んでください。"
 LangString NoTool ${LANG_ENGLISH} "WarplineTool.exe is not in this folder. Nothing was changed."
@@ -75,11 +78,31 @@ FunctionEnd
 !insertmacro MayGo ""
 !insertmacro MayGo "un."
 
-!macro GiveUp text
-  MessageBox MB_OK|MB_ICONEXCLAMATION "${text}" /SD IDOK
-  SetErrorLevel 2
-  Quit
+; $4 says what speaks against the chosen folder; nothing when it is right.
+!macro Look library
+  Push "$INSTDIR\${library}"
+  Call MayGo
+  ${If} $3 == 0
+    StrCpy $4 "$(Makers)"
+  ${EndIf}
 !macroend
+Function LookAtFolder
+  StrCpy $4 ""
+  !insertmacro Look "Beamlink.dll"
+  !insertmacro Look "Beamseek2.dll"
+  ${IfNot} ${FileExists} "$INSTDIR\WarplineTool.exe"
+    StrCpy $4 "$(NoTool)"
+  ${EndIf}
+FunctionEnd
+
+; The page stays until the folder is right.
+Function StayInWrongFolder
+  Call LookAtFolder
+  ${If} $4 != ""
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$4"
+    Abort
+  ${EndIf}
+FunctionEnd
 
 Function .onInit
   ${If} $INSTDIR == ""
@@ -90,19 +113,13 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
+; Unattended there was no page.
 Section
-  ${IfNot} ${FileExists} "$INSTDIR\WarplineTool.exe"
-    !insertmacro GiveUp "$(NoTool)"
+  Call LookAtFolder
+  ${If} $4 != ""
+    SetErrorLevel 2
+    Quit
   ${EndIf}
-  !macro Look library
-    Push "$INSTDIR\${library}"
-    Call MayGo
-    ${If} $3 == 0
-      !insertmacro GiveUp "$(Makers)"
-    ${EndIf}
-  !macroend
-  !insertmacro Look "Beamlink.dll"
-  !insertmacro Look "Beamseek2.dll"
   SetOutPath "$INSTDIR"
   File "${INPUT}\Beamlink.dll"
   File "${INPUT}\Beamseek2.dll"
