@@ -211,6 +211,7 @@ namespace warpline {
   X(SheetNoteLabel)            \
   X(SheetAsk)                  \
   X(SheetNotShown)             \
+  X(FileNotShown)              \
   X(FitTooFewMarks)            \
   X(FitUnevenGrid)             \
   X(FitGridInside)             \

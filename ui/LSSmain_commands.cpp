@@ -114,12 +114,12 @@ void LSSmain::MakeSetupSheet() {
 
 void LSSmain::ShowHelp() {
   const auto file = ReadMeFile(parts_.engine.global, parts_.program_folder);
-  ShowHelpFile(parts_.engine.messages, file, parts_.show_text);
+  ShowHelpFile(parts_.engine, file, parts_.show_text);
 }
 
 void LSSmain::ShowGuide() {
   const auto page = GuideFile(parts_.engine.global, parts_.program_folder);
-  ShowHelpFile(parts_.engine.messages, page, parts_.show_page);
+  ShowHelpFile(parts_.engine, page, parts_.show_page);
 }
 
 void LSSmain::ShowAbout() {

@@ -63,7 +63,7 @@ void OpenProjectorSearch(const MainParts& parts, wxTopLevelWindow* owner) {
   Engine& engine = parts.engine;
   frmPjSearchCallDlg dialog(owner, engine.messages, parts.beamseek, [&parts, &engine] {
     const auto file = ReadMeFile(engine.global, parts.program_folder);
-    ShowHelpFile(engine.messages, file, parts.show_text);
+    ShowHelpFile(engine, file, parts.show_text);
   });
   const auto address = dialog.Search(SearchOptionsOf(engine.global, SearchWindow::kShown));
   if (!address) return;

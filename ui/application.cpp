@@ -19,13 +19,11 @@
 #include "core/tool_texts.h"
 #include "platform/console.h"
 #include "platform/environment.h"
-#include "platform/text_editor.h"
+#include "platform/open_file.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/foreground.h"
 #include "toolkit/native/instant_states.h"
 #include "ui/LSSmain.h"
-#include "ui/browser.h"
-#include "ui/read_me.h"
 #include "ui/wx_text.h"
 
 namespace warpline {
@@ -137,12 +135,24 @@ void Application::PrepareState() {
   ApplyLanguage(global, WantedLanguage());
 }
 
+// That no program takes a file may show later, while the user goes on.
+ShowFile Application::Opening(bool (*open)(const std::filesystem::path&,
+                                           const std::function<void()>&)) {
+  return [this, open](const std::filesystem::path& file) {
+    return open(file, [this, file] {
+      CallAfter([this, file] {
+        if (run_) TellNotShown(run_->engine, file);
+      });
+    });
+  };
+}
+
 void Application::ShowMainWindow() {
   const LSSglobal& global = run_->engine.global;
   auto* window = new LSSmain({run_->engine, run_->busy, SystemFileChoosers(global, kTypeWlt),
                               SystemFileChoosers(global, kTypeWls), BeamseekFromProgramFolder(),
-                              ApplicationDataFolder(), ProgramFolder(), OpenInTextEditor,
-                              SystemFileChoosers(global, kTypeHtml), OpenInBrowser,
+                              ApplicationDataFolder(), ProgramFolder(), Opening(OpenInTextEditor),
+                              SystemFileChoosers(global, kTypeHtml), Opening(OpenInBrowser),
                               SystemFileChoosers(global, "png;*.jpg;*.jpeg").open,
                               SystemRecordChooser(global), SystemFileChoosers(global, "txt")});
   SetTopWindow(window);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "platform/file_lock.h"
 #include "toolkit/wheel_guard.h"
 #include "toolkit/window_place.h"
+#include "ui/read_me.h"
 #include "ui/window_busy.h"
 #include "ui/window_messages.h"
 
@@ -43,6 +45,7 @@ class Application : public wxApp {
   bool EndsForOther();
   std::int16_t WantedLanguage() const;
   void PrepareState();
+  ShowFile Opening(bool (*open)(const std::filesystem::path&, const std::function<void()>&));
   void ShowMainWindow();
 
   std::optional<std::string> answer_;  // to a word that only asks

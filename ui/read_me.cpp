@@ -1,4 +1,7 @@
 #include "ui/read_me.h"
+
+#include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "platform/files.h"
 
 #include <string>
@@ -27,10 +30,18 @@ std::filesystem::path GuideFile(const LSSglobal& global,
          (LanguageOf(global) == Language::kJapanese ? "guide_ja.html" : "guide_en.html");
 }
 
-void ShowHelpFile(const Messages& messages, const std::filesystem::path& file,
-                  const ShowFile& show) {
+void ShowHelpFile(const Engine& engine, const std::filesystem::path& file, const ShowFile& show) {
   std::error_code ignored;
-  if (!std::filesystem::exists(file, ignored) || !show(file)) ShowMissing(messages, file);
+  if (!std::filesystem::exists(file, ignored)) {
+    ShowMissing(engine.messages, file);
+  } else if (!show(file)) {
+    TellNotShown(engine, file);
+  }
+}
+
+void TellNotShown(const Engine& engine, const std::filesystem::path& file) {
+  engine.messages.ShowSystemError(
+      FilledText(TextOf(engine.global, ToolText::kFileNotShown), {Utf8Of(file)}));
 }
 
 }  // namespace warpline

@@ -3,8 +3,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "core/LSSglobal.h"
-#include "core/messages.h"
+#include "app/engine.h"
 
 // What the Help menu opens: the read-me, a text file a language beside the program, and the user's
 // guide, a page a language in the folder "docs" there.
@@ -20,7 +19,9 @@ std::filesystem::path GuideFile(const LSSglobal& global,
                                 const std::filesystem::path& program_folder);
 
 // Hands a file to show. A missing file, or one that could not be shown, gets a message.
-void ShowHelpFile(const Messages& messages, const std::filesystem::path& file,
-                  const ShowFile& show);
+void ShowHelpFile(const Engine& engine, const std::filesystem::path& file, const ShowFile& show);
+
+// Says that no program shows this file.
+void TellNotShown(const Engine& engine, const std::filesystem::path& file);
 
 }  // namespace warpline

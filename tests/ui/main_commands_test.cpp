@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "core/catalogue.h"
+#include "core/tool_texts.h"
 #include "tests/support/source_folder.h"
 #include "tests/ui/window_rig.h"
 #include "toolkit/layout.h"
@@ -153,6 +155,11 @@ TEST(MainCommands, SetupSheetIsWrittenAndShown) {
 TEST(MainCommands, HelpOpensWhatIsOfTheLanguage) {
   for (const int language : {0, 1}) {
     WindowRig rig(static_cast<std::int16_t>(language));
+    bool shows = true;
+    rig.show_text = [&rig, &shows](const fs::path& file) {
+      rig.texts_shown.push_back(file);
+      return shows;
+    };
     rig.Open();
     rig.Pick("menu_help_doc");
     ASSERT_EQ(rig.display.messages.size(), 1U) << "there is no guide";
@@ -165,6 +172,11 @@ TEST(MainCommands, HelpOpensWhatIsOfTheLanguage) {
     const fs::path page = rig.temp.Write("program/docs/" + page_name, "page");
     rig.Pick("menu_help_guide");
     EXPECT_EQ(rig.texts_shown, (std::vector<fs::path>{guide, page}));
+    shows = false;
+    rig.Pick("menu_help_guide");
+    ASSERT_EQ(rig.display.messages.size(), 2U);
+    EXPECT_EQ(rig.display.messages[1].text,
+              FilledText(TextOf(rig.global, ToolText::kFileNotShown), {page.string()}));
   }
 }
 

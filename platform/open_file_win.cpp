@@ -1,9 +1,11 @@
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <array>
 #include <string>
 
-#include "platform/text_editor.h"
+#include "platform/open_file.h"
 
 namespace warpline {
 namespace {
@@ -18,7 +20,7 @@ std::wstring NotepadPath() {
 
 }  // namespace
 
-bool OpenInTextEditor(const std::filesystem::path& file) {
+bool OpenInTextEditor(const std::filesystem::path& file, const std::function<void()>& /*failed*/) {
   const std::wstring notepad = NotepadPath();
   if (notepad.empty()) return false;
   std::wstring command = L"\"" + notepad + L"\" \"" + file.wstring() + L"\"";
@@ -32,6 +34,14 @@ bool OpenInTextEditor(const std::filesystem::path& file) {
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   return true;
+}
+
+// The system tells at once whether there is a program for the page, as a number above 32.
+bool OpenInBrowser(const std::filesystem::path& page, const std::function<void()>& /*failed*/) {
+  constexpr INT_PTR kLastError = 32;
+  const HINSTANCE opened =
+      ShellExecuteW(nullptr, L"open", page.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(opened) > kLastError;
 }
 
 }  // namespace warpline
