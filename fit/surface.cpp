@@ -14,27 +14,32 @@ using Powers = std::array<double, kMostDegree + 1>;
 
 // Legendre polynomials of t in -1..1: terms that hardly depend on each other.
 Powers LegendreOf(double t, int degree) {
+  static constexpr auto kShares = [] {
+    Powers shares{};
+    for (int n = 1; n <= kMostDegree; ++n) shares[static_cast<std::size_t>(n)] = (n - 1.0) / n;
+    return shares;
+  }();
   Powers p{1, t};
-  for (int n = 2; n <= degree; ++n) {
-    const auto i = static_cast<std::size_t>(n);
-    p[i] = ((2 * n - 1) * t * p[i - 1] - (n - 1) * p[i - 2]) / n;
+  for (std::size_t i = 2; i <= static_cast<std::size_t>(degree); ++i) {
+    p[i] = (1 + kShares[i]) * t * p[i - 1] - kShares[i] * p[i - 2];
   }
   return p;
 }
 
-// Calls add(term) for each term: all products up to the degrees, and where there is a fold those of
-// one degree less, times the distance from it.
+// Calls add(factor, products) for terms that are a factor times each of some products: all products
+// up to the degrees, and where there is a fold those of one degree less, times the distance from
+// it.
 template <typename Add>
-void ForEachTerm(double u, double v, const SurfaceKind& kind, Add add) {
+void ForEachFactor(double u, double v, const SurfaceKind& kind, Add add) {
   const double s = 2 * u - 1;
   const double t = 2 * v - 1;
   const Powers a = LegendreOf(s, kind.Across);
   const Powers b = LegendreOf(t, kind.Down);
   const auto products = [&](int across, int down, int both, double factor) {
     for (int i = 0; i <= across; ++i) {
-      for (int j = 0; j <= std::min(down, both - i); ++j) {
-        add(factor * a[static_cast<std::size_t>(i)] * b[static_cast<std::size_t>(j)]);
-      }
+      const int count = std::min(down, both - i) + 1;
+      add(factor * a[static_cast<std::size_t>(i)],
+          std::span(b).first(static_cast<std::size_t>(std::max(count, 0))));
     }
   };
   products(kind.Across, kind.Down, kind.Both, 1);
@@ -43,6 +48,13 @@ void ForEachTerm(double u, double v, const SurfaceKind& kind, Add add) {
   } else if (kind.Folded == Fold::kLevel) {
     products(kind.Across, kind.Down - 1, kind.Both - 1, std::abs(t));
   }
+}
+
+template <typename Add>
+void ForEachTerm(double u, double v, const SurfaceKind& kind, Add add) {
+  ForEachFactor(u, v, kind, [&](double factor, std::span<const double> products) {
+    for (const double product : products) add(factor * product);
+  });
 }
 
 int TermCount(const SurfaceKind& kind) {
@@ -129,8 +141,7 @@ struct SurfaceFitter {
     const Eigen::MatrixXd rest = landing - terms * coefficients;
     SurfaceFit fit;
     fit.Shape.kind_ = kind;
-    fit.Shape.x_.assign(coefficients.col(0).begin(), coefficients.col(0).end());
-    fit.Shape.y_.assign(coefficients.col(1).begin(), coefficients.col(1).end());
+    for (const auto& row : coefficients.rowwise()) fit.Shape.terms_.push_back({row(0), row(1)});
     fit.Misfit.resize(places.size());
     for (std::size_t i = 0; i < places.size(); ++i) {
       const PlanePoint at = fit.Shape.At(places[i].X, places[i].Y);
@@ -155,11 +166,16 @@ struct SurfaceFitter {
 
 PlanePoint Surface::At(double u, double v) const {
   PlanePoint point;
-  std::size_t i = 0;
-  ForEachTerm(u, v, kind_, [&](double term) {
-    point.X += x_[i] * term;
-    point.Y += y_[i] * term;
-    ++i;
+  const PlanePoint* term = terms_.data();
+  ForEachFactor(u, v, kind_, [&](double factor, std::span<const double> products) {
+    PlanePoint sum;
+    for (const double product : products) {
+      sum.X += term->X * product;
+      sum.Y += term->Y * product;
+      ++term;
+    }
+    point.X += factor * sum.X;
+    point.Y += factor * sum.Y;
   });
   return point;
 }

@@ -29,8 +29,7 @@ class Surface {
  private:
   friend struct SurfaceFitter;
   SurfaceKind kind_;
-  std::vector<double> x_;  // one coefficient a term
-  std::vector<double> y_;
+  std::vector<PlanePoint> terms_;  // one coefficient each way a term
 };
 
 struct MarkLines {
