@@ -27,6 +27,12 @@ struct FitTask {
 // call: how far the edges and, counting less, the inner lines are off; what leaves the panel; what
 // the picture lacks of the size that it is to keep; and, hardly counting, how far it is from the
 // largest rectangle.
-void FillResiduals(const FitTask& task, const DrawnLines& lines, std::vector<double>& residuals);
+//
+// Their least squares spread what cannot be straightened over all edges. worst, if above 0, is
+// about how far the worst edge is off, in the same shares: then what is farther off counts far more
+// and the rest far less, the size only as far as it has to be kept, and the worst edge gets
+// straight.
+void FillResiduals(const FitTask& task, const DrawnLines& lines, double worst,
+                   std::vector<double>& residuals);
 
 }  // namespace warpline

@@ -53,28 +53,45 @@ DrawnLines DrawnBy(const Pair& pair, const Shapes& shapes) {
 
 double SquaresOf(const FitTask& task, const Pair& pair, const Shapes& shapes) {
   std::vector<double> residuals;
-  FillResiduals(task, DrawnBy(pair, shapes), residuals);
+  FillResiduals(task, DrawnBy(pair, shapes), 0, residuals);
   double sum = 0;
   for (const double residual : residuals) sum += residual * residual;
   return sum;
 }
 
-Shapes Refined(const FitTask& task, const Pair& pair, const Shapes& start, bool centres_stay,
-               int most_steps) {
+struct Refinement {
+  int MostSteps;
+  double Worst = 0;  // as FillResiduals takes it
+  bool CentresStay = false;
+};
+
+Shapes Refined(const FitTask& task, const Pair& pair, const Shapes& start,
+               const Refinement& refinement) {
   std::vector<Bounded> point;
   for (const Axis axis : {kHorizontal, kVertical}) {
-    Append(start[axis], task.Orientations[axis], centres_stay, point);
+    Append(start[axis], task.Orientations[axis], refinement.CentresStay, point);
   }
   const auto residuals = [&](std::span<const double> at, std::vector<double>& values) {
-    FillResiduals(task, DrawnBy(pair, ShapesOf(pair, at)), values);
+    FillResiduals(task, DrawnBy(pair, ShapesOf(pair, at)), refinement.Worst, values);
   };
-  return ShapesOf(pair, LeastSquares(residuals, point, most_steps));
+  return ShapesOf(pair, LeastSquares(residuals, point, refinement.MostSteps));
+}
+
+// How far the worst edge is off, in shares of the height; 0 where that does not matter any more.
+double WorstEdgeOf(const FitTask& task, const DrawnLines& lines) {
+  constexpr double kNoMatter = 0.2;  // percent
+  const SeenAt seen = [&](PlanePoint picture) {
+    return task.Seen.FrameOf(LandingOf(lines, task.Panel, picture));
+  };
+  const Straightness off = StraightnessOf(seen, task.Wanted);
+  const double worst = task.Wanted ? off.Place : off.Edges;
+  return worst > kNoMatter ? worst / 100 : 0;
 }
 
 // Where the search may begin. A line that bends towards the optical centre can be made by one on
 // either side of the panel: on all sides.
 std::vector<Shapes> EvenStarts(const Pair& pair) {
-  constexpr double kAside = 0.5;
+  constexpr double kAside = 1;
   constexpr double kInside = 0.97;  // nothing leaves the panel yet
   std::vector<Shapes> starts;
   for (const double h : {-kAside, kAside}) {
@@ -93,29 +110,53 @@ Shapes SmoothBest(const FitTask& task, const Pair& pair, const std::vector<Shape
   Shapes best;
   double least = std::numeric_limits<double>::infinity();
   for (const Shapes& start : starts) {
-    const Shapes end = Refined(task, pair, start, false, kFirstSteps);
+    const Shapes end = Refined(task, pair, start, {kFirstSteps});
     const double squares = SquaresOf(task, pair, end);
     if (squares < least) {
       least = squares;
       best = end;
     }
   }
-  return Refined(task, pair, best, false, kLastSteps);
+  return Refined(task, pair, best, {kLastSteps});
+}
+
+// What counts is the worst edge: from where all edges are about straight to where it is.
+Shapes Sharpened(const FitTask& task, const Pair& pair, Shapes shapes) {
+  constexpr int kRounds = 3;
+  constexpr int kSteps = 20;
+  for (int round = 0; round < kRounds; ++round) {
+    const double worst = WorstEdgeOf(task, DrawnBy(pair, shapes));
+    if (worst == 0) break;
+    shapes = Refined(task, pair, shapes, {kSteps, worst});
+  }
+  return shapes;
 }
 
 // The optical centre has the coarsest steps: what is lost by rounding it, the others make up for.
-Candidate Encoded(const FitTask& task, const Pair& pair, Shapes shapes, std::int16_t screen_type) {
+Candidate Encoded(const FitTask& task, const Pair& pair, Shapes shapes, double worst,
+                  std::int16_t screen_type) {
   constexpr int kSteps = 8;
   for (AxisShape& shape : shapes) {
     shape.OpticalCentre = std::nearbyint(shape.OpticalCentre * 32) / 32;
   }
-  shapes = Refined(task, pair, shapes, true, kSteps);
+  shapes = Refined(task, pair, shapes, {kSteps, worst, true});
   CorrectionData correction;
   correction.ScreenType = screen_type;
   for (const Axis axis : {kHorizontal, kVertical}) {
     pair.Axes[axis].Encode(shapes[axis], task.Orientations[axis], correction, axis);
   }
   return JudgeCorrection(task, correction);
+}
+
+// The better one of all edges about straight and the worst edge straight.
+Candidate BestEncoded(const FitTask& task, const Pair& pair, const Shapes& shapes,
+                      std::int16_t screen_type) {
+  const Candidate even = Encoded(task, pair, shapes, 0, screen_type);
+  if (WorstEdgeOf(task, DrawnBy(pair, shapes)) == 0) return even;
+  const Shapes sharpened = Sharpened(task, pair, shapes);
+  const double worst = WorstEdgeOf(task, DrawnBy(pair, sharpened));
+  const Candidate sharp = Encoded(task, pair, sharpened, worst, screen_type);
+  return sharp.Score < even.Score ? sharp : even;
 }
 
 struct Move {
@@ -211,7 +252,7 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
 
 DrawnLines StraighteningLines(const FitTask& task) {
   const Pair pair(FamiliesOf(kOtherScreens).front());
-  return DrawnBy(pair, SmoothBest(task, pair, EvenStarts(pair)));
+  return DrawnBy(pair, Sharpened(task, pair, SmoothBest(task, pair, EvenStarts(pair))));
 }
 
 Candidate BestCorrection(const FitTask& task, std::int16_t screen_type, const DrawnLines& near) {
@@ -225,7 +266,7 @@ Candidate BestCorrection(const FitTask& task, std::int16_t screen_type, const Dr
                       pair.Axes[kVertical].Nearest(near[kVertical])});
     const Shapes shapes = SmoothBest(task, pair, starts);
     const Candidate candidate = WithoutNeedless(
-        task, Polished(task, Encoded(task, pair, shapes, screen_type), free_curves));
+        task, Polished(task, BestEncoded(task, pair, shapes, screen_type), free_curves));
     if (!best || candidate.Score < best->Score) best = candidate;
   }
   return *best;

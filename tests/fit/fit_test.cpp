@@ -170,10 +170,11 @@ TEST(Fit, FillsTheWantedCornersWithTheOrientationThatIsSet) {
 }
 
 TEST(Fit, SaysWhatTheProjectorCannotDo) {
-  WallScene scene = SceneOf("cylinder:4:-0.25:bottom");
+  WallScene scene = SceneOf("cylinder:4:-0.4:bottom");
   FitInput input = InputOf(scene, kCylindricalScreen);
   input.Projection[kVertical] = 1;
   EXPECT_EQ(Best(Fitted(input)).Note.Name, "FitOrientationLimits");
+  scene = SceneOf("cylinder:4:-0.25:bottom");
   input.Projection = {};
   scene.Seen.Y = scene.Middle() - 2;
   input.Seen = MarksOn(scene, 9, 7);
