@@ -16,6 +16,7 @@ namespace {
 constexpr double kGood = 0.4;      // percent: straighter than most walls are even
 constexpr double kSureErrors = 4;  // standard errors of what the marks say, that a gain must exceed
 constexpr double kSameAsBest = 0.01;  // percent
+constexpr double kNoticed = 0.05;     // percent, of a gain that is not sure
 constexpr double kMadeByHand = 0.05;  // percent, that curves of its own must be better by
 
 std::string Hundredths(double value) {
@@ -118,7 +119,8 @@ FitResult ResultFor(const FitInput& input, const Preparation& prepared, const Dr
       result.Note = {"FitStraightAlready", {left}, {}};
     } else if (prepared.LensBound > 0) {
       result.Note = {"FitLensMayBeAll", {left, Hundredths(prepared.LensBound)}, {}};
-    } else if (result.Note.Name.empty()) {
+    } else if (result.Note.Name.empty() ||
+               FigureOf(task, best.Off) + kNoticed < FigureOf(task, before.Off)) {
       result.Note = {"FitMarksMayBeAll", {left}, {}};
     }
     best = before;

@@ -183,6 +183,16 @@ TEST(Fit, SaysWhatTheProjectorCannotDo) {
   EXPECT_LE(Best(Fitted(input)).After.Edges, Best(Fitted(input)).Before.Edges);
 }
 
+TEST(Fit, SaysThatTheMarksTellTooLittleRatherThanWhatTheProjectorCannotDo) {
+  const WallScene scene = SceneOf("cylinder:4:-0.2:bottom");
+  FitInput input = InputOf(scene, kVerticalBowScreen);
+  input.StraightLines = LinesThrough(scene.Seen);
+  input.Seen = MarksOn(scene, 9, 7, 8);
+  const FitResult best = Best(Fitted(input));
+  EXPECT_EQ(best.After.Edges, best.Before.Edges);
+  EXPECT_EQ(best.Note.Name, "FitMarksMayBeAll") << SaidByTool(best.Note);
+}
+
 TEST(Fit, RefusesMarksThatCannotBeRight) {
   const struct {
     const char* Reason;
