@@ -172,7 +172,9 @@ bool Server::AnswerFrames(Channel& channel, int link, FrameReader& reader) {
     const auto record = [&] {
       if (recorder_ != nullptr) recorder_->Reply(RecordedNumber(link), *frame, outgoing.Reply);
     };
-    if (!Deliver(channel, outgoing, record)) return false;
+    const bool goes_on = Deliver(channel, outgoing, record);
+    station_.WriteDuePhoto();
+    if (!goes_on) return false;
   }
   return true;
 }

@@ -74,6 +74,7 @@ Station::Station(StationSetup setup)
   power_.SetSpeedUp(setup_.SpeedUp, setup_.Now());
   WritePicture();
   WriteState();
+  WriteDuePhoto();
 }
 
 Reception Station::Receive() {
@@ -126,7 +127,7 @@ Outgoing Station::Exchange(int link, ByteView frame) {
   const auto memory = links_.find(link);
   if (memory == links_.end()) return {};
   if (IsEcho(frame)) return {.Reply = projector_.HandleFrame(memory->second, frame)};
-  FollowPower();
+  FollowPowerLocked();
   const std::optional<FaultRule> fault =
       faults_.StrikeExchange(projector_.Count().Exchanges + 1, frame);
   const std::uint64_t shows = projector_.Count().Shows;
@@ -186,8 +187,8 @@ void Station::NoteMismatch(ByteView frame) {
 }
 
 StationSnapshot Station::Snapshot() {
-  const std::lock_guard lock(mutex_);
   FollowPower();
+  const std::lock_guard lock(mutex_);
   return {.Name = setup_.Name,
           .Working = projector_.Working(),
           .Stored = projector_.Stored(),
@@ -213,8 +214,8 @@ StationSnapshot Station::Snapshot() {
 }
 
 std::uint64_t Station::Revision() {
-  const std::lock_guard lock(mutex_);
   FollowPower();
+  const std::lock_guard lock(mutex_);
   return revision_;
 }
 
@@ -244,22 +245,29 @@ void Station::SetSeed(std::uint64_t seed) {
 }
 
 void Station::TurnPower(bool on) {
-  const std::lock_guard lock(mutex_);
-  power_.Turn(on, setup_.Now());
+  {
+    const std::lock_guard lock(mutex_);
+    power_.Turn(on, setup_.Now());
+  }
   FollowPower();
 }
 
 void Station::SetSpeedUp(int factor) {
-  const std::lock_guard lock(mutex_);
-  power_.SetSpeedUp(factor, setup_.Now());
+  {
+    const std::lock_guard lock(mutex_);
+    power_.SetSpeedUp(factor, setup_.Now());
+    ++revision_;
+  }
   FollowPower();
-  ++revision_;
 }
 
 void Station::Restart() {
-  const std::lock_guard lock(mutex_);
-  RestartLocked();
-  WriteState();
+  {
+    const std::lock_guard lock(mutex_);
+    RestartLocked();
+    WriteState();
+  }
+  WriteDuePhoto();
 }
 
 void Station::RestartLocked() {
@@ -269,6 +277,14 @@ void Station::RestartLocked() {
 }
 
 void Station::FollowPower() {
+  {
+    const std::lock_guard lock(mutex_);
+    FollowPowerLocked();
+  }
+  WriteDuePhoto();
+}
+
+void Station::FollowPowerLocked() {
   const Power power = power_.At(setup_.Now());
   if (power == projector_.Setup().PowerState) return;
   projector_.SetPower(power);
@@ -310,11 +326,26 @@ void Station::WritePicture() {
   const bool on = projector_.Setup().PowerState == Power::kOn;
   const PanelSize panel = setup_.Projector.Panel;
   RgbImage image = on ? PanelPicture(source_, projector_.Working()) : BlackImage(panel);
-  if (setup_.Photo) WritePhoto(image);
+  if (setup_.Photo) photo_due_ = image;
   if (!setup_.Picture) return;
   if (setup_.Wall) image = WallPicture(image, *setup_.Wall, panel);
   const std::optional<std::string> png = PngOf(image);
   if (png) WriteFile(*setup_.Picture, *png);
+}
+
+void Station::WriteDuePhoto() {
+  const auto is_due = [this] {
+    const std::lock_guard lock(mutex_);
+    return photo_due_.has_value();
+  };
+  if (!is_due()) return;
+  const std::lock_guard writing(photo_mutex_);
+  std::optional<RgbImage> shown;
+  {
+    const std::lock_guard lock(mutex_);
+    shown.swap(photo_due_);
+  }
+  if (shown) WritePhoto(*shown);
 }
 
 void Station::WritePhoto(const RgbImage& panel_picture) {

@@ -48,8 +48,9 @@ struct StationSetup {
   std::optional<std::filesystem::path> State = {};    // rewritten after every exchange
   std::optional<std::filesystem::path> Picture = {};  // rewritten whenever the shown set changes
   std::optional<warpline::Wall> Wall = {};  // that the picture falls on; none: the bare panel
-  std::optional<std::filesystem::path> Photo = {};  // of the wall; rewritten as Picture is
-  std::optional<warpline::Camera> Camera = {};      // that takes it; none: the usual one
+  // Of the wall; rewritten as Picture is, but behind the reply: see Station::WriteDuePhoto.
+  std::optional<std::filesystem::path> Photo = {};
+  std::optional<warpline::Camera> Camera = {};  // that takes it; none: the usual one
   std::optional<RgbImage> Source = {};  // of the panel's size, sent to it; none: the test card
   sim::Log Log = {};                    // told what cannot be read, written or answered
   // Told when a fault strikes: "exchange 7: kind=21:refuse".
@@ -113,8 +114,13 @@ class Station {
   // True while the link stands; a restart ends all links.
   bool IsOpen(int link) const;
 
-  // Executes a frame that came over an open link. The files are complete when this returns.
+  // Executes a frame that came over an open link. The files are complete when this returns, but for
+  // the photograph: a large one takes longer than a caller waits for a reply.
   Outgoing Exchange(int link, ByteView frame);
+
+  // Writes the photograph when what is shown has changed since the last one. To be called once a
+  // reply is on its way and before the next frame of its link.
+  void WriteDuePhoto();
 
   StationSnapshot Snapshot();
 
@@ -137,6 +143,7 @@ class Station {
  private:
   void OpenLinkLocked();
   void FollowPower();
+  void FollowPowerLocked();
   void RestartLocked();
   Bytes Execute(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
   Outgoing Answer(LinkMemory& memory, const std::optional<FaultRule>& fault, ByteView frame);
@@ -152,6 +159,8 @@ class Station {
 
   StationSetup setup_;
   mutable std::mutex mutex_;
+  std::mutex photo_mutex_;  // held while a photograph is taken and written; taken before mutex_
+  std::optional<RgbImage> photo_due_;  // what the panel shows
   SimulatedProjector projector_;
   PowerSwitch power_;
   FaultBox faults_;

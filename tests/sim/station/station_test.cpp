@@ -72,6 +72,8 @@ TEST(Station, IsPhotographedAfterEachChange) {
   EXPECT_GT(*photo.At(160, 160), 200) << "the white picture that is sent";
   EXPECT_EQ(before.substr(0, 2), "\xFF\xD8");
   for (const char* frame : {kRunning, kWriteScroll, kShow}) at.Send(frame);
+  EXPECT_EQ(TempFolder::Read(*setup.Photo), before) << "a reply does not wait for the photograph";
+  at.station.WriteDuePhoto();
   EXPECT_NE(TempFolder::Read(*setup.Photo), before);
 }
 
