@@ -148,7 +148,7 @@ Candidate Encoded(const FitTask& task, const Pair& pair, Shapes shapes, double w
   return JudgeCorrection(task, correction);
 }
 
-// The better one of all edges about straight and the worst edge straight.
+// All edges about straight, unless the worst one gains by being the one that counts.
 Candidate BestEncoded(const FitTask& task, const Pair& pair, const Shapes& shapes,
                       std::int16_t screen_type) {
   const Candidate even = Encoded(task, pair, shapes, 0, screen_type);
@@ -156,7 +156,8 @@ Candidate BestEncoded(const FitTask& task, const Pair& pair, const Shapes& shape
   const Shapes sharpened = Sharpened(task, pair, shapes);
   const double worst = WorstEdgeOf(task, DrawnBy(pair, sharpened));
   const Candidate sharp = Encoded(task, pair, sharpened, worst, screen_type);
-  return sharp.Score < even.Score ? sharp : even;
+  constexpr double kWorth = 0.01;  // percent
+  return sharp.Score + kWorth < even.Score ? sharp : even;
 }
 
 struct Move {
