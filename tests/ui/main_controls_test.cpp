@@ -59,15 +59,18 @@ void Enlarge(wxWindow& window) {
 
 TEST_F(OpenedWindow, LettersOfAnotherScaleFit) {
   Enlarge(*rig.window);
-  Settle();
   const wxWindow& link = rig.Find("status_link");
-  EXPECT_GE(link.GetSize().x, link.GetTextExtent(link.GetLabel()).x);
+  const auto fits = [&] {
+    const wxSize least = rig.window->GetSizer()->ComputeFittingClientSize(rig.window);
+    const wxSize now = rig.window->GetClientSize();
+    return now.x >= least.x && now.y >= least.y &&
+           link.GetSize().x >= link.GetTextExtent(link.GetLabel()).x;
+  };
+  EXPECT_TRUE(SettleUntil(fits));
   const wxPoint place = rig.Find("ctrl_bar1").GetPosition();
   for (int group = 0; group < kGroupCount; ++group) {
     rig.SelectGroup(group);
-    const wxSize least = rig.window->GetSizer()->ComputeFittingClientSize(rig.window);
-    const wxSize now = rig.window->GetClientSize();
-    EXPECT_TRUE(now.x >= least.x && now.y >= least.y) << group;
+    EXPECT_TRUE(SettleUntil(fits)) << group;
     EXPECT_EQ(rig.Find("ctrl_bar1").GetPosition(), place) << group;
   }
 }
