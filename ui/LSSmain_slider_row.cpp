@@ -24,6 +24,11 @@ constexpr int kZeroHeight = 5;  // DIP
 constexpr const char* kWidestEnd = "-32767";
 constexpr const char* kWidestValue = "-32767";
 
+// Takes the room of a picture, on displays of other scales too.
+wxBitmapBundle NoPicture() {
+  return wxBitmapBundle::FromBitmaps(wxBitmap(32, 32), wxBitmap(48, 48));
+}
+
 wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
   return new wxStaticText(parent, wxID_ANY, kWidestEnd, wxDefaultPosition, wxDefaultSize,
                           align | wxST_NO_AUTORESIZE, name);
@@ -34,9 +39,9 @@ wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
 SliderRow::SliderRow(wxWindow* parent, int row, SliderHandlers handlers)
     : row_(row),
       handlers_(std::move(handlers)),
-      picture_(new wxStaticBitmap(parent, wxID_ANY, wxBitmapBundle::FromBitmap(wxBitmap(32, 32)))),
-      icon_(new wxBitmapButton(parent, wxID_ANY, wxBitmapBundle::FromBitmap(wxBitmap(32, 32)),
-                               wxDefaultPosition, wxDefaultSize, wxBU_NOTEXT)),
+      picture_(new wxStaticBitmap(parent, wxID_ANY, NoPicture())),
+      icon_(new wxBitmapButton(parent, wxID_ANY, NoPicture(), wxDefaultPosition, wxDefaultSize,
+                               wxBU_NOTEXT)),
       name_(new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxST_NO_AUTORESIZE, wxString::Format("ctrl_name%d", row))),
       low_(CreateEnd(parent, wxString::Format("ctrl_low%d", row), wxALIGN_RIGHT)),
