@@ -169,7 +169,7 @@ TEST(MainCommands, HelpOpensWhatIsOfTheLanguage) {
     rig.Pick("menu_help_doc");
     fs::create_directory(rig.program / "docs");
     const std::string page_name = language == 1 ? "guide_ja.html" : "guide_en.html";
-    const fs::path page = rig.temp.Write("program/docs/" + page_name, "page");
+    const fs::path page = rig.temp.Write("program/docs/" + page_name, "page").make_preferred();
     rig.Pick("menu_help_guide");
     EXPECT_EQ(rig.texts_shown, (std::vector<fs::path>{guide, page}));
     shows = false;
