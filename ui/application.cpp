@@ -19,10 +19,10 @@
 #include "core/tool_texts.h"
 #include "platform/console.h"
 #include "platform/environment.h"
-#include "platform/open_file.h"
 #include "toolkit/layout.h"
 #include "toolkit/native/foreground.h"
 #include "toolkit/native/instant_states.h"
+#include "toolkit/native/open_file.h"
 #include "ui/LSSmain.h"
 #include "ui/wx_text.h"
 

@@ -10,14 +10,12 @@
 #include <array>
 #include <csignal>
 #include <fstream>
-#include <future>
 #include <thread>
 
 #include "platform/environment.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "platform/files_posix.h"
-#include "platform/open_file.h"
 #include "platform/shared_library.h"
 #include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
@@ -231,27 +229,6 @@ TEST(SystemPosix, ApplicationDataFolder) {
   }
   const EnvironmentValue configured("XDG_CONFIG_HOME", "/elsewhere");
   EXPECT_EQ(ApplicationDataFolder(), "/elsewhere");
-}
-
-TEST(OpenedFile, IsToldWhenNoProgramTakesIt) {
-  const TempFolder temp;
-  const EnvironmentValue path("PATH", temp.Path().string());
-  const auto nothing = [] {};
-  EXPECT_FALSE(OpenInBrowser("/page", nothing)) << "the system's opener is not there";
-  for (const int code : {0, 3, 4}) {
-    const fs::path opener =
-        temp.Write("xdg-open", "#!/bin/sh\nexit " + std::to_string(code) + "\n");
-    fs::permissions(opener, fs::perms::owner_all);
-    auto told = std::make_shared<std::promise<bool>>();
-    std::future<bool> ended = told->get_future();
-    ASSERT_TRUE(OpenInTextEditor("/read me", [told] { told->set_value(true); }));
-    told.reset();  // without a call the promise breaks when the opener has ended
-    if (code == 0) {
-      EXPECT_THROW(ended.get(), std::future_error);
-    } else {
-      EXPECT_TRUE(ended.get());
-    }
-  }
 }
 
 }  // namespace

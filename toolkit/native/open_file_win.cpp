@@ -1,11 +1,10 @@
-#include <windows.h>
+#include "toolkit/native/open_file.h"
 
-#include <shellapi.h>
+#include <wx/msw/wrapwin.h>
+#include <wx/utils.h>
 
 #include <array>
 #include <string>
-
-#include "platform/open_file.h"
 
 namespace warpline {
 namespace {
@@ -36,12 +35,9 @@ bool OpenInTextEditor(const std::filesystem::path& file, const std::function<voi
   return true;
 }
 
-// The system tells at once whether there is a program for the page, as a number above 32.
+// The system tells at once whether there is a program for the page.
 bool OpenInBrowser(const std::filesystem::path& page, const std::function<void()>& /*failed*/) {
-  constexpr INT_PTR kLastError = 32;
-  const HINSTANCE opened =
-      ShellExecuteW(nullptr, L"open", page.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  return reinterpret_cast<INT_PTR>(opened) > kLastError;
+  return wxLaunchDefaultApplication(page.wstring());
 }
 
 }  // namespace warpline
