@@ -10,6 +10,7 @@
 #include "link/beamlink.h"
 #include "link/library_origin.h"
 #include "toolkit/layout.h"
+#include "toolkit/native/first_paint.h"
 #include "toolkit/native/list_choice.h"
 #include "ui/LSSmain_menu.h"
 #include "ui/LSSview.h"
@@ -51,19 +52,18 @@ void LSSmain::PlaceAsStored() {
   SetPosition(held);
 }
 
-// The window system puts the window up while the window's content is made. What may come a moment
-// later follows when the window can be used already.
+// The window comes up painted whole. What may come a moment later follows when it can be used.
 void LSSmain::ShowFirst() {
-  Show();
-  Update();
+  ExpectLibrary();
   CreateContent();
+  PaintOnce(*this);
+  Show();
   controls_.ctrl_select[0]->SetFocus();
   CallAfter([this] {
     PlaceAsStored();  // only now does the window know the frame around it
     CreatePreviewWindow();
     ShowPreview();
     BindFiles();
-    CallAfter([this] { ShowLibrary(); });
     icons_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
       SetIcons(ProgramIcons());
       view_->SetIcons(GetIcons());
@@ -72,9 +72,7 @@ void LSSmain::ShowFirst() {
   });
 }
 
-// Nothing of it is painted before all of it is there.
 void LSSmain::CreateContent() {
-  const wxWindowUpdateLocker unpainted(panel_);
   SetMenuBar(CreateMenuBar(parts_.engine.global));
   controls_ = CreateMainControls(panel_, parts_.engine.global, CreateSliderHandlers(),
                                  CreateStatusHandlers());
@@ -215,11 +213,9 @@ void LSSmain::BindWindow() {
 
 // Who tries the tool with a simulated projector sees so before anything is sent. The library is not
 // loaded for that: one that fails then takes the tool with it.
-void LSSmain::ShowLibrary() {
+void LSSmain::ExpectLibrary() {
   const bool stands_in = OriginOf(parts_.program_folder, kBeamlinkName) == LibraryOrigin::kStandIn;
   parts_.engine.link.ExpectSimulators(stands_in);
-  ShowTitle();
-  ShowStatus();
 }
 
 void LSSmain::ShowTitle() {

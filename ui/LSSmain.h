@@ -76,7 +76,7 @@ class LSSmain : public wxFrame, private MainView {
   void SetLeastSize();
   void FitToScale();
   void PlaceAsStored();
-  void ShowLibrary();
+  void ExpectLibrary();
   void ShowTitle();
   void ShowMenus();
   void ShowSteps();

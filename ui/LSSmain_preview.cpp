@@ -2,6 +2,7 @@
 #include <array>
 
 #include "toolkit/layout.h"
+#include "toolkit/native/first_paint.h"
 #include "toolkit/window_place.h"
 #include "ui/LSSmain.h"
 #include "ui/LSSmain_menu.h"
@@ -56,6 +57,7 @@ void LSSmain::ShowPreview() {
   const bool wanted = IsShown() && !IsIconized() && parts_.engine.global.Settings.TestPattern == 1;
   if (wanted && !view_->IsShown()) {
     PlacePreviewWindow();
+    PaintOnce(*view_);
     view_->ShowWithoutActivating();
   } else if (!wanted) {
     view_->Hide();

@@ -28,6 +28,8 @@ class Application : public wxApp {
   bool OnInit() override;
   int OnRun() override;
   int OnExit() override;
+  // That of both languages. The toolkit would go through its list of all languages for it.
+  wxLayoutDirection GetLayoutDirection() const override { return wxLayout_LeftToRight; }
 
  private:
   static std::filesystem::path WindowPlacesFile();
