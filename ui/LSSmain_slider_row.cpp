@@ -9,6 +9,7 @@
 #include "toolkit/layout.h"
 #include "toolkit/native/accessible_name.h"
 #include "toolkit/native/slider_place.h"
+#include "ui/icons.h"
 #include "ui/slider_keys.h"
 #include "ui/wx_text.h"
 
@@ -24,11 +25,6 @@ constexpr int kZeroHeight = 5;  // DIP
 constexpr const char* kWidestEnd = "-32767";
 constexpr const char* kWidestValue = "-32767";
 
-// Takes the room of a picture, on displays of other scales too.
-wxBitmapBundle NoPicture() {
-  return wxBitmapBundle::FromBitmaps(wxBitmap(32, 32), wxBitmap(48, 48));
-}
-
 wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
   return new wxStaticText(parent, wxID_ANY, kWidestEnd, wxDefaultPosition, wxDefaultSize,
                           align | wxST_NO_AUTORESIZE, name);
@@ -39,8 +35,8 @@ wxStaticText* CreateEnd(wxWindow* parent, const wxString& name, long align) {
 SliderRow::SliderRow(wxWindow* parent, int row, SliderHandlers handlers)
     : row_(row),
       handlers_(std::move(handlers)),
-      picture_(new wxStaticBitmap(parent, wxID_ANY, NoPicture())),
-      icon_(new wxBitmapButton(parent, wxID_ANY, NoPicture(), wxDefaultPosition, wxDefaultSize,
+      picture_(new wxStaticBitmap(parent, wxID_ANY, EmptyIcon())),
+      icon_(new wxBitmapButton(parent, wxID_ANY, EmptyIcon(), wxDefaultPosition, wxDefaultSize,
                                wxBU_NOTEXT)),
       name_(new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxST_NO_AUTORESIZE, wxString::Format("ctrl_name%d", row))),

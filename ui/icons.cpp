@@ -72,6 +72,11 @@ wxBitmapBundle IconOf(SliderTarget target, bool symmetric) {
   return {};
 }
 
+wxBitmapBundle EmptyIcon() {
+  constexpr int kScaled = kIconSize * 3 / 2;
+  return wxBitmapBundle::FromBitmaps(wxBitmap(kIconSize, kIconSize), wxBitmap(kScaled, kScaled));
+}
+
 wxBitmapBundle ProgramPicture(int size) {
   return BundleOf(embedded::Embedded_warpline(), size);
 }

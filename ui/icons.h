@@ -14,6 +14,9 @@ namespace warpline {
 // pictures of the linearity correction and means nothing for the other fields.
 wxBitmapBundle IconOf(SliderTarget target, bool symmetric);
 
+// Takes the room of such a picture, on displays of other scales too.
+wxBitmapBundle EmptyIcon();
+
 // The program's own picture; size is the edge length in DIP.
 wxBitmapBundle ProgramPicture(int size);
 wxIconBundle ProgramIcons();
