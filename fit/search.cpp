@@ -148,18 +148,6 @@ Candidate Encoded(const FitTask& task, const Pair& pair, Shapes shapes, double w
   return JudgeCorrection(task, correction);
 }
 
-// All edges about straight, unless the worst one gains by being the one that counts.
-Candidate BestEncoded(const FitTask& task, const Pair& pair, const Shapes& shapes,
-                      std::int16_t screen_type) {
-  const Candidate even = Encoded(task, pair, shapes, 0, screen_type);
-  if (WorstEdgeOf(task, DrawnBy(pair, shapes)) == 0) return even;
-  const Shapes sharpened = Sharpened(task, pair, shapes);
-  const double worst = WorstEdgeOf(task, DrawnBy(pair, sharpened));
-  const Candidate sharp = Encoded(task, pair, sharpened, worst, screen_type);
-  constexpr double kWorth = 0.01;  // percent
-  return sharp.Score + kWorth < even.Score ? sharp : even;
-}
-
 struct Move {
   ParameterField Field;
   int Step;
@@ -185,10 +173,10 @@ bool MoveBy(CorrectionData& correction, Axis axis, ParameterField field, int ste
 }
 
 // Whole steps of the parameters, as long as the registers make a better picture of one.
-Candidate Polished(const FitTask& task, Candidate best, bool free_curves) {
-  constexpr int kMostRounds = 12;
+Candidate Polished(const FitTask& task, Candidate best, int most_rounds) {
+  const bool free_curves = best.Correction.ScreenType == kOtherScreens;
   bool better = true;
-  for (int round = 0; round < kMostRounds && better; ++round) {
+  for (int round = 0; round < most_rounds && better; ++round) {
     better = false;
     for (const Axis axis : {kHorizontal, kVertical}) {
       for (const Move& move : kMoves) {
@@ -205,6 +193,21 @@ Candidate Polished(const FitTask& task, Candidate best, bool free_curves) {
     }
   }
   return best;
+}
+
+// All edges about straight, unless the worst one gains by being the one that counts: seen after a
+// first round of whole steps, which takes back most of what rounding did.
+Candidate BestEncoded(const FitTask& task, const Pair& pair, const Shapes& shapes,
+                      std::int16_t screen_type) {
+  const auto encoded = [&](const Shapes& smooth, double worst) {
+    return Polished(task, Encoded(task, pair, smooth, worst, screen_type), 1);
+  };
+  const Candidate even = encoded(shapes, 0);
+  if (WorstEdgeOf(task, DrawnBy(pair, shapes)) == 0) return even;
+  const Shapes sharpened = Sharpened(task, pair, shapes);
+  const Candidate sharp = encoded(sharpened, WorstEdgeOf(task, DrawnBy(pair, sharpened)));
+  constexpr double kWorth = 0.01;  // percent
+  return sharp.Score + kWorth < even.Score ? sharp : even;
 }
 
 // An axis that adds next to nothing stays as a reset leaves it.
@@ -257,6 +260,7 @@ DrawnLines StraighteningLines(const FitTask& task) {
 }
 
 Candidate BestCorrection(const FitTask& task, std::int16_t screen_type, const DrawnLines& near) {
+  constexpr int kMostRounds = 12;
   const bool free_curves = screen_type == kOtherScreens;
   std::optional<Candidate> best;
   for (const FamilyPair& families : FamiliesOf(screen_type)) {
@@ -267,7 +271,7 @@ Candidate BestCorrection(const FitTask& task, std::int16_t screen_type, const Dr
                       pair.Axes[kVertical].Nearest(near[kVertical])});
     const Shapes shapes = SmoothBest(task, pair, starts);
     const Candidate candidate = WithoutNeedless(
-        task, Polished(task, BestEncoded(task, pair, shapes, screen_type), free_curves));
+        task, Polished(task, BestEncoded(task, pair, shapes, screen_type), kMostRounds));
     if (!best || candidate.Score < best->Score) best = candidate;
   }
   return *best;
