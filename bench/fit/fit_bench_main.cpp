@@ -1,14 +1,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <limits>
 #include <numbers>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "bench/fit/measured_fit.h"
 #include "bench/fit/random_cameras.h"
+#include "core/conversions.h"
 
 // How straight the fit gets the picture on every kind of wall: projected exactly, fitted, projected
 // again. Fails when a figure misses its target.
@@ -138,13 +140,37 @@ int RunTables(bool short_run) {
   return missed;
 }
 
+// What the command line asks for.
+struct Work {
+  bool Short = false;
+  int Cameras = 0;  // 0: the tables
+  unsigned Seed = 1;
+};
+
+std::optional<Work> WorkOf(const std::vector<std::string_view>& words) {
+  if (words.empty()) return Work{};
+  if (words.size() == 1 && words[0] == "--short") return Work{.Short = true};
+  const bool seeded = words.size() == 4 && words[2] == "--seed";
+  if (words[0] != "--random" || !(words.size() == 2 || seeded)) return std::nullopt;
+  const auto cameras = WholeNumber(words[1], 1, std::numeric_limits<int>::max());
+  const auto seed = WholeNumber(seeded ? words[3] : "1", 0U, std::numeric_limits<unsigned>::max());
+  if (!cameras || !seed) return std::nullopt;
+  return Work{.Cameras = *cameras, .Seed = *seed};
+}
+
 }  // namespace
 }  // namespace warpline
 
 int main(int count, char** words) {
-  const std::string_view first = count > 1 ? words[1] : "";
-  const int missed = first == "--random" && count > 2
-                         ? warpline::RunRandomCameras(std::atoi(words[2]))
-                         : warpline::RunTables(first == "--short");
+  const auto work = warpline::WorkOf({words + 1, words + count});
+  if (!work) {
+    std::fputs(
+        "Give nothing, --short, or --random N [--seed S]: N cameras, a whole number from 1; S a\n"
+        "whole number from 0, 1 if not given.\n",
+        stderr);
+    return 2;
+  }
+  const int missed = work->Cameras > 0 ? warpline::RunRandomCameras(work->Cameras, work->Seed)
+                                       : warpline::RunTables(work->Short);
   return missed == 0 ? 0 : 1;
 }

@@ -111,14 +111,14 @@ void Add(int number, const WallScene& scene, const MeasuredFit& fit, Sums& sums)
 
 }  // namespace
 
-int RunRandomCameras(int count) {
+int RunRandomCameras(int count, unsigned seed) {
   std::printf(
       "Cameras that stay above the target, beside what a slower search reaches by the same "
       "registers.\n"
       "%6s %-8s %5s %9s %-6s %5s %6s %6s %6s %7s %7s %7s %7s %5s %7s %5s\n",
       "camera", "wall", "at", "curvature", "axis", "panel", "x", "y", "z", "before", "target",
       "after", "told", "area", "slower", "area");
-  Dice dice(1);
+  Dice dice(seed);
   Sums sums;
   for (int i = 1; i <= count; ++i) {
     const WallScene scene = NextScene(dice);
