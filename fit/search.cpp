@@ -233,6 +233,7 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
   constexpr double kSizeShare = 1;     // percent, for a picture of no size
   constexpr double kOutside = 30;      // times the share that leaves the panel
   constexpr double kUnnoticed = 0.3;   // pixels that may
+  constexpr double kMostArea = 10;     // a larger picture is torn apart
   const DrawnLines lines = DrawnLinesOf(BuildRegisters(correction, task.Panel), task.Panel);
   double outside = 0;
   const SeenAt seen = [&](PlanePoint picture) {
@@ -251,6 +252,8 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
   if (!task.Wanted) {
     candidate.Score += kSizeShare * (1 - area) + 100 * std::max(0.0, kLeastArea - area);
   }
+  // Where a line of the picture lands may run away; its place, then, is nowhere or no number.
+  if (!(area < kMostArea)) candidate.Score = std::numeric_limits<double>::infinity();
   return candidate;
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "fit/preparation.h"
+#include "fit/search.h"
 #include "tests/support/said.h"
 #include "tests/support/wall_photograph.h"
 
@@ -96,6 +98,20 @@ TEST(Fit, HoldsItsWordWhereTheWallIsSeenFromFarAside) {
     const double seen = PictureOn(scene, Best(report).Correction, UprightOf(scene)).OffStraight;
     EXPECT_NEAR(seen, Best(report).After.Edges, std::max(0.1, report.MarksBound));
   }
+}
+
+// Where a corner of such a picture lands is nowhere near the panel; its size is no gain.
+TEST(Fit, TakesNoPictureThatIsTornApart) {
+  NamedText reason;
+  const FitTask task = PrepareFit(InputOf(SceneOf("sphere:4:0.25:middle")), reason).value().Task;
+  CorrectionData torn;
+  torn.ScreenType = kSphericalScreen;
+  ResetToScreenType(torn);
+  const double none = JudgeCorrection(task, torn).Score;
+  torn.Projection = {1, 0};
+  torn.Axes[kHorizontal] = {.Distortion = -150, .Optical = 64, .Position = -20000};
+  torn.Axes[kVertical] = {.Distortion = -150, .Optical = -64, .Position = 20000};
+  EXPECT_GT(JudgeCorrection(task, torn).Score, none);
 }
 
 TEST(Fit, LeavesAFlatWallAloneWhateverItsMarksAndItsLensSay) {
