@@ -176,24 +176,17 @@ double LensBoundOf(const FitTask& task) {
   });
 }
 
-// Percent of the height that the foretold edges may be off, by how far the outer marks lie from
-// where the others put them.
+// Percent of the height that the foretold edges may be off, by how far an outer mark lies from
+// where the others put it. The worst one counts: a wall may fall off at one corner alone.
 double MarksBoundOf(const Preparation& prepared, const Marks& seen) {
-  constexpr double kSafety = 3;           // times the usual misfit of the outer marks
-  constexpr double kSafetyOfWorst = 1.5;  // times the largest one: a wall may fall off at a corner
+  constexpr double kSafety = 1.5;  // times the misfit; a picture reaches farther out than its marks
   const View& view = prepared.Task.Seen;
-  double squares = 0;
   double most = 0;
-  int count = 0;
   for (std::size_t i = 0; i < seen.size(); ++i) {
     if (!prepared.Kept[i] || !IsOuter({seen[i].U, seen[i].V})) continue;
-    squares += prepared.Misfit[i] * prepared.Misfit[i];
     most = std::max(most, prepared.Misfit[i]);
-    ++count;
   }
-  const double height = DistanceOf(view.PhotoOf({0.5, 0}), view.PhotoOf({0.5, 1}));
-  const double usual = std::sqrt(squares / std::max(count, 1));
-  return 100 * std::max(kSafety * usual, kSafetyOfWorst * most) / height;
+  return 100 * kSafety * most / DistanceOf(view.PhotoOf({0.5, 0}), view.PhotoOf({0.5, 1}));
 }
 
 void Warn(const FitInput& input, const Sides& box, Preparation& prepared) {
