@@ -89,7 +89,7 @@ struct ElementOf {
   }
 };
 
-struct View {
+struct ViewBox {
   PreviewPoint low{0, 0};
   PreviewPoint high{kPreviewWidth, kPreviewHeight};
 
@@ -115,8 +115,8 @@ struct View {
   }
 };
 
-View ViewOf(const PreviewDrawing& drawing) {
-  View view;
+ViewBox ViewOf(const PreviewDrawing& drawing) {
+  ViewBox view;
   for (const PreviewShape& shape : drawing) std::visit([&view](const auto& s) { view(s); }, shape);
   view.Include({view.low.x - kMargin, view.low.y - kMargin});
   view.Include({view.high.x + kMargin, view.high.y + kMargin});
@@ -126,7 +126,7 @@ View ViewOf(const PreviewDrawing& drawing) {
 }  // namespace
 
 std::string PreviewSvg(const PreviewDrawing& drawing) {
-  const View view = ViewOf(drawing);
+  const ViewBox view = ViewOf(drawing);
   const std::string width = Number(view.high.x - view.low.x);
   const std::string height = Number(view.high.y - view.low.y);
   std::string corner = Attribute("x", Number(view.low.x));

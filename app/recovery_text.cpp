@@ -22,7 +22,7 @@ constexpr std::int64_t kLatest =
     std::chrono::floor<std::chrono::seconds>(WallTime::max()).time_since_epoch().count();
 
 // A file name may hold line ends; "%" and two digits stand for what would break a line.
-std::string Escaped(std::string_view text) {
+std::string InOneLine(std::string_view text) {
   std::string line;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
@@ -71,7 +71,7 @@ std::optional<std::string> RecoveryText(const UnsavedWork& work) {
   CorrectionData correction = work.correction;
   std::vector<std::string> lines{
       std::string(kFirstLine),
-      std::string(kFile) + Escaped(Utf8Of(work.file)),
+      std::string(kFile) + InOneLine(Utf8Of(work.file)),
       std::string(kChanged) + std::to_string(SecondsOf(work.changed)),
   };
   if (!WltFile(correction).Write(lines)) return std::nullopt;

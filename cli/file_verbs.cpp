@@ -83,7 +83,7 @@ nlohmann::ordered_json JsonOf(const std::string& name, const CheckedFile& file) 
           {"text", file.accepted ? Json() : Json(file.text)}};
 }
 
-std::string LineOf(const std::string& name, const CheckedFile& file, const CliTexts& texts) {
+std::string LineOfCheck(const std::string& name, const CheckedFile& file, const CliTexts& texts) {
   if (file.accepted) return texts.Fill(CliText::kCheckOk, {name});
   return texts.Fill(CliText::kCheckFailed, {NameOfPlace(PathOf(name), file.place), file.text});
 }
@@ -99,7 +99,7 @@ int RunCheck(const VerbInput& input, Session& session) {
     const CheckedFile file = CheckOne(PathOf(name), session);
     if (!file.accepted) exit_code = kExitFailed;
     files.push_back(JsonOf(name, file));
-    if (!session.report.Wanted()) session.out << LineOf(name, file, session.texts) << '\n';
+    if (!session.report.Wanted()) session.out << LineOfCheck(name, file, session.texts) << '\n';
     if (!file.correction || !input.Has("--panel")) continue;
     TellDeviation(session, PathOf(name), *file.correction, *panel);
   }

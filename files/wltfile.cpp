@@ -8,7 +8,7 @@
 namespace warpline {
 namespace {
 
-constexpr std::array<HeaderRow, 3> kHeaders{{
+constexpr std::array<HeaderRow, 3> kWltHeaders{{
     {"[Warpline Tool Data File]", 1, false, 2, 16},
     {"[Warpline Tool Data File 2.0]", 2, true, 1, 8},
     {"[Warpline Tool Data File 3.0]", 3, true, 2, 16},
@@ -41,7 +41,7 @@ void WriteFields(const std::array<Row, kRows>& rows, const std::array<Record, kA
 }  // namespace
 
 WltFile::WltFile(CorrectionData& correction)
-    : CurveFileModule(kHeaders, true), correction_(correction) {}
+    : CurveFileModule(kWltHeaders, true), correction_(correction) {}
 
 bool WltFile::StoreValue(const FieldKey& key, std::int64_t value) {
   if (key.name == kScreenType) {
@@ -74,7 +74,7 @@ bool WltFile::CheckContents() {
 }
 
 bool WltFile::Write(std::vector<std::string>& lines) const {
-  lines.emplace_back(kHeaders.back().text);
+  lines.emplace_back(kWltHeaders.back().text);
   lines.push_back(IntegerLine(kScreenType, "", correction_.ScreenType));
   for (const Axis axis : {kHorizontal, kVertical}) {
     lines.push_back(IntegerLine(kProjection, kSuffixes[axis], correction_.Projection[axis]));

@@ -152,14 +152,14 @@ bool TurnToCorners(const PhotoCorners& corners, FitTask& task) {
 // Whether the panel's light ends within the wanted rectangle.
 bool LeavesLight(const FitTask& task) {
   constexpr int kParts = 32;
-  constexpr double kNoticed = 0.01;
+  constexpr double kOutside = 0.01;
   for (std::size_t i = 0; task.Wanted && i < kPictureEdges; ++i) {
     for (int part = 0; part <= kParts; ++part) {
       const PlanePoint at =
           task.Seen.FrameOf(kPictureLines[i].Point(static_cast<double>(part) / kParts));
       const Sides& wanted = *task.Wanted;
       if (std::min({at.X - wanted.Left, wanted.Right - at.X, at.Y - wanted.Top,
-                    wanted.Bottom - at.Y}) > kNoticed) {
+                    wanted.Bottom - at.Y}) > kOutside) {
         return true;
       }
     }

@@ -16,10 +16,10 @@ using Eigen::Vector2d;
 using Cell = std::array<int, 2>;
 
 constexpr std::size_t kMostSeeds = 300;
-constexpr double kAlike = 0.9;      // cosine of the angle between the light of neighbours
-constexpr double kCone = 0.85;      // cosine of the angle within which a first neighbour is sought
-constexpr double kFaintest = 0.15;  // of a neighbour's strength
-constexpr double kOff = 0.25;       // of a step, that a neighbour may lie aside
+constexpr double kAlikeLight = 0.9;  // cosine of the angle between the light of neighbours
+constexpr double kCone = 0.85;       // cosine of the angle within which a first neighbour is sought
+constexpr double kFaintest = 0.15;   // of a neighbour's strength
+constexpr double kOff = 0.25;        // of a step, that a neighbour may lie aside
 
 Vector2d Turned(const Vector2d& vector, double angle) {
   const double cosine = std::cos(angle);
@@ -28,7 +28,7 @@ Vector2d Turned(const Vector2d& vector, double angle) {
 }
 
 bool AreAlike(const SaddlePoint& a, const SaddlePoint& b) {
-  return std::abs(a.Light.dot(b.Light)) >= kAlike && b.Strength >= kFaintest * a.Strength &&
+  return std::abs(a.Light.dot(b.Light)) >= kAlikeLight && b.Strength >= kFaintest * a.Strength &&
          a.Strength >= kFaintest * b.Strength;
 }
 

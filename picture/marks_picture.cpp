@@ -6,9 +6,9 @@
 namespace warpline {
 namespace {
 
-constexpr double kGround = 48;
+constexpr double kDark = 48;
 constexpr double kBlack = 0;
-constexpr double kWhite = 255;
+constexpr double kLight = 255;
 constexpr double kLinesOfPanel = 384;  // that the line along the edge would fill the height with
 
 // Edges in pixels, anywhere on the panel.
@@ -43,8 +43,8 @@ void Fill(RgbImage& image, const Box& box, double level) {
 void DrawMark(RgbImage& image, double x, double y) {
   const double side = std::max(1.0, kMarkSquare * image.Height);
   Fill(image, {x - side, y - side, x + side, y + side}, kBlack);
-  Fill(image, {x - side, y - side, x, y}, kWhite);
-  Fill(image, {x, y, x + side, y + side}, kWhite);
+  Fill(image, {x - side, y - side, x, y}, kLight);
+  Fill(image, {x, y, x + side, y + side}, kLight);
 }
 
 // The dots of the cell whose upper left mark is that one.
@@ -56,7 +56,7 @@ void DrawDots(RgbImage& image, int column, int row, std::size_t count) {
     const double y = MarkV(row) * image.Height + kDotPlaces[i][1] * height;
     const double across = width * kDotSize / 2;
     const double down = height * kDotSize / 2;
-    Fill(image, {x - across, y - down, x + across, y + down}, kWhite);
+    Fill(image, {x - across, y - down, x + across, y + down}, kLight);
   }
 }
 
@@ -64,10 +64,10 @@ void DrawEdge(RgbImage& image) {
   const double width = image.Width;
   const double height = image.Height;
   const double line = std::max(1.0, std::round(height / kLinesOfPanel));
-  Fill(image, {0, 0, width, line}, kWhite);
-  Fill(image, {0, height - line, width, height}, kWhite);
-  Fill(image, {0, 0, line, height}, kWhite);
-  Fill(image, {width - line, 0, width, height}, kWhite);
+  Fill(image, {0, 0, width, line}, kLight);
+  Fill(image, {0, height - line, width, height}, kLight);
+  Fill(image, {0, 0, line, height}, kLight);
+  Fill(image, {width - line, 0, width, height}, kLight);
 }
 
 }  // namespace
@@ -76,7 +76,7 @@ RgbImage MarksPicture(PanelSize panel) {
   RgbImage image = BlackImage(panel);
   const double width = panel.Width;
   const double height = panel.Height;
-  Fill(image, {0, 0, width, height}, kGround);
+  Fill(image, {0, 0, width, height}, kDark);
   for (int row = 0; row < kMarkRows; ++row) {
     for (int column = 0; column < kMarkColumns; ++column) {
       DrawMark(image, MarkU(column) * width, MarkV(row) * height);

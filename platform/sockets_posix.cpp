@@ -19,7 +19,7 @@ int Descriptor(SocketHandle socket) {
   return static_cast<int>(socket);
 }
 
-bool WouldWait() {
+bool SocketWouldWait() {
   return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
 }
 
@@ -50,7 +50,7 @@ SocketHandle PreparedTcp(int descriptor) {
 
 std::ptrdiff_t Moved(ssize_t count) {
   if (count >= 0) return count;
-  return WouldWait() ? 0 : -1;
+  return SocketWouldWait() ? 0 : -1;
 }
 
 }  // namespace

@@ -14,8 +14,8 @@
 namespace warpline {
 namespace {
 
-constexpr int kLeastWidth = 320;  // DIP
-constexpr int kLeastHeight = 240;
+constexpr int kLeastCanvasWidth = 320;  // DIP
+constexpr int kLeastCanvasHeight = 240;
 constexpr double kReach = 12;  // DIP, to a handle
 constexpr int kShiftSteps = 10;
 constexpr int kControlSteps = 100;
@@ -47,7 +47,7 @@ PhotoCanvas::PhotoCanvas(wxWindow* parent, PhotoSession& session, const wxString
       handlers_(std::move(handlers)) {
   SetLabel(label);
   SetBackgroundStyle(wxBG_STYLE_PAINT);
-  SetMinSize(FromDIP(wxSize(kLeastWidth, kLeastHeight)));
+  SetMinSize(FromDIP(wxSize(kLeastCanvasWidth, kLeastCanvasHeight)));
   Bind(wxEVT_PAINT, &PhotoCanvas::OnPaint, this);
   Bind(wxEVT_LEFT_DOWN, &PhotoCanvas::OnPress, this);
   Bind(wxEVT_LEFT_DCLICK, &PhotoCanvas::OnPress, this);

@@ -14,17 +14,17 @@ namespace warpline {
 namespace {
 
 // The grid at its smallest, in DIP.
-constexpr int kLeastWidth = 600;
-constexpr int kLeastHeight = 150;
+constexpr int kLeastGraphWidth = 600;
+constexpr int kLeastGraphHeight = 150;
 constexpr int kShiftStep = 10;
 
-struct ArrowKey {
+struct PointKey {
   int key;
   int dx;  // graph units
   int dy;
 };
 
-constexpr std::array<ArrowKey, 8> kArrowKeys{{
+constexpr std::array<PointKey, 8> kPointKeys{{
     {WXK_LEFT, -1, 0},
     {WXK_RIGHT, 1, 0},
     {WXK_UP, 0, -1},
@@ -48,7 +48,7 @@ WaveGraph::WaveGraph(wxWindow* parent, CurveEditor& editor, WaveWords words, con
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   const GraphMargins margins = Look().margins;
   SetMinClientSize(
-      FromDIP(wxSize(kLeastWidth, kLeastHeight)) +
+      FromDIP(wxSize(kLeastGraphWidth, kLeastGraphHeight)) +
       wxSize(wxRound(margins.left + margins.right), wxRound(margins.top + margins.bottom)));
   Bind(wxEVT_PAINT, &WaveGraph::OnPaint, this);
   Bind(wxEVT_LEFT_DOWN, &WaveGraph::OnPress, this);
@@ -180,10 +180,10 @@ void WaveGraph::OnKey(wxKeyEvent& event) {
     ChooseByTab(!event.ShiftDown());
     return;
   }
-  const auto arrow = std::find_if(kArrowKeys.begin(), kArrowKeys.end(), [&](const ArrowKey& each) {
+  const auto arrow = std::find_if(kPointKeys.begin(), kPointKeys.end(), [&](const PointKey& each) {
     return each.key == event.GetKeyCode();
   });
-  if (arrow == kArrowKeys.end() || event.ControlDown() || event.AltDown()) {
+  if (arrow == kPointKeys.end() || event.ControlDown() || event.AltDown()) {
     event.Skip();
     return;
   }

@@ -13,7 +13,7 @@
 namespace warpline {
 namespace {
 
-constexpr int kTextWidth = 360;  // DIP
+constexpr int kAboutWidth = 360;  // DIP
 constexpr int kPictureSize = 64;
 
 class AboutBox : public wxDialog {
@@ -46,7 +46,7 @@ class AboutBox : public wxDialog {
   }
 
   wxStaticText* CreateText(const wxString& name, const wxString& text) {
-    return new wxStaticText(this, wxID_ANY, WrappedText(*this, text, FromDIP(kTextWidth)),
+    return new wxStaticText(this, wxID_ANY, WrappedText(*this, text, FromDIP(kAboutWidth)),
                             wxDefaultPosition, wxDefaultSize, 0, name);
   }
 };

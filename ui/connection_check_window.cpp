@@ -20,11 +20,11 @@ namespace warpline {
 namespace {
 
 // A column and its width in DIP while the check runs.
-struct Column {
+struct TableColumn {
   ToolText caption;
   int width;
 };
-constexpr std::array<Column, 7> kColumns{{
+constexpr std::array<TableColumn, 7> kTableColumns{{
     {ToolText::kCheckColumnGroup, 80},
     {ToolText::kCheckColumnStep, 210},
     {ToolText::kCheckColumnState, 60},
@@ -34,13 +34,14 @@ constexpr std::array<Column, 7> kColumns{{
     {ToolText::kCheckColumnAdvice, 380},
 }};
 
-constexpr int kWidth = 900;  // of the table, DIP
-constexpr int kHeight = 420;
+constexpr int kTableWidth = 900;  // of the table, DIP
+constexpr int kTableHeight = 420;
 
 // Of what has failed. It stands out on light and dark ground, and the row says it in words too.
 const wxColour kFailedColour(0xD0, 0x30, 0x30);
 
-std::array<std::string, kColumns.size()> CellsOf(const LSSglobal& global, const CheckRow& row) {
+std::array<std::string, kTableColumns.size()> CellsOf(const LSSglobal& global,
+                                                      const CheckRow& row) {
   return {row.group_name,
           row.name,
           StateName(global, row.state),
@@ -58,13 +59,14 @@ ConnectionCheckWindow::ConnectionCheckWindow(wxWindow* owner, const MainParts& p
                "connection_check"),
       parts_(parts),
       global_(parts.engine.global),
-      list_(new wxListCtrl(this, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kWidth, kHeight)),
+      list_(new wxListCtrl(this, wxID_ANY, wxDefaultPosition,
+                           FromDIP(wxSize(kTableWidth, kTableHeight)),
                            wxLC_REPORT | wxLC_SINGLE_SEL, wxDefaultValidator, "check_rows")),
       verdict_text_(new wxStaticText(this, wxID_ANY, CaptionOf(global_, ToolText::kCheckRuns),
                                      wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE,
                                      "check_verdict")) {
   SetAccessibleName(*list_, CaptionOf(global_, ToolText::kCheckTitle));
-  for (const Column& column : kColumns) {
+  for (const TableColumn& column : kTableColumns) {
     list_->AppendColumn(CaptionOf(global_, column.caption), wxLIST_FORMAT_LEFT,
                         FromDIP(column.width));
   }

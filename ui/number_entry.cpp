@@ -16,8 +16,8 @@ namespace warpline {
 namespace {
 
 constexpr int kLongestNumber = 12;
-constexpr int kWidth = 300;        // DIP
-constexpr int kBesideTitle = 120;  // DIP; the title's bold font and the frame's buttons
+constexpr int kBoxWidth = 300;   // DIP
+constexpr int kBesideBox = 120;  // DIP; the title's bold font and the frame's buttons
 
 class NumberEntry : public wxDialog {
  public:
@@ -33,8 +33,8 @@ class NumberEntry : public wxDialog {
         fault_(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, 0, "fault")) {
     const wxString bounds = Filled(ToolText::kNumberBounds, {});
     box_->SetMaxLength(kLongestNumber);
-    const int title_width = GetTextExtent(title).x + FromDIP(kBesideTitle);
-    box_->SetMinSize(wxSize(std::max(FromDIP(kWidth), title_width), -1));
+    const int title_width = GetTextExtent(title).x + FromDIP(kBesideBox);
+    box_->SetMinSize(wxSize(std::max(FromDIP(kBoxWidth), title_width), -1));
     SetAccessibleName(*box_, bounds);
     const DialogButtons buttons = CreateDialogButtons(ControlMaker(this, global), false);
     buttons.ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });

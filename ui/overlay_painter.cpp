@@ -17,9 +17,9 @@ namespace {
 // their font, are at least 29 mm high: 20 minutes of arc from 5 m. So are the heading's small
 // letters, about 0.5 of it.
 constexpr double kHeading = 1.0 / 17;
-constexpr double kLine = 1.0 / 11;
+constexpr double kOverlayLine = 1.0 / 11;
 constexpr double kNote = 1.0 / 24;
-constexpr double kEdge = 1.0 / 30;
+constexpr double kOverlayEdge = 1.0 / 30;
 
 constexpr double kWidest = 0.92;  // of the window's width
 constexpr double kGroundAlpha = 200;
@@ -66,7 +66,7 @@ class Stack {
 Stack StackOf(const wxWindow& window, const PictureOverlay& overlay, double unit, double room) {
   Stack stack(window, unit, room);
   stack.Add(overlay.heading, kHeading);
-  stack.Add(overlay.line, kLine);
+  stack.Add(overlay.line, kOverlayLine);
   for (const std::string& note : overlay.notes) stack.Add(note, kNote);
   return stack;
 }
@@ -96,7 +96,7 @@ void DrawLine(wxGraphicsContext& context, const OverlayLayout::Line& line) {
 
 OverlayLayout LayOverlay(const wxWindow& window, const PictureOverlay& overlay, OverlayPlace place,
                          const wxSize& size) {
-  const int edge = wxRound(kEdge * size.y);
+  const int edge = wxRound(kOverlayEdge * size.y);
   Stack stack = StackOf(window, overlay, size.y, kWidest * size.x - 2 * edge);
   const wxSize own = stack.Size() + wxSize(2 * edge, 2 * edge);
   OverlayLayout layout{wxRect(CornerOf(place, own, size, edge), own), std::move(stack).Lines()};

@@ -9,8 +9,6 @@
 namespace warpline::sim {
 namespace {
 
-using Json = nlohmann::json;
-
 // What is wrong with a profile.
 struct ProfileError {
   NamedText reason;
@@ -19,7 +17,7 @@ struct ProfileError {
 constexpr std::array<std::string_view, 6> kKeys{"name",   "panel",         "class",
                                                 "reply5", "reports_panel", "takes_commands"};
 
-void CheckKeys(const Json& json) {
+void CheckKeys(const nlohmann::json& json) {
   if (!json.is_object()) throw ProfileError{{"NotAnObject"}};
   for (const auto& [key, value] : json.items()) {
     if (std::ranges::find(kKeys, key) == kKeys.end()) {
@@ -28,16 +26,16 @@ void CheckKeys(const Json& json) {
   }
 }
 
-int ByteOf(const Json& json, const char* key, int missing) {
+int ByteOf(const nlohmann::json& json, const char* key, int missing) {
   if (!json.contains(key)) return missing;
-  const Json& value = json.at(key);
+  const nlohmann::json& value = json.at(key);
   if (!value.is_number_integer() || value < 0 || value > 255) {
     throw ProfileError{{"KeyNeedsByte", {key}}};
   }
   return value.get<int>();
 }
 
-Profile ProfileOf(const Json& json) {
+Profile ProfileOf(const nlohmann::json& json) {
   CheckKeys(json);
   Profile profile;
   ProjectorSetup& projector = profile.Projector;
@@ -66,10 +64,10 @@ std::optional<PanelSize> PanelSizeOf(std::string_view text) {
 
 std::optional<Profile> ParseProfile(std::string_view text, NamedText& reason) {
   try {
-    return ProfileOf(Json::parse(text));
+    return ProfileOf(nlohmann::json::parse(text));
   } catch (const ProfileError& error) {
     reason = error.reason;
-  } catch (const Json::exception& error) {
+  } catch (const nlohmann::json::exception& error) {
     reason = {"BadJson", {error.what()}};
   }
   return std::nullopt;

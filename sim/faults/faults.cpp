@@ -9,7 +9,6 @@
 namespace warpline::sim {
 namespace {
 
-constexpr int kAnyByte = -1;
 constexpr std::uint64_t kMaxNth = 1'000'000'000;
 constexpr std::uint64_t kMaxDelayMs = 600'000;
 

@@ -30,8 +30,6 @@ constexpr std::size_t kNameAt = 15;
 // One byte more than any datagram of ours, so that a longer one shows.
 using DatagramBuffer = std::array<std::uint8_t, kNameAt + kLongestDiscoveryName + 1>;
 
-constexpr milliseconds kStopLookMs{20};  // how long a stop may go unnoticed
-
 // A socket that is closed with its owner.
 class DatagramSocket {
  public:

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <thread>
 
+#include "sim/line/socket.h"
+
 namespace warpline::sim {
 namespace {
 
 constexpr std::size_t kBytesAtOnce = 16;  // so that no call sleeps for long
-
-// How long a stop may go unnoticed by one who writes.
-constexpr milliseconds kStopLookMs{20};
 
 }  // namespace
 

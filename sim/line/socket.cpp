@@ -24,9 +24,6 @@ namespace {
 
 constexpr std::uint8_t kLoopbackNetwork = 127;
 
-// How long a stop may go unnoticed by one who writes.
-constexpr milliseconds kStopLookMs{20};
-
 class TcpChannel : public Channel {
  public:
   explicit TcpChannel(SocketHandle socket, const std::atomic<bool>* stopping = nullptr)

@@ -28,6 +28,9 @@ inline constexpr std::uint16_t kDefaultLanPort = 7142;
 inline constexpr std::uint16_t kUsbPortBase = 7200;
 inline constexpr int kHighestPortNumber = 8;  // of COMn and USBn
 
+// How long one who waits for the other side may leave a stop unnoticed.
+inline constexpr milliseconds kStopLookMs{20};
+
 // "localhost" or a dotted address that begins with 127; nothing for every other text.
 std::optional<std::uint32_t> LoopbackAddress(std::string_view text);
 

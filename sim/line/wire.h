@@ -21,6 +21,7 @@ using FrameHeader = std::array<std::uint8_t, 3>;
 inline constexpr std::size_t kPayloadStart = 5;
 inline constexpr std::size_t kMaxPayload = 4096;  // a longer count is nonsense
 inline constexpr std::uint8_t kReplyBit = 0x20;
+inline constexpr int kAnyByte = -1;  // in tables of frames: whatever byte 5 is
 
 inline constexpr FrameHeader kDataHeader{0x01, 0xDF, 0x00};
 inline constexpr FrameHeader kModeHeader{0x01, 0xDE, 0x00};

@@ -9,8 +9,6 @@
 namespace warpline::sim {
 namespace {
 
-constexpr int kAnyByte = -1;
-
 struct NameRow {
   FrameHeader header;
   int byte5;

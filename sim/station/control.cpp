@@ -92,28 +92,28 @@ std::string Restart(Station& station, std::string_view) {
   return Done();
 }
 
-struct CommandRow {
+struct ControlRow {
   std::string_view name;
   std::string_view argument;
   std::string (*run)(Station&, std::string_view);
 };
 
 constexpr std::array kCommands{
-    CommandRow{"status", "", &Status},
-    CommandRow{"faults", "", &Faults},
-    CommandRow{"strikes", "", &Strikes},
-    CommandRow{"fault", " RULE", &AddFault},
-    CommandRow{"clear", " [RULE]", &Clear},
-    CommandRow{"seed", " N", &Seed},
-    CommandRow{"power", " on|standby", &TurnPower},
-    CommandRow{"speedup", " N", &SpeedUp},
-    CommandRow{"restart", "", &Restart},
+    ControlRow{"status", "", &Status},
+    ControlRow{"faults", "", &Faults},
+    ControlRow{"strikes", "", &Strikes},
+    ControlRow{"fault", " RULE", &AddFault},
+    ControlRow{"clear", " [RULE]", &Clear},
+    ControlRow{"seed", " N", &Seed},
+    ControlRow{"power", " on|standby", &TurnPower},
+    ControlRow{"speedup", " N", &SpeedUp},
+    ControlRow{"restart", "", &Restart},
 };
 
 std::string Help() {
   std::vector<std::string> lines;
   lines.reserve(kCommands.size());
-  for (const CommandRow& row : kCommands)
+  for (const ControlRow& row : kCommands)
     lines.push_back(std::string(row.name) + std::string(row.argument));
   return Done(lines);
 }
@@ -127,7 +127,7 @@ std::string ControlAnswer(Station& station, std::string_view line) {
   const std::string_view rest =
       blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
   if (name == "help") return Help();
-  const auto* row = std::ranges::find(kCommands, name, &CommandRow::name);
+  const auto* row = std::ranges::find(kCommands, name, &ControlRow::name);
   if (row == kCommands.end()) return Failed("no such command; help lists them");
   if (row->argument.empty() && !rest.empty()) {
     return Failed(std::string(name) + " takes nothing behind it");

@@ -8,7 +8,7 @@
 namespace warpline {
 namespace {
 
-struct Rig : EngineRig {
+struct StepsRig : EngineRig {
   void Drag(int slider, int value) {
     controller.MoveSlider(slider, value - 1);
     controller.MoveSlider(slider, value);
@@ -42,7 +42,7 @@ struct Rig : EngineRig {
 };
 
 TEST(CorrectionSteps, OneGestureIsOneStepThatIsNamed) {
-  Rig rig;
+  StepsRig rig;
   rig.global.Settings.AutoApply = 0;
   const auto name_after = [&](auto act) {
     act();
@@ -81,7 +81,7 @@ TEST(CorrectionSteps, OneGestureIsOneStepThatIsNamed) {
 }
 
 TEST(CorrectionSteps, UndoShowsItsGroupSendsAndAsksForNothingThatIsSaved) {
-  Rig rig;
+  StepsRig rig;
   rig.DragAndSave();
   rig.controller.SelectGroup(3);
   rig.Drag(0, 9);
@@ -94,7 +94,7 @@ TEST(CorrectionSteps, UndoShowsItsGroupSendsAndAsksForNothingThatIsSaved) {
 }
 
 TEST(CorrectionSteps, AScreenTypeGivesItsFileBack) {
-  Rig rig;
+  StepsRig rig;
   rig.DragAndSave();
   rig.controller.SelectScreenType(4);
   EXPECT_TRUE(rig.global.CurrentFile.empty());
@@ -118,7 +118,7 @@ TEST(CorrectionSteps, AScreenTypeGivesItsFileBack) {
 }
 
 TEST(CorrectionSteps, ARandomWalkLeadsBackAndForth) {
-  Rig rig;
+  StepsRig rig;
   rig.global.Settings.AutoApply = 0;
   rig.global.Settings.DemoMode = 1;
   std::mt19937 random(20'261'121);

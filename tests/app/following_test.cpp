@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kSendAgainPressed = 0;
 
-struct Rig : ControllerRig {
+struct FollowingRig : ControllerRig {
   void Press() {
     controller.MoveSlider(1, V().Distortion + 1);
     controller.ReleaseKey(kKeyRight, false);
@@ -20,7 +20,7 @@ struct Rig : ControllerRig {
   }
   // What Apply sends for the model as it stands.
   Texts WhatApplySends() const {
-    Rig other;
+    FollowingRig other;
     other.global.Correction = global.Correction;
     other.controller.Apply();
     return other.Frames();
@@ -30,7 +30,7 @@ struct Rig : ControllerRig {
 TEST(Following, TwentyPressesWhileTheProjectorTakesItsTime) {
   for (const int rounds : {1, 2, 7, 30, 90, 10000}) {  // between two presses
     SCOPED_TRACE(rounds);
-    Rig rig;
+    FollowingRig rig;
     int presses = 1;
     rig.busy.on_events = [&] {
       if (rig.busy.event_rounds % rounds != 0 || presses >= 20) return;
@@ -56,7 +56,7 @@ TEST(Following, TwentyPressesWhileTheProjectorTakesItsTime) {
 }
 
 TEST(Following, AMoveThatIsNotReleasedWaits) {
-  Rig rig;
+  FollowingRig rig;
   rig.busy.on_step = [&](int step) {
     if (step == 3) rig.controller.MoveSlider(1, 77);
   };
@@ -68,7 +68,7 @@ TEST(Following, AMoveThatIsNotReleasedWaits) {
 }
 
 TEST(Following, AFailureIsToldOnceUntilSomethingElseHappens) {
-  Rig rig;
+  FollowingRig rig;
   const std::string no_connection = rig.ErrorText(kMsgConnectionFailed, kOpenConnect);
   const auto fail = [&](bool fails, const auto& act) {
     rig.library.calls.clear();
@@ -98,7 +98,7 @@ std::size_t CallOf(int command) {
 TEST(Following, AClearedProjectorIsOfferedTheCorrectionAgain) {
   for (const int command : {1, 2, 3, 7}) {
     SCOPED_TRACE(command);
-    Rig rig;
+    FollowingRig rig;
     rig.library.results[CallOf(command)] = kBeamlinkNoResponse;
     rig.display.answers = {static_cast<MessageAnswer>(kSendAgainPressed)};
     rig.V().Distortion = 9;
@@ -115,7 +115,7 @@ TEST(Following, AClearedProjectorIsOfferedTheCorrectionAgain) {
 TEST(Following, CancelEndsBeforeTheNextStepAndWithoutABox) {
   for (const int step : {0, 1, 2, 5, 7}) {
     SCOPED_TRACE(step);
-    Rig rig;
+    FollowingRig rig;
     rig.controller.Apply();
     rig.library.calls.clear();
     rig.busy.shown_steps.clear();
@@ -149,7 +149,7 @@ TEST(Following, StoreAsksWhatToKeepWhereTheProjectorKeepsWhatItShows) {
   };
   for (const auto& [name, model_class, shown, answer, commands, status] : rows) {
     SCOPED_TRACE(name);
-    Rig rig;
+    FollowingRig rig;
     rig.library.model_class = model_class;
     rig.V().Distortion = 30;
     if (shown) rig.controller.Apply();
@@ -163,7 +163,7 @@ TEST(Following, StoreAsksWhatToKeepWhereTheProjectorKeepsWhatItShows) {
 }
 
 TEST(Following, StatusSaysWhatIsKnown) {
-  Rig rig;
+  FollowingRig rig;
   Settings& settings = rig.global.Settings;
   rig.V().Distortion = 30;
   EXPECT_EQ(rig.Status()[0], "not known");

@@ -13,8 +13,8 @@
 namespace warpline {
 namespace {
 
-struct Rig : ControllerRig {
-  Rig() { global.Panel = scene.Panel; }
+struct PhotoRig : ControllerRig {
+  PhotoRig() { global.Panel = scene.Panel; }
 
   RgbImage Photograph(const RgbImage& picture) const {
     return PhotographOf(picture, scene.Wall, scene.Seen);
@@ -45,7 +45,7 @@ struct Rig : ControllerRig {
 };
 
 TEST(PhotoSession, MakesOneStepOfAPhotograph) {
-  Rig rig;
+  PhotoRig rig;
   rig.global.Settings.AutoApply = 1;
   const CorrectionData before = rig.global.Correction;
   EXPECT_FALSE(rig.session.TakeOver());
@@ -70,12 +70,12 @@ TEST(PhotoSession, MakesOneStepOfAPhotograph) {
 }
 
 TEST(PhotoSession, ClearsTheProjectorAlone) {
-  Rig rig;
+  PhotoRig rig;
   rig.H().Distortion = 7;
   EXPECT_TRUE(rig.session.Clear());
   EXPECT_EQ(rig.Frames(), kInitializeFrames);
   EXPECT_EQ(rig.H().Distortion, 7);
-  Rig without;
+  PhotoRig without;
   without.library_there = false;
   EXPECT_FALSE(without.session.Clear());
   without.global.Settings.DemoMode = 1;
@@ -83,7 +83,7 @@ TEST(PhotoSession, ClearsTheProjectorAlone) {
 }
 
 TEST(PhotoSession, TellsWhatIsWrongAndKeepsWhatThereIs) {
-  Rig rig;
+  PhotoRig rig;
   EXPECT_FALSE(rig.session.Open("no picture"));
   EXPECT_TRUE(rig.Says("no photograph that can be read"));
   ASSERT_TRUE(rig.session.Take(rig.Photograph()));
@@ -102,7 +102,7 @@ TEST(PhotoSession, TellsWhatIsWrongAndKeepsWhatThereIs) {
 
 // Without their dots nobody knows which corner is which.
 TEST(PhotoSession, FindsMarksByTheFourAtTheCorners) {
-  Rig rig;
+  PhotoRig rig;
   RgbImage picture = MarksPicture(rig.scene.Panel);
   const std::uint8_t ground = *picture.At(320, 35);
   for (std::uint8_t& light : picture.Pixels) {
@@ -128,7 +128,7 @@ TEST(PhotoSession, FindsMarksByTheFourAtTheCorners) {
 }
 
 TEST(PhotoSession, HandlesMoveAndComeBack) {
-  Rig rig;
+  PhotoRig rig;
   ASSERT_TRUE(rig.session.Take(rig.Photograph()));
   rig.session.Fit();
   const double after = rig.session.Chosen()->After.Edges;
@@ -165,7 +165,7 @@ TEST(PhotoSession, HandlesMoveAndComeBack) {
 }
 
 TEST(PhotoSession, LinesTellTheLens) {
-  Rig rig;
+  PhotoRig rig;
   rig.scene.Seen.K1 = 0.02;
   ASSERT_TRUE(rig.session.Take(rig.Photograph()));
   rig.session.Fit();

@@ -11,7 +11,7 @@
 namespace warpline {
 namespace {
 
-struct Rig : ControllerRig {
+struct PictureRig : ControllerRig {
   // What the overlay says, in one line.
   std::string Says() const {
     const PictureOverlay overlay = control.Overlay();
@@ -34,7 +34,7 @@ struct Rig : ControllerRig {
 };
 
 TEST(PictureControl, ItsKeysMoveAndSendAsTheSlidersDo) {
-  Rig rig;
+  PictureRig rig;
   rig.control.Begin({{1024, 768}, 100});
   rig.control.Step(1, 0);
   EXPECT_TRUE(rig.SaysFirst("Correct Vertical Distortion|Bottom  1%|")) << "Top cannot be moved";
@@ -62,7 +62,7 @@ TEST(PictureControl, ItsKeysMoveAndSendAsTheSlidersDo) {
 }
 
 TEST(PictureControl, StoresWhenItWasConfirmed) {
-  Rig rig;
+  PictureRig rig;
   rig.control.Begin({{1024, 768}, 100});
   rig.control.Confirm();
   EXPECT_FALSE(rig.control.Escape()) << "there was no question";
@@ -83,7 +83,7 @@ TEST(PictureControl, StoresWhenItWasConfirmed) {
 }
 
 TEST(PictureControl, ShowsThePictureOfAFile) {
-  Rig rig;
+  PictureRig rig;
   rig.control.Begin({{320, 640}, 100});
   const auto file = rig.temp.Write("own.png", *PngOf(NamedPictures()[4].draw({640, 320})));
   EXPECT_EQ(rig.control.ChoosePicture(7), PictureControl::Choice::kFileWanted);
@@ -100,7 +100,7 @@ TEST(PictureControl, ShowsThePictureOfAFile) {
 }
 
 TEST(PictureControl, TheOverlaySaysWhatIsOffAndFades) {
-  Rig rig;
+  PictureRig rig;
   rig.control.Begin({{1024, 768}, 150});
   EXPECT_EQ(rig.Says(),
             "1|Test card|not pixel for pixel: display scaled 150 %|"

@@ -12,8 +12,8 @@ namespace {
 
 using Calls = Texts;
 
-struct Rig : EngineRig {
-  Rig() {
+struct CommandsRig : EngineRig {
+  CommandsRig() {
     global.Correction.Axes[kHorizontal].Distortion = 20;
     global.Correction.Axes[kVertical].Stadium = 1;
     global.Registers = BuildRegisters(global.Correction, {16, 12});
@@ -64,7 +64,7 @@ Calls ExpectedCalls(const Sequence& sequence) {
 }
 
 Calls GoodCalls(const Sequence& sequence) {
-  Rig rig;
+  CommandsRig rig;
   rig.library.model_class = sequence.model_class;
   EXPECT_TRUE(sequence.run(rig.commands)) << sequence.name;
   EXPECT_TRUE(rig.display.messages.empty()) << sequence.name;
@@ -104,7 +104,7 @@ const Failures& FailuresOf(const std::string& call) {
 void ExpectStopped(const Sequence& sequence, const Calls& good, std::size_t failing,
                    const std::function<void(FakeBeamlink&)>& spoil, int number, int code) {
   SCOPED_TRACE(std::string(sequence.name) + ", " + good[failing] + ", " + std::to_string(code));
-  Rig rig;
+  CommandsRig rig;
   rig.library.model_class = sequence.model_class;
   spoil(rig.library);
   EXPECT_FALSE(sequence.run(rig.commands));
@@ -167,7 +167,7 @@ TEST(ProjectorCommands, EachBadReplyStopsWithItsMessage) {
 TEST(ProjectorCommands, ReportIsAskedAndChangesNothing) {
   const Sequence report{"AskReport", 4, {}, {"00850000010086", "01DE0000020100"}, {}};
   for (const int result : {0, -3}) {  // one that does not know the question keeps silent
-    Rig rig;
+    CommandsRig rig;
     rig.library.model_class = 4;
     rig.library.results[7] = result;
     const auto told = rig.commands.AskReport();
@@ -180,7 +180,7 @@ TEST(ProjectorCommands, ReportIsAskedAndChangesNothing) {
     }
     EXPECT_EQ(calls, ExpectedCalls(report));
   }
-  Rig rig;
+  CommandsRig rig;
   rig.global.Settings.DemoMode = 1;
   EXPECT_FALSE(rig.commands.AskReport());
   EXPECT_TRUE(rig.library.calls.empty());
@@ -189,7 +189,7 @@ TEST(ProjectorCommands, ReportIsAskedAndChangesNothing) {
 TEST(ProjectorCommands, MissingLibraryIsSaidOnceAndNotMissedInDemoMode) {
   for (const Sequence& sequence : Sequences()) {
     for (const std::int16_t demo : {std::int16_t{0}, std::int16_t{1}}) {
-      Rig rig;
+      CommandsRig rig;
       rig.global.Settings.DemoMode = demo;
       rig.library_there = false;
       EXPECT_EQ(sequence.run(rig.commands), demo == 1) << sequence.name;
@@ -203,7 +203,7 @@ TEST(ProjectorCommands, MissingLibraryIsSaidOnceAndNotMissedInDemoMode) {
 
 TEST(ProjectorCommands, ParametersFollowWhateverTheProjectorSays) {
   for (const int failing : {-1, 0, 4}) {  // none, opening, the probe
-    Rig rig;
+    CommandsRig rig;
     if (failing >= 0) rig.library.results[static_cast<std::size_t>(failing)] = -5;
     const CorrectionData before = rig.global.Correction;
     EXPECT_EQ(rig.commands.Apply(), failing < 0);
@@ -221,7 +221,7 @@ TEST(ProjectorCommands, ParametersFollowWhateverTheProjectorSays) {
 
 TEST(ProjectorCommands, ModeIsRecordedWhenTheProjectorTookIt) {
   const auto mode_after = [](const Sequence& sequence, const char* failing_call) {
-    Rig rig;
+    CommandsRig rig;
     rig.global.ProjectorMode = 7;
     const Calls good = GoodCalls(sequence);
     for (std::size_t i = 0; i < good.size(); ++i) {
@@ -239,7 +239,7 @@ TEST(ProjectorCommands, ModeIsRecordedWhenTheProjectorTookIt) {
   EXPECT_EQ(mode_after(set_mode, "send 01DE0000020200E3"), 7);
   EXPECT_EQ(mode_after(set_mode, "status"), 2);
 
-  Rig rig;
+  CommandsRig rig;
   for (const auto told : {std::uint8_t{2}, std::uint8_t{255}}) {
     rig.library.mode = told;
     EXPECT_EQ(rig.commands.ReadMode(), 0);
@@ -263,7 +263,7 @@ TEST(ProjectorCommands, FaultsCloseTheLinkAndAreReported) {
   for (const auto& [panel, code] : kCases) {
     SCOPED_TRACE(panel.PanelHeight);
     for (const auto run : {&ProjectorCommands::Apply, &ProjectorCommands::Store}) {
-      Rig rig;
+      CommandsRig rig;
       rig.library.panel = panel;
       EXPECT_FALSE((rig.commands.*run)());
       EXPECT_EQ(rig.display.Texts(), Calls{code + TextOf(rig.global, 80)});
@@ -283,7 +283,7 @@ TEST(ProjectorCommands, IncompleteRegisterTextsAreNotSent) {
       {"00G0", {16, 12}, 15, "[3] Wrong value."},
   };
   for (const auto& [scroll, panel, calls, message] : rows) {
-    Rig rig;
+    CommandsRig rig;
     rig.global.Registers[kVertical][kScroll] = scroll;
     rig.library.panel = panel;
     EXPECT_FALSE(rig.commands.SendRegisters()) << scroll;

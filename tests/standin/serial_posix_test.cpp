@@ -83,7 +83,7 @@ TEST(Serial, EndsTheLinkWhenThePortIsClosed) {
 
 // Who writes to a reader that never reads would wait for ten minutes.
 TEST(Serial, StopsWritingToOneWhoDoesNotRead) {
-  constexpr milliseconds kEndless{600'000};
+  constexpr milliseconds kForever{600'000};
   const TempFolder folder;
   const EnvironmentValue port("WARPLINE_COM5", folder / "projector");
   NamedText reason;
@@ -95,17 +95,17 @@ TEST(Serial, StopsWritingToOneWhoDoesNotRead) {
   SerialStatus serial{};
   ConnectStatus tcp{};
   const auto silent_port = OpenSerialPort(5, 38400, serial);
-  const auto silent_caller = ConnectTcp(listener->Where(), kEndless, tcp);
+  const auto silent_caller = ConnectTcp(listener->Where(), kForever, tcp);
   std::atomic<bool> stopping{false};
   const std::unique_ptr<Channel> lines[] = {std::make_unique<SerialLine>(*terminal, true, stopping),
-                                            listener->Accept(kEndless, stopping)};
+                                            listener->Accept(kForever, stopping)};
   std::atomic<int> ended{0};
   std::list<std::jthread> writers;
   for (const auto& line : lines) {
     while (line->Write(Bytes(10'000), milliseconds(1)) == ChannelStatus::kOk) {
     }
     writers.emplace_back(
-        [&] { ended += line->Write(Bytes(1), kEndless) == ChannelStatus::kClosed; });
+        [&] { ended += line->Write(Bytes(1), kForever) == ChannelStatus::kClosed; });
   }
   stopping = true;
   EXPECT_TRUE(ComesTrue([&] { return ended == 2; })) << ended;

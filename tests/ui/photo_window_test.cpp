@@ -11,8 +11,8 @@
 namespace warpline {
 namespace {
 
-struct Rig : WindowRig {
-  Rig() {
+struct PhotoRig : WindowRig {
+  PhotoRig() {
     global.Settings.AutoApply = 1;
     displays = {{0, "one", {0, 0, 640, 480}, {640, 480}}};
     Open();
@@ -40,7 +40,7 @@ struct Rig : WindowRig {
 };
 
 TEST(PhotoWindow, TakesTheCorrectionOfAPhotographOver) {
-  Rig rig;
+  PhotoRig rig;
   EXPECT_FALSE(rig.Enabled("OKButton"));
   EXPECT_EQ(rig.SentBy([&] { PressIn(rig.Photo(), "photo_clear"); }), kInitializeWords);
   EXPECT_TRUE(rig.Shown("picture_window"));
@@ -67,7 +67,7 @@ TEST(PhotoWindow, TakesTheCorrectionOfAPhotographOver) {
 }
 
 TEST(PhotoWindow, KeysMoveWhatLiesOverThePhotograph) {
-  Rig rig;
+  PhotoRig rig;
   rig.OpenPhoto(rig.GoodPhoto());
   rig.Key(WXK_TAB);
   EXPECT_EQ(rig.Says("photo_handle").substr(0, 31), "Mark in column 1, row 1, found:");

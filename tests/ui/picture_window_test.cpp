@@ -10,8 +10,8 @@ namespace warpline {
 namespace {
 
 // Two displays side by side on the one that the tests have.
-struct Rig : WindowRig {
-  Rig() {
+struct PictureRig : WindowRig {
+  PictureRig() {
     global.Settings.AutoApply = 1;
     displays = {{0, "left", {0, 0, 640, 480}, {640, 480}},
                 {0, "right & wide", {640, 0, 800, 600}, {800, 600}}};
@@ -36,7 +36,7 @@ struct Rig : WindowRig {
 };
 
 TEST(PictureWindow, ItsKeysAdjustSendAndStore) {
-  Rig rig;
+  PictureRig rig;
   rig.Put(1);
   EXPECT_EQ(rig.Key(WXK_UP), kApplyWords);
   EXPECT_EQ(rig.Key(WXK_PAGEDOWN), kApplyWords);
@@ -64,7 +64,7 @@ TEST(PictureWindow, ItsKeysAdjustSendAndStore) {
 }
 
 TEST(PictureWindow, FollowsTheDisplaysThatComeAndGo) {
-  Rig rig;
+  PictureRig rig;
   rig.Item("menu_opt_picture_off").Check(false);  // as choosing it does
   rig.Pick("menu_opt_picture_off");
   EXPECT_TRUE(rig.Item("menu_opt_picture_off").IsChecked());
@@ -89,7 +89,7 @@ TEST(PictureWindow, FollowsTheDisplaysThatComeAndGo) {
 
 // A letter of 29 mm on a picture 1 m high is one of 20 minutes of arc from 5 m.
 TEST(PictureWindow, TheOverlayIsReadAcrossARoomWhateverIsNoted) {
-  Rig rig;
+  PictureRig rig;
   for (const Language language : {Language::kEnglish, Language::kJapanese}) {
     ApplyLanguage(rig.global, language);
     for (const wxSize size : {wxSize(1024, 768), wxSize(1280, 800), wxSize(1920, 1200)}) {

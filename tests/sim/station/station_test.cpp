@@ -18,7 +18,7 @@ using nlohmann::json;
 constexpr const char* kWriteRows = "01DF000009040005000081051F20B7";
 
 // A station with a small panel whose files lie in a folder, and what it said.
-struct World {
+struct StationWorld {
   StationSetup Setup(const std::vector<std::string>& faults = {}) {
     return {.Projector = {.Panel = {8, 6}},
             .Faults = FaultRules(faults),
@@ -33,7 +33,7 @@ struct World {
 };
 
 TEST(Station, ShowsItsStateAfterEachExchange) {
-  World world;
+  StationWorld world;
   LinkedStation at(world.Setup({"kind=probe:late=5"}));
   for (const char* frame : {kRunning, kWriteScroll, kMode1, "01DF0000020100E4"}) at.Send(frame);
   json state = world.State();
@@ -58,7 +58,7 @@ TEST(Station, ShowsItsStateAfterEachExchange) {
 }
 
 TEST(Station, IsPhotographedAfterEachChange) {
-  World world;
+  StationWorld world;
   StationSetup setup = world.Setup();
   setup.Projector.Panel = {64, 64};
   setup.Wall = Wall{};
@@ -78,7 +78,7 @@ TEST(Station, IsPhotographedAfterEachChange) {
 }
 
 TEST(Station, RebuildsTheLineScalesAndDrawsThemBeforeItAnswers) {
-  World world;
+  StationWorld world;
   LinkedStation at(world.Setup());
   const auto picture = [&] { return TempFolder::Read(world.folder / "picture.png"); };
   const std::string flat = picture();
@@ -99,7 +99,7 @@ TEST(Station, RebuildsTheLineScalesAndDrawsThemBeforeItAnswers) {
 }
 
 TEST(Station, KeepsTheStoredSetOverARestart) {
-  World world;
+  StationWorld world;
   {
     LinkedStation at(world.Setup());
     for (const char* frame : {kWriteScroll, kShow, kStore, kClear, kShow}) at.Send(frame);
@@ -113,7 +113,7 @@ TEST(Station, KeepsTheStoredSetOverARestart) {
 
 TEST(Station, SetsAStateFileAsideThatItCannotUse) {
   const auto written = [](PanelSize panel) {
-    World world;
+    StationWorld world;
     StationSetup setup = world.Setup();
     setup.Projector.Panel = panel;
     const Station station(setup);
@@ -129,7 +129,7 @@ TEST(Station, SetsAStateFileAsideThatItCannotUse) {
         std::string(R"({"panel":{"width":8,"height":6},"stored":{"h_panel_ext":7}})"),
         of_another_panel, short_register}) {
     SCOPED_TRACE(text);
-    World world;
+    StationWorld world;
     world.folder.Write("state.json", text);
     const Station station(world.Setup());
     ASSERT_EQ(world.log.size(), 1u);
@@ -140,7 +140,7 @@ TEST(Station, SetsAStateFileAsideThatItCannotUse) {
 }
 
 TEST(Station, SaysWhichFileItCannotWrite) {
-  World world;
+  StationWorld world;
   StationSetup setup = world.Setup();
   setup.State = world.folder / "nowhere/state.json";
   LinkedStation at(setup);
