@@ -25,7 +25,7 @@ std::string SaidBy(Words words, const char* language, int expected_code) {
   return out.str() + err.str();
 }
 
-Words Camera(Words words) {
+Words Aimed(Words words) {
   words.insert(words.begin(), {"--wall", "flat:4:0:middle", "--photo", "p.png"});
   return words;
 }
@@ -48,13 +48,13 @@ TEST(ProjectorOptions, RefuseWrongUsage) {
       {{"--wall", "sphere:4:1m:top"}, "--wall needs", "--wall には"},
       {{"--wall", "sphere:4:0:left"}, "--wall needs", "--wall には"},
       {{"--photo", "p.png"}, "--photo needs --camera", "--photo には --camera も"},
-      {Camera({"--camera", "0,0,4"}), "--camera needs X,Y,Z", "--camera には"},  // in the wall
-      {Camera({"--camera", "0,0"}), "--camera needs X,Y,Z", "--camera には"},
-      {Camera({"--camera", "0,0,-4m"}), "--camera needs X,Y,Z", "--camera には"},
-      {Camera({"--camera", "0,0,-4", "--room", "11"}), "--room needs a number from 0 to 10",
+      {Aimed({"--camera", "0,0,4"}), "--camera needs X,Y,Z", "--camera には"},  // in the wall
+      {Aimed({"--camera", "0,0"}), "--camera needs X,Y,Z", "--camera には"},
+      {Aimed({"--camera", "0,0,-4m"}), "--camera needs X,Y,Z", "--camera には"},
+      {Aimed({"--camera", "0,0,-4", "--room", "11"}), "--room needs a number from 0 to 10",
        "--room には 0～10"},
-      {Camera({"--camera", "0,0,-4", "--camera-k1", "-.3"}), "from -0.14 to 0.2", "-0.14～0.2"},
-      {Camera({"--camera", "0,0,-4", "--photo-size", "319x320"}), "320 to 10000", "320～10000"},
+      {Aimed({"--camera", "0,0,-4", "--camera-k1", "-.3"}), "from -0.14 to 0.2", "-0.14～0.2"},
+      {Aimed({"--camera", "0,0,-4", "--photo-size", "319x320"}), "320 to 10000", "320～10000"},
       {{"--source", profile("card.png", "GIF89a")}, "it is no PNG picture", "PNG 画像では"},
       {{"--listen", "0.0.0.0:7142"}, "loopback", "ループバック"},
       {{"--listen", "127.0.0.1"}, "port", "ポート"},
@@ -143,8 +143,8 @@ TEST(ProjectorOptions, DescribeTheCamera) {
   std::ostringstream out;
   int exit_code = -1;
   const auto options =
-      ParseProjectorOptions(Camera({"--camera", "1,-0.5,-3", "--room", "0.5", "--camera-roll", "-5",
-                                    "--camera-k1", ".02", "--photo-size", "640x480"}),
+      ParseProjectorOptions(Aimed({"--camera", "1,-0.5,-3", "--room", "0.5", "--camera-roll", "-5",
+                                   "--camera-k1", ".02", "--photo-size", "640x480"}),
                             out, out, exit_code);
   ASSERT_TRUE(options) << out.str();
   EXPECT_EQ(options->Station.Photo, "p.png");
