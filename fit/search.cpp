@@ -246,14 +246,13 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
   candidate.Height = around.Height();
   const double area = around.Area() / task.Largest.Area();
   candidate.Area = area;
-  const Straightness& off = candidate.Off;
-  candidate.Score = (task.Wanted ? off.Place : off.Edges) + kGridShare * off.Grid +
-                    kOutside * 100 * std::max(0.0, outside - kUnnoticed / task.Panel.Width);
-  if (!task.Wanted) {
-    candidate.Score += kSizeShare * (1 - area) + 100 * std::max(0.0, kLeastArea - area);
-  }
+  candidate.Unfit = kOutside * 100 * std::max(0.0, outside - kUnnoticed / task.Panel.Width);
+  if (!task.Wanted) candidate.Unfit += 100 * std::max(0.0, kLeastArea - area);
   // Where a line of the picture lands may run away; its place, then, is nowhere or no number.
-  if (!(area < kMostArea)) candidate.Score = std::numeric_limits<double>::infinity();
+  if (!(area < kMostArea)) candidate.Unfit = std::numeric_limits<double>::infinity();
+  const Straightness& off = candidate.Off;
+  candidate.Score = (task.Wanted ? off.Place : off.Edges + kSizeShare * (1 - area)) +
+                    kGridShare * off.Grid + candidate.Unfit;
   return candidate;
 }
 

@@ -14,7 +14,8 @@ struct Candidate {
   Straightness Off;
   double Height = 0;  // of the picture, in the frame
   double Area = 0;    // of the picture, share of the largest rectangle
-  double Score = 0;   // percent of the picture's height; what is compared, less is better
+  double Unfit = 0;   // percent of the picture's height, for what leaves the panel or is too small
+  double Score = 0;   // likewise, with what is not straight; what is compared, less is better
 };
 
 // Measures what the registers of the correction make the panel show. Throws what

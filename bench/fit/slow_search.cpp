@@ -95,6 +95,16 @@ struct Member {
   double Score = 0;
 };
 
+// Percent of the height: by the edges and hardly anything else, for these have a target. A picture
+// that is folded over or torn apart is none.
+double SlowScoreOf(const Candidate& candidate) {
+  constexpr double kGridShare = 0.02;
+  constexpr double kLargestArea = 2;
+  const double score = candidate.Off.Edges + kGridShare * candidate.Off.Grid + candidate.Unfit;
+  const bool whole = candidate.Area > 0 && candidate.Area < kLargestArea;
+  return whole && std::isfinite(score) ? score : 1e9;
+}
+
 // Differential evolution: each member tries a step towards one of the best ones and along the
 // difference of two others, and takes it where that is better.
 class Evolution {
@@ -125,12 +135,8 @@ class Evolution {
   static constexpr int kGenerations = 400;
   static constexpr double kSettled = 1e-3;  // percent
 
-  // A picture that is folded over or torn apart is none.
   double ScoreOf(const Genes& at) const {
-    constexpr double kLargestArea = 2;
-    const Candidate candidate = JudgeCorrection(task_, CorrectionOf(input_, kind_, at));
-    const bool whole = candidate.Area > 0 && candidate.Area < kLargestArea;
-    return whole && std::isfinite(candidate.Score) ? candidate.Score : 1e9;
+    return SlowScoreOf(JudgeCorrection(task_, CorrectionOf(input_, kind_, at)));
   }
   void Join(const Genes& at) { members_.push_back({at, ScoreOf(at)}); }
 
@@ -188,7 +194,7 @@ Candidate SlowBest(const FitInput& input, const CorrectionData& answer) {
   Candidate best = Evolution(input, task, own).Run({GenesOf(own, answer)}, 1);
   for (const Kind& kind : KindsOf()) {
     const Candidate found = Evolution(input, task, kind).Run({}, 2);
-    if (found.Score < best.Score) best = found;
+    if (SlowScoreOf(found) < SlowScoreOf(best)) best = found;
   }
   return best;
 }
