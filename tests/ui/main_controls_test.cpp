@@ -47,18 +47,38 @@ TEST(MainControls, GroupsShowTheirRowsAndExtras) {
   EXPECT_FALSE(rig.Find<wxCheckBox>("ud_symm").GetValue());
 }
 
-// As the system does for a display of another scale, with letters that grow a little more than it.
-void Enlarge(wxWindow& window) {
+void ForEachControl(wxWindow& window, const std::function<void(wxWindow&)>& action) {
   for (wxWindow* child : window.GetChildren()) {
-    if (!child->IsTopLevel()) Enlarge(*child);
+    if (!child->IsTopLevel()) ForEachControl(*child, action);
   }
-  window.SetFont(window.GetFont().Scaled(1.6F));
-  wxDPIChangedEvent event({96, 96}, {144, 144});
-  Handle(window, event);
+  action(window);
+}
+
+void SettleUntilPainted(wxWindow& panel) {
+  const auto painted = std::make_shared<bool>(false);
+  const auto note = [painted](wxPaintEvent& event) {
+    *painted = true;
+    event.Skip();
+  };
+  panel.Bind(wxEVT_PAINT, note);
+  panel.Refresh();
+  EXPECT_TRUE(SettleUntil([&] { return *painted; }));
+}
+
+// As the system does for a display of another scale, with letters that grow a little more than it.
+// GTK knows how large they are when they are painted.
+void Enlarge(WindowRig& rig) {
+  ForEachControl(*rig.window, [](wxWindow& each) { each.SetFont(each.GetFont().Scaled(1.6F)); });
+  SettleUntilPainted(rig.Find("main_panel"));
+  ForEachControl(*rig.window, [](wxWindow& each) {
+    each.InvalidateBestSize();
+    wxDPIChangedEvent event({96, 96}, {144, 144});
+    each.ProcessWindowEvent(event);
+  });
 }
 
 TEST_F(OpenedWindow, LettersOfAnotherScaleFit) {
-  Enlarge(*rig.window);
+  Enlarge(rig);
   const wxWindow& link = rig.Find("status_link");
   const auto fits = [&] {
     const wxSize least = rig.window->GetSizer()->ComputeFittingClientSize(rig.window);
