@@ -36,8 +36,7 @@ LSSmain::LSSmain(MainParts parts)
                          "main_panel")),
       picture_(*this, parts_, controller_, [this](std::string_view name) { Run(name); }) {
   SetTitle(WxText(controller_.Caption()));
-  // By its client area: after SetSize GTK puts the window up only when it knows the frame around
-  // it, and has lost the position by then because the content was made meanwhile.
+  // By its client area: after SetSize GTK puts a window up only when it knows the frame around it.
   SetClientSize(WindowToClientSize(FirstSize(this)));
   PlaceAsStored();
 }

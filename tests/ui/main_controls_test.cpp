@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "tests/ui/window_rig.h"
 #include "toolkit/wheel_guard.h"
 

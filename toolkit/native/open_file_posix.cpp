@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <string>
 
 namespace warpline {
 namespace {
