@@ -15,7 +15,7 @@
 namespace warpline {
 namespace {
 
-int Descriptor(SocketHandle socket) {
+int DescriptorOf(SocketHandle socket) {
   return static_cast<int>(socket);
 }
 
@@ -68,11 +68,11 @@ SocketHandle NewDatagramSocket() {
 }
 
 void CloseSocket(SocketHandle socket) {
-  ::close(Descriptor(socket));
+  ::close(DescriptorOf(socket));
 }
 
 WaitStatus WaitForSocket(SocketHandle socket, Direction direction, milliseconds time_out) {
-  pollfd entry{Descriptor(socket),
+  pollfd entry{DescriptorOf(socket),
                static_cast<short>(direction == Direction::kRead ? POLLIN : POLLOUT), 0};
   const auto wait = std::min<milliseconds::rep>(time_out.count(), std::numeric_limits<int>::max());
   const int ready = ::poll(&entry, 1, static_cast<int>(wait));
@@ -81,51 +81,51 @@ WaitStatus WaitForSocket(SocketHandle socket, Direction direction, milliseconds 
 }
 
 std::ptrdiff_t SendSome(SocketHandle socket, ByteView bytes) {
-  return Moved(::send(Descriptor(socket), bytes.data(), bytes.size(), MSG_NOSIGNAL));
+  return Moved(::send(DescriptorOf(socket), bytes.data(), bytes.size(), MSG_NOSIGNAL));
 }
 
 std::ptrdiff_t ReceiveSome(SocketHandle socket, std::span<std::uint8_t> buffer) {
-  const ssize_t count = ::recv(Descriptor(socket), buffer.data(), buffer.size(), 0);
+  const ssize_t count = ::recv(DescriptorOf(socket), buffer.data(), buffer.size(), 0);
   return count == 0 ? -1 : Moved(count);
 }
 
 bool BindSocket(SocketHandle socket, const Endpoint& place) {
   const sockaddr_in address = AddressOf(place);
-  return ::bind(Descriptor(socket), Generic(address), sizeof address) == 0;
+  return ::bind(DescriptorOf(socket), Generic(address), sizeof address) == 0;
 }
 
 bool BindAndListen(SocketHandle socket, const Endpoint& endpoint) {
   const int on = 1;
-  ::setsockopt(Descriptor(socket), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-  return BindSocket(socket, endpoint) && ::listen(Descriptor(socket), SOMAXCONN) == 0;
+  ::setsockopt(DescriptorOf(socket), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+  return BindSocket(socket, endpoint) && ::listen(DescriptorOf(socket), SOMAXCONN) == 0;
 }
 
 std::uint16_t BoundPort(SocketHandle socket) {
   sockaddr_in address{};
   socklen_t size = sizeof address;
-  ::getsockname(Descriptor(socket), reinterpret_cast<sockaddr*>(&address), &size);
+  ::getsockname(DescriptorOf(socket), reinterpret_cast<sockaddr*>(&address), &size);
   return ntohs(address.sin_port);
 }
 
 SocketHandle AcceptSocket(SocketHandle listener) {
-  return PreparedTcp(::accept(Descriptor(listener), nullptr, nullptr));
+  return PreparedTcp(::accept(DescriptorOf(listener), nullptr, nullptr));
 }
 
 bool BeginConnect(SocketHandle socket, const Endpoint& endpoint) {
   const sockaddr_in address = AddressOf(endpoint);
-  return ::connect(Descriptor(socket), Generic(address), sizeof address) == 0 ||
+  return ::connect(DescriptorOf(socket), Generic(address), sizeof address) == 0 ||
          errno == EINPROGRESS;
 }
 
 bool IsConnected(SocketHandle socket) {
   int error = 0;
   socklen_t size = sizeof error;
-  return ::getsockopt(Descriptor(socket), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
+  return ::getsockopt(DescriptorOf(socket), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
 }
 
 void SendDatagram(SocketHandle socket, ByteView datagram, const Endpoint& to) {
   const sockaddr_in address = AddressOf(to);
-  ::sendto(Descriptor(socket), datagram.data(), datagram.size(), MSG_NOSIGNAL, Generic(address),
+  ::sendto(DescriptorOf(socket), datagram.data(), datagram.size(), MSG_NOSIGNAL, Generic(address),
            sizeof address);
 }
 
@@ -133,7 +133,7 @@ std::ptrdiff_t ReceiveDatagram(SocketHandle socket, std::span<std::uint8_t> buff
                                Endpoint& from) {
   sockaddr_in address{};
   socklen_t size = sizeof address;
-  const ssize_t count = ::recvfrom(Descriptor(socket), buffer.data(), buffer.size(), 0,
+  const ssize_t count = ::recvfrom(DescriptorOf(socket), buffer.data(), buffer.size(), 0,
                                    reinterpret_cast<sockaddr*>(&address), &size);
   from = {ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
   return count;

@@ -18,9 +18,7 @@
 namespace warpline {
 namespace {
 
-constexpr const char* kShapes[] = {"flat", "cylinder", "bow", "sphere", "corner", "ceiling"};
 constexpr const char* kAxes[] = {"bottom", "middle"};
-constexpr PanelSize kPanels[] = {{1024, 768}, {1280, 800}, {1920, 1200}};
 
 // The same for all photographs of a table.
 struct Table {

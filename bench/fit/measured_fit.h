@@ -11,6 +11,10 @@ namespace warpline {
 
 inline constexpr double kKeptArea = 0.8;  // the least share of the largest rectangle
 
+inline constexpr PanelSize kPanels[] = {{1024, 768}, {1280, 800}, {1920, 1200}};
+inline constexpr const char* kShapes[] = {"flat",   "cylinder", "bow",
+                                          "sphere", "corner",   "ceiling"};  // by WallShape
+
 enum class Lines { kNone, kLaid };
 
 // What is true of a photograph beside where the camera stands.

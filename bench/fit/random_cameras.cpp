@@ -12,7 +12,7 @@
 namespace warpline {
 namespace {
 
-constexpr PanelSize kPanels[] = {{1024, 768}, {1280, 800}, {1920, 1200}};
+constexpr const char* kAnyAxis[] = {"top", "middle", "bottom"};  // by LensAxis
 
 WallScene AnyScene(Dice& dice) {
   WallScene scene{};
@@ -78,12 +78,9 @@ struct Sums {
 };
 
 void Print(int number, const WallScene& scene, const MeasuredFit& fit) {
-  static constexpr const char* kShapes[] = {"flat",   "cylinder", "bow",
-                                            "sphere", "corner",   "ceiling"};
-  static constexpr const char* kAxes[] = {"top", "middle", "bottom"};
   std::printf("%6d %-8s %5.2f %9.3f %-6s %5d %6.2f %6.2f %6.2f %7.3f %7.3f %7.3f %7.3f %5.2f",
               number, kShapes[static_cast<int>(scene.Wall.Shape)], scene.Wall.Distance,
-              scene.Wall.Curvature, kAxes[static_cast<int>(scene.Wall.Axis)], scene.Panel.Width,
+              scene.Wall.Curvature, kAnyAxis[static_cast<int>(scene.Wall.Axis)], scene.Panel.Width,
               scene.Seen.X, scene.Seen.Y, scene.Seen.Z, fit.Before, fit.Allowed(), fit.After,
               fit.Told, fit.Chosen.Area);
 }
