@@ -18,8 +18,8 @@
 namespace warpline {
 namespace {
 
-constexpr int kWidth = 1652;  // pixels: the window as it opens, at 200 %
-constexpr int kHeight = 600;
+constexpr int kGraphWidth = 1652;  // pixels: the window as it opens, at 200 %
+constexpr int kGraphHeight = 600;
 constexpr double kDip = 2;
 
 // As many points as there can be.
@@ -44,7 +44,7 @@ void DragPoint(benchmark::State& state) {
   CurveEditor editor(engine.global, kHorizontal, engine.files, engine.messages);
   const GraphPosition start = editor.GraphPositions()[7];
   editor.Press(start.x, start.y);
-  wxBitmap picture(kWidth, kHeight);
+  wxBitmap picture(kGraphWidth, kGraphHeight);
   const wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT).Scaled(kDip);
   const GraphMargins margins = WaveMargins(kDip, 40 * kDip, 80 * kDip, 16 * kDip);
   int move = 0;
@@ -53,7 +53,7 @@ void DragPoint(benchmark::State& state) {
     ++move;
     wxMemoryDC dc(picture);
     const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-    PaintWave(*context, editor, {kWidth, kHeight, kDip, margins, true, {}, font, {}});
+    PaintWave(*context, editor, {kGraphWidth, kGraphHeight, kDip, margins, true, {}, font, {}});
     context->Flush();
   }
 }
