@@ -20,6 +20,7 @@
 #include "platform/console.h"
 #include "platform/environment.h"
 #include "toolkit/layout.h"
+#include "toolkit/native/drawn_marks.h"
 #include "toolkit/native/foreground.h"
 #include "toolkit/native/instant_states.h"
 #include "toolkit/native/open_file.h"
@@ -79,6 +80,7 @@ bool Application::OnInit() {
   run_ = std::make_unique<Run>();
   PrepareState();
   ShowStatesAtOnce();
+  DrawMarks();
   ShowMainWindow();
   return true;
 }
