@@ -124,16 +124,4 @@ endif()
 # The same sums in the same order on every system, and less code.
 target_compile_definitions(warpline_eigen INTERFACE EIGEN_MPL2_ONLY EIGEN_DONT_VECTORIZE)
 
-# Embeds text files: each becomes a function "std::string_view Embedded_<name>()" in namespace warpline::embedded.
-function(warpline_embed_texts target)
-  foreach(file IN LISTS ARGN)
-    get_filename_component(name ${file} NAME_WE)
-    set(source ${CMAKE_CURRENT_BINARY_DIR}/embedded_${name}.cpp)
-    add_custom_command(OUTPUT ${source}
-      COMMAND ${CMAKE_COMMAND} -DINPUT=${file} -DNAME=${name} -DOUTPUT=${source}
-              -P ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
-      DEPENDS ${file} ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
-      VERBATIM)
-    target_sources(${target} PRIVATE ${source})
-  endforeach()
-endfunction()
+include(EmbedText)
