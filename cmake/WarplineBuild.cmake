@@ -26,9 +26,10 @@ endif()
 
 find_program(WARPLINE_CCACHE ccache)
 if(WARPLINE_CCACHE)
-  # Paths below the tree count as relative, so that one clone's cache serves the next.
+  # Paths below the tree count as relative, so that one clone's cache serves the next. What was included is read from the
+  # compiler's own list, and no preprocessor runs for it.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
-    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${WARPLINE_CCACHE})
+    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1 ${WARPLINE_CCACHE})
 endif()
 
 find_package(Threads REQUIRED)
@@ -97,7 +98,7 @@ function(warpline_library folder)
     target_link_libraries(warpline_${folder} PUBLIC warpline_${needed})
   endforeach()
   if(WARPLINE_SANITIZE AND folder IN_LIST WARPLINE_CALCULATING)
-    target_compile_options(warpline_${folder} PRIVATE -O1)
+    target_compile_options(warpline_${folder} PRIVATE -Og)
   endif()
 endfunction()
 
