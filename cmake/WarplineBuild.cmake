@@ -26,10 +26,10 @@ endif()
 
 find_program(WARPLINE_CCACHE ccache)
 if(WARPLINE_CCACHE)
-  # Paths below the tree count as relative, so that one clone's cache serves the next. What was included is read from the
-  # compiler's own list, and no preprocessor runs for it.
+  # Paths below the tree count as relative, so that one clone's cache serves the next; the preprocessor's text is what they are
+  # compared by, for joined sources name each other by their full paths.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
-    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1 ${WARPLINE_CCACHE})
+    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${WARPLINE_CCACHE})
 endif()
 
 find_package(Threads REQUIRED)
