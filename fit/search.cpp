@@ -230,7 +230,7 @@ Candidate WithoutNeedless(const FitTask& task, Candidate best) {
 
 Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction) {
   constexpr double kGridShare = 0.15;  // beside the edges, which catch the eye
-  constexpr double kSizeShare = 1;     // percent, for a picture of no size
+  constexpr double kAreaShare = 1;     // percent, for a picture of no size
   constexpr double kOutside = 30;      // times the share that leaves the panel
   constexpr double kUnnoticed = 0.3;   // pixels that may
   constexpr double kMostArea = 10;     // a larger picture is torn apart
@@ -251,7 +251,7 @@ Candidate JudgeCorrection(const FitTask& task, const CorrectionData& correction)
   // Where a line of the picture lands may run away; its place, then, is nowhere or no number.
   if (!(area < kMostArea)) candidate.Unfit = std::numeric_limits<double>::infinity();
   const Straightness& off = candidate.Off;
-  candidate.Score = (task.Wanted ? off.Place : off.Edges + kSizeShare * (1 - area)) +
+  candidate.Score = (task.Wanted ? off.Place : off.Edges + kAreaShare * (1 - area)) +
                     kGridShare * off.Grid + candidate.Unfit;
   return candidate;
 }
