@@ -1,3 +1,4 @@
+#include <functional>
 #include <memory>
 
 #include "tests/ui/window_rig.h"
