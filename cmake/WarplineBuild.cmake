@@ -92,7 +92,7 @@ function(warpline_sources out)
   set(${out} ${sources} PARENT_SCOPE)
 endfunction()
 
-# What the tests wait for: with their sanitizers the rest runs less than its optimizing takes.
+# What the tests wait for under AddressSanitizer: the rest runs less than its optimizing takes.
 set(WARPLINE_CALCULATING core model picture fit)
 
 # One static library a folder: warpline_library(model core) makes warpline_model, which sees warpline_core.
